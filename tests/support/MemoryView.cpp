@@ -1,0 +1,100 @@
+#include "support/MemoryView.h"
+
+#include <QMap>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString withCrLf(QString text)
+{
+    text = text.left(text.indexOf(QChar(u'\0')));
+    text.replace("\r\n"_L1, "\n"_L1);
+    text.replace(u'\r', u'\n');
+    return text.replace(u'\n', "\r\n"_L1);
+}
+
+QString label(const MemoryView::Style& style)
+{
+    QString text = "<"_L1 + QString::number(style.color & 0xffffff, 16).rightJustified(6, u'0');
+    if (style.bold)
+        text += " b"_L1;
+    if (style.underline)
+        text += " u"_L1;
+    if (style.strikeThru)
+        text += " s"_L1;
+    return text + u'>';
+}
+
+} // namespace
+
+void MemoryView::setText(const QString& text)
+{
+    m_start = 0;
+    m_length = m_text.size();
+    setSelText(text);
+    m_start = 0;
+}
+
+QString MemoryView::TextRange(qsizetype start, qsizetype length) const
+{
+    return m_text.mid(start, length);
+}
+
+void MemoryView::setSelStart(qsizetype offset)
+{
+    m_start = std::clamp<qsizetype>(offset, 0, m_text.size());
+    m_length = 0;
+}
+
+void MemoryView::setSelLength(qsizetype length)
+{
+    m_length = std::clamp<qsizetype>(length, 0, m_text.size() - m_start);
+}
+
+void MemoryView::setSelText(const QString& text)
+{
+    const QString inserted = withCrLf(text);
+    if (inserted.isEmpty() && m_length == 0)
+        return;
+    replaceSelection(inserted);
+    raiseChange();
+}
+
+void MemoryView::InsertPicture(const InlinePicture& picture)
+{
+    replaceSelection(QString(pictureCharacter));
+    m_pictures.insert(m_start - 1, picture.code);
+    raiseChange();
+}
+
+void MemoryView::replaceSelection(const QString& text)
+{
+    m_styles.remove(m_start, m_length);
+    for (qsizetype i = 0; i < text.size(); ++i)
+        m_styles.insert(m_start, m_style);
+    m_text.replace(m_start, m_length, text);
+    QMap<qsizetype, QString> moved;
+    for (auto it = m_pictures.cbegin(); it != m_pictures.cend(); ++it) {
+        if (it.key() < m_start)
+            moved.insert(it.key(), it.value());
+        else if (it.key() >= m_start + m_length)
+            moved.insert(it.key() + text.size() - m_length, it.value());
+    }
+    m_pictures = moved;
+    m_start += text.size();
+    m_length = 0;
+}
+
+QString MemoryView::runs() const
+{
+    QString result;
+    for (qsizetype i = 0; i < m_text.size(); ++i) {
+        if (i == 0 || !(m_styles[i] == m_styles[i - 1]))
+            result += label(m_styles[i]);
+        result += m_text[i];
+    }
+    return result;
+}
