@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+class RichTextBox;
+struct SessionVariables;
+
+// Appends lines of chat text to views: bold, underline, strike-through (for reverse) and colour
+// characters become runs of formatted text. A line starts in plain black in the current font and
+// carries nothing over to the next. A line of more than 32,766 characters raises Overflow (6)
+// before anything of it is written.
+class TextWriter final
+{
+public:
+    explicit TextWriter(const SessionVariables& variables)
+        : m_variables(variables)
+    {
+    }
+
+    void WriteView(RichTextBox& view, const QString& text) const;
+
+    // The older writer: every line takes the formatted way, in the view's present font, and
+    // character 15 is a character like any other.
+    static void WriteRaw(RichTextBox& view, const QString& text);
+
+private:
+    const SessionVariables& m_variables;
+};

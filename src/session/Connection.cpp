@@ -1,0 +1,245 @@
+#include "session/Connection.h"
+
+#include "channel/ChannelTable.h"
+#include "common/ControlCharacters.h"
+#include "common/Conversions.h"
+#include "common/SessionVariables.h"
+#include "common/TextHelpers.h"
+#include "platform/EventLoop.h"
+#include "platform/Handlers.h"
+#include "platform/ListBox.h"
+#include "platform/RichTextBox.h"
+#include "platform/Winsock.h"
+#include "query/QueryTable.h"
+#include "render/TextWriter.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr auto serverName = "Quill Harbor Server"_L1;
+constexpr auto firstPort = "6667"_L1;
+constexpr auto fallbackPort = "8867"_L1;
+constexpr auto captionConnect = "&Connect"_L1;
+constexpr auto captionCancel = "&Cancel"_L1;
+constexpr int retryMilliseconds = 20000;
+constexpr int yieldsBeforeEnd = 16;
+
+} // namespace
+
+Connection::Connection(const Parts& parts, const Handlers& handlers)
+    : m_parts(parts)
+{
+    Timer1.setInterval(retryMilliseconds);
+    handlers.connect(&Timer1, &QTimer::timeout, this, [this] { Timer1_Timer(); });
+    Winsock* sock = &m_parts.sock;
+    handlers.connect(sock, &Winsock::ConnectEvent, this,
+                     [this] { skipRest([this] { sock_Connect(); }); });
+    handlers.connect(sock, &Winsock::CloseEvent, this,
+                     [this] { skipRest([this] { sock_Close(); }); });
+    handlers.connect(sock, &Winsock::ErrorEvent, this, [this](int, const QString& description) {
+        skipRest([&] { sock_Error(description); });
+    });
+    handlers.connect(sock, &Winsock::DataArrival, this, [this] { sock_DataArrival(); });
+}
+
+void Connection::SendData(const QString& line)
+{
+    if (m_parts.sock.state() == Winsock::Closed)
+        return;
+    m_parts.sock.SendData(line + u'\n');
+    if (m_parts.debugWin.Visible())
+        m_parts.debugWin.sent(line);
+}
+
+int Connection::sockState() const
+{
+    return m_parts.sock.state();
+}
+
+QString Connection::remoteHost() const
+{
+    return m_parts.sock.RemoteHost;
+}
+
+int Connection::remotePort() const
+{
+    return m_parts.sock.RemotePort;
+}
+
+void Connection::mnu_File_Connect_Click()
+{
+    const QString caption = m_parts.channel.mnu_File_Connect().Caption();
+    if (caption == captionConnect)
+        startAttempt();
+    else if (caption == captionCancel)
+        cancelAttempt();
+    m_parts.channels.main().nicks.showChatterCount();
+}
+
+void Connection::startAttempt()
+{
+    Timer1.stop();
+    m_parts.sock.Close();
+    m_parts.channel.mnu_File_Connect().setCaption(captionCancel);
+    m_parts.sock.RemoteHost = beforeNul(m_parts.variables.ServerHost);
+    m_parts.sock.RemotePort = toInt32(m_parts.channel.portText());
+    m_parts.ident.Close();
+    m_parts.ident.Listen(); // somebody else may have the port: that is no failure
+    writeMain(strColor % "02Connecting to "_L1 % strBold % serverName % strBold % " port "_L1 %
+              strBold % QString::number(m_parts.sock.RemotePort));
+    m_parts.sock.Connect();
+    m_parts.login.setSignCaption(u"Sign Out"_s);
+    m_parts.login.setEntriesLocked(true);
+}
+
+void Connection::cancelAttempt()
+{
+    Timer1.stop();
+    showSignedOut();
+    closeSock();
+    closeIdent();
+    m_parts.channel.setPortText(firstPort);
+    m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
+    writeMain(strColor % "05Connection attempt cancelled"_L1);
+    m_parts.login.setEntriesLocked(false);
+}
+
+void Connection::mnu_File_Disconnect_Click()
+{
+    SendData("QUIT :"_L1 + m_parts.variables.QuitMsg);
+    enableConnecting();
+    writeMain(strColor % "05You are Disconnected from "_L1 % serverName);
+    Room& room = m_parts.channels.main();
+    m_parts.sock.Close();
+    room.modes.ClearModes();
+    room.modes.Update();
+    m_parts.channel.lstNicks().Clear();
+    m_parts.channel.setPortText(firstPort);
+    room.nicks.showNoChatters();
+    room.nicks.clearChatterCount();
+    m_parts.login.Login_UnLog();
+    showSignedOut();
+    m_parts.login.setEntriesLocked(false);
+}
+
+void Connection::mnu_terminate_Click()
+{
+    SendData("QUIT :"_L1 + m_parts.variables.QuitMsg);
+    m_parts.ident.Close();
+    m_parts.sock.Close();
+    m_parts.program.unloadSmallForms();
+    m_parts.queries.unloadOpen();
+    for (int i = 0; i < yieldsBeforeEnd; ++i)
+        m_parts.events.DoEvents();
+    m_parts.program.End();
+}
+
+void Connection::closeSock()
+{
+    m_parts.sock.Close();
+}
+
+void Connection::closeIdent()
+{
+    m_parts.ident.Close();
+}
+
+void Connection::enableConnecting()
+{
+    m_parts.channel.mnu_File_Connect().setEnabled(true);
+    m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
+    m_parts.channel.mnu_File_Disconnect().setEnabled(false);
+}
+
+void Connection::showSignedOut()
+{
+    m_parts.login.cmdSignout_Click();
+    m_parts.login.setSignCaption(u"Sign In"_s);
+}
+
+void Connection::writeMain(const QString& text) const
+{
+    m_parts.writer.WriteView(m_parts.channel.DataIn(), text);
+}
+
+void Connection::sock_Connect()
+{
+    m_parts.channel.lstNicks().Clear();
+    m_parts.queries.unloadAll();
+    m_parts.channel.mnu_File_Connect().setEnabled(false);
+    m_parts.channel.mnu_File_Disconnect().setEnabled(true);
+    m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
+    writeMain(strColor % "03Attempting To Connect "_L1 % serverName);
+    SendData("NICK "_L1 + m_parts.login.nickname());
+    // The blanks of the full name are what parts the fields of this line: no others are sent.
+    SendData("USER "_L1 + m_parts.channel.computerName() + "Client-User"_L1 + ":"_L1 +
+             m_parts.variables.FullName);
+    m_parts.channels.main().modes.Update();
+    m_parts.login.Login_Log();
+    m_parts.events.Pause(0.5);
+    m_parts.pages.navigateHome(u"/quillharbor"_s);
+    m_parts.events.Pause(0.5);
+    m_parts.pages.navigateMisc(u"/quillmisc"_s);
+    Timer1.stop();
+}
+
+void Connection::sock_Close()
+{
+    Room& room = m_parts.channels.main();
+    writeMain(strColor % "02Disconnected by SERVER from "_L1 % m_parts.variables.ServerHost);
+    m_parts.sock.Close();
+    room.modes.ClearModes();
+    m_parts.ident.Close();
+    m_parts.channel.lstNicks().Clear();
+    room.nicks.clearChatterCount();
+    room.nicks.showNoChatters();
+    enableConnecting();
+    room.modes.Update();
+    m_parts.buddies.clearOnline();
+    showSignedOut();
+    m_parts.login.Login_UnLog();
+}
+
+void Connection::sock_Error(const QString& description)
+{
+    Room& room = m_parts.channels.main();
+    m_parts.channel.mnu_File_Connect().setEnabled(true);
+    m_parts.channel.mnu_File_Disconnect().setEnabled(false);
+    m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
+    writeMain(strColor % "04ERROR : "_L1 % description);
+    m_parts.channel.lstNicks().Clear();
+    room.nicks.clearChatterCount();
+    room.nicks.showNoChatters();
+    m_parts.channel.setPortText(fallbackPort);
+    showSignedOut();
+    m_parts.login.Login_UnLog();
+    m_parts.popup.Show();
+    m_parts.popup.setBody(description);
+    m_parts.login.setEntriesLocked(false);
+    if (m_parts.variables.Reconnect)
+        Timer1.start();
+}
+
+void Connection::sock_DataArrival()
+{
+    if (m_parts.sock.state() == Winsock::Closed)
+        return;
+    const QString data = m_parts.sock.GetData();
+    if (m_parts.debugWin.Visible())
+        m_parts.debugWin.received(data);
+    ReceiveBuffer += data;
+    // It is the end of the buffer that frames: complete lines wait with an incomplete last one.
+    if (!ReceiveBuffer.endsWith(u'\r') && !ReceiveBuffer.endsWith(u'\n'))
+        return;
+    const QString lines = std::exchange(ReceiveBuffer, QString());
+    for (const QString& line : lines.split(u'\n')) {
+        if (m_interpret)
+            skipRest([&] { m_interpret(line); });
+    }
+}
+
+void Connection::Timer1_Timer()
+{
+    mnu_File_Connect_Click();
+}

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "session/LineSink.h"
+#include "session/Ports.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+#include <utility>
+
+class ChannelTable;
+class Dialogs;
+class EventLoop;
+class Handlers;
+class QueryTable;
+class TextWriter;
+class Winsock;
+struct SessionVariables;
+
+// The one connection to the one server: opening, closing and retrying it, and lines in and out.
+// It has no state variable. The captions and enabled flags of the two connection entries are the
+// state, together with the retry timer and the socket.
+class Connection final : public QObject, public ServerLink
+{
+    Q_OBJECT
+public:
+    struct Parts
+    {
+        const SessionVariables& variables;
+        SignInForm& login;
+        MainForm& channel;
+        ContactList& buddies;
+        WebPages& pages;
+        Popup& popup;
+        TrafficLog& debugWin;
+        Program& program;
+        Dialogs& dialogs;
+        EventLoop& events;
+        const TextWriter& writer;
+        ChannelTable& channels;
+        QueryTable& queries;
+        Winsock& sock;
+        Winsock& ident;
+    };
+    using Interpret = std::function<void(const QString& line)>;
+
+    Connection(const Parts& parts, const Handlers& handlers);
+
+    // Whoever handles the lines; without one they are dropped.
+    void setInterpreter(Interpret interpret) { m_interpret = std::move(interpret); }
+    void setRetryInterval(int milliseconds) { Timer1.setInterval(milliseconds); }
+
+    void SendData(const QString& line) override;
+    int sockState() const override;
+    QString remoteHost() const override;
+    int remotePort() const override;
+
+    // Connects, or gives up the attempt that is under way: the entry's caption decides.
+    void mnu_File_Connect_Click();
+    void mnu_File_Disconnect_Click();
+    void mnu_terminate_Click();
+
+    void stopRetrying() { Timer1.stop(); }
+    bool isWaitingToRetry() const { return Timer1.isActive(); }
+
+    // What the dispatcher needs when the session ends by a line of the server.
+    void closeSock();
+    void closeIdent();
+    void enableConnecting();
+    Winsock& sock() const { return m_parts.sock; }
+
+private:
+    void startAttempt();
+    void cancelAttempt();
+    void showSignedOut();
+    void writeMain(const QString& text) const;
+
+    void sock_Connect();
+    void sock_Close();
+    void sock_Error(const QString& description);
+    void sock_DataArrival();
+    void Timer1_Timer();
+
+    Parts m_parts;
+    Interpret m_interpret;
+    QTimer Timer1;
+    QString ReceiveBuffer; // survives the connection
+};

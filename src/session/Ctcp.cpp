@@ -1,0 +1,71 @@
+#include "session/Ctcp.h"
+
+#include "channel/ChannelTable.h"
+#include "common/ControlCharacters.h"
+#include "common/TextHelpers.h"
+#include "platform/RichTextBox.h"
+#include "query/QueryTable.h"
+#include "render/IncomingText.h"
+#include "render/TextWriter.h"
+#include "session/LineSink.h"
+
+using namespace Qt::StringLiterals;
+
+void Ctcp::HandleCTCP(const QString& nick, const QString& text) const
+{
+    using Handler = void (Ctcp::*)(const QString&, const QString&) const;
+    struct Request
+    {
+        QLatin1StringView word;
+        Handler handler;
+    };
+    static constexpr Request requests[]{
+        {"version"_L1, &Ctcp::answerVersion},
+        {"ping"_L1, &Ctcp::answerPing},
+        {"action"_L1, &Ctcp::showAction},
+    };
+
+    QString word;
+    QString rest;
+    SplitAt(CutRight(CutLeft(text, 1), 1), u' ', word, rest);
+    const QString lowered = word.toLower();
+    for (const Request& request : requests) {
+        if (lowered == request.word)
+            (this->*request.handler)(nick, rest);
+    }
+}
+
+void Ctcp::CTCPReply(const QString& nick, const QString& text) const
+{
+    m_parts.server.SendData("NOTICE "_L1 % nick % " :"_L1 % strAction % text % strAction);
+}
+
+void Ctcp::answerVersion(const QString& nick, const QString&) const
+{
+    m_parts.writer.WriteView(mainView(), strColor % "05"_L1 % strBold % nick % strBold %
+                                             " has just requested your version"_L1);
+    CTCPReply(nick, u"VERSION QuillHarbor Messenger 1.0"_s);
+}
+
+void Ctcp::answerPing(const QString& nick, const QString&) const
+{
+    m_parts.writer.WriteView(mainView(), strColor % "05"_L1 % strBold % nick % strBold %
+                                             " has just pinged you"_L1);
+    CTCPReply(nick, u"PING 0 seconds, cause Quill Harbor Messenger is elite."_s);
+}
+
+void Ctcp::showAction(const QString& nick, const QString& rest) const
+{
+    const int slot = m_parts.queries.FindQuery(nick);
+    if (slot == -1)
+        return;
+    // In the main view, with the private conversation in the place of the nick: that is how a
+    // private action has always shown, and the private window gets nothing.
+    m_parts.roomText.PutText(mainView(), m_parts.queries.Queries(slot).DataIn().Text(),
+                             strColor % "06"_L1 % nick % u' ' % rest);
+}
+
+RichTextBox& Ctcp::mainView() const
+{
+    return m_parts.channels.main().form.DataIn();
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+
+class ChannelTable;
+class IncomingText;
+class LineSink;
+class QueryTable;
+class RichTextBox;
+class TextWriter;
+
+// Client-to-client requests in private messages: VERSION, PING and ACTION, answered by NOTICE with
+// fixed texts.
+class Ctcp final
+{
+public:
+    struct Parts
+    {
+        const TextWriter& writer;
+        const IncomingText& roomText;
+        LineSink& server;
+        ChannelTable& channels;
+        QueryTable& queries;
+    };
+
+    explicit Ctcp(const Parts& parts)
+        : m_parts(parts)
+    {
+    }
+
+    // The text comes with its delimiters; its last character goes unseen.
+    void HandleCTCP(const QString& nick, const QString& text) const;
+
+private:
+    void CTCPReply(const QString& nick, const QString& text) const;
+    void answerVersion(const QString& nick, const QString& rest) const;
+    void answerPing(const QString& nick, const QString& rest) const;
+    void showAction(const QString& nick, const QString& rest) const;
+    RichTextBox& mainView() const;
+
+    Parts m_parts;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// One server line taken apart (RFC 1459, section 2.3). A run of blanks gives empty parameters,
+// and the line's CR stays in its last one: GetParams takes it out.
+struct IRCMessage
+{
+    QString Prefix; // without its colon
+    QString Nick;   // empty when the prefix has no "!"
+    QString Ident;
+    QString Host; // the whole prefix when it has no "!"
+    QString Command;
+    QStringList Params;
+    QString ParamText; // all behind the command, as it came
+};
+
+IRCMessage ParseMessage(const QString& line);
+
+// Parameters from to to (one-based, both included, -1 for the last) joined by one blank, without
+// carriage returns. A range that the line does not have is empty.
+QString GetParams(const IRCMessage& message, int from, int to);

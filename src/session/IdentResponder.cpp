@@ -1,0 +1,68 @@
+#include "session/IdentResponder.h"
+
+#include "common/ControlCharacters.h"
+#include "common/SessionVariables.h"
+#include "common/TextHelpers.h"
+#include "platform/EventLoop.h"
+#include "platform/Handlers.h"
+#include "platform/Winsock.h"
+#include "render/TextWriter.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr auto reply = " : USERID : UNIX : "_L1;
+constexpr int yieldsForTheQuestion = 500;
+
+bool isPortPair(const QString& text)
+{
+    return text.contains(", "_L1);
+}
+
+} // namespace
+
+IdentResponder::IdentResponder(const Parts& parts, const Handlers& handlers)
+    : m_parts(parts)
+{
+    Winsock* ident = &m_parts.ident;
+    handlers.connect(ident, &Winsock::ConnectionRequest, this, [this](qintptr requestID) {
+        skipRest([&] { IDENT_ConnectionRequest(requestID); });
+    });
+    handlers.connect(ident, &Winsock::DataArrival, this,
+                     [this] { skipRest([this] { IDENT_DataArrival(); }); });
+    handlers.connect(ident, &Winsock::ErrorEvent, this, [this](int, const QString& description) {
+        skipRest([&] { IDENT_Error(description); });
+    });
+}
+
+void IdentResponder::IDENT_ConnectionRequest(qintptr requestID)
+{
+    Winsock& ident = m_parts.ident;
+    ident.Close();
+    ident.Accept(requestID);
+    ident.SendData(QString::number(ident.LocalPort) + ", "_L1 + QString::number(ident.RemotePort) +
+                   reply + m_parts.variables.IdentName + "\r\n"_L1);
+    for (int i = 0; i < yieldsForTheQuestion; ++i)
+        m_parts.events.DoEvents();
+    ident.Close();
+}
+
+void IdentResponder::IDENT_DataArrival()
+{
+    const QString question = m_parts.ident.GetData();
+    if (!isPortPair(question))
+        return;
+    const QString ports = CutRight(question, 2); // the line end
+    m_parts.writer.WriteView(m_parts.mainView, "*** IDENT : "_L1 + ports);
+    const QString answer = ports + reply + m_parts.variables.IdentName;
+    m_parts.ident.SendData(answer);
+    m_parts.writer.WriteView(m_parts.mainView, "*** IDENT reply : "_L1 + answer);
+    m_parts.ident.Close();
+}
+
+void IdentResponder::IDENT_Error(const QString& description)
+{
+    m_parts.writer.WriteView(m_parts.mainView,
+                             strColor % "04IDENT Error "_L1 % strColor % description);
+}

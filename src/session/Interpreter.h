@@ -1,0 +1,60 @@
+#pragma once
+
+#include "session/IRCMessage.h"
+#include "session/Numerics.h"
+#include "session/SessionDesk.h"
+
+#include <QHash>
+
+#include <variant>
+
+class RichTextBox;
+struct Room;
+
+// The one place where a server line takes effect (RFC 1459, sections 4 to 6). A run-time failure
+// ends the handling of that line and is the caller's to catch.
+class Interpreter final
+{
+public:
+    explicit Interpreter(const SessionDesk& desk);
+
+    // One line, with or without its LF. Every line first yields to the event loop, so others may
+    // be handled in the middle of it.
+    void interpret(QString line) const;
+
+private:
+    using Command = void (Interpreter::*)(const IRCMessage& message) const;
+    using Numeric = void (Numerics::*)(const IRCMessage& message) const;
+    using Handler = std::variant<Command, Numeric>;
+    struct Row
+    {
+        QLatin1StringView words; // lower case, blanks between
+        Handler handler;
+    };
+    static const Row chain[];
+
+    void welcome(const IRCMessage& message) const;
+    void ping(const IRCMessage& message) const;
+    void join(const IRCMessage& message) const;
+    void privmsg(const IRCMessage& message) const;
+    void privateMessage(const IRCMessage& message) const;
+    void nick(const IRCMessage& message) const;
+    void part(const IRCMessage& message) const;
+    void mode(const IRCMessage& message) const;
+    void quit(const IRCMessage& message) const;
+    void kick(const IRCMessage& message) const;
+    void ownKick(const IRCMessage& message, Room& room) const;
+    void topic(const IRCMessage& message) const;
+    void notice(const IRCMessage& message) const;
+    void heedNicknameService(const QString& targetAndText) const;
+    void kill(const IRCMessage& message) const;
+    void ownKill() const;
+    void anythingElse(const IRCMessage& message) const;
+
+    void writeMain(const QString& text) const;
+    void clearRoomOnScreen() const;
+
+    SessionDesk m_desk;
+    Numerics m_numerics;
+    QHash<QString, const Handler*> m_handlers;
+};
