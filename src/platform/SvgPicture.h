@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+
+// A drawing of the program's resources in logical pixels, rendered for a screen's device pixel
+// ratio and kept while the toolkit's pixmap cache holds it.
+QPixmap svgPixmap(const QString& resource, const QSize& size, qreal devicePixelRatio);
+
+// A widget that shows one drawing, stretched to its size.
+class SvgPicture final : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit SvgPicture(const QString& resource, QWidget* parent = nullptr);
+
+    void setResource(const QString& resource);
+    QSize sizeHint() const override { return m_sizeHint; }
+    void setSizeHint(const QSize& size);
+
+Q_SIGNALS:
+    void Click();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    QString m_resource;
+    QSize m_sizeHint;
+};
