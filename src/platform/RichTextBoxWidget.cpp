@@ -3,7 +3,10 @@
 #include "common/TextHelpers.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -13,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -59,9 +63,38 @@ QString normalisedLineEnds(QString text)
 class RichTextBoxWidget::Edit final : public QTextEdit
 {
 public:
-    using QTextEdit::QTextEdit;
+    explicit Edit(RichTextBoxWidget* box)
+        : QTextEdit(box)
+        , m_box(*box)
+    {
+    }
 
 protected:
+    bool canInsertFromMimeData(const QMimeData* source) const override
+    {
+        return !isLocked() && source->hasText();
+    }
+
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (isLocked() &&
+            (event->matches(QKeySequence::Cut) || event->matches(QKeySequence::Paste)))
+            return;
+        QTextEdit::keyPressEvent(event);
+    }
+
+    // The toolkit's own menu offers cutting and deleting whatever the lock says.
+    void contextMenuEvent(QContextMenuEvent* event) override
+    {
+        const std::unique_ptr<QMenu> menu(createStandardContextMenu(event->pos()));
+        for (QAction* action : menu->actions()) {
+            const QString name = action->objectName();
+            if (isLocked() && (name == "edit-cut"_L1 || name == "edit-delete"_L1))
+                action->setEnabled(false);
+        }
+        menu->exec(event->globalPos());
+    }
+
     // Copying a picture gives its code, and pasting brings plain text only.
     QMimeData* createMimeDataFromSelection() const override
     {
@@ -85,8 +118,14 @@ protected:
     void insertFromMimeData(const QMimeData* source) override
     {
         // A pasted line end would break the one line that this is.
-        insertPlainText(source->text().simplified());
+        if (!isLocked())
+            insertPlainText(source->text().simplified());
     }
+
+private:
+    bool isLocked() const { return m_box.m_locked && m_box.m_locked(); }
+
+    RichTextBoxWidget& m_box;
 };
 
 RichTextBoxWidget::RichTextBoxWidget(QWidget* parent)

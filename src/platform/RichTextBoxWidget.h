@@ -21,6 +21,8 @@ public:
 
     void setReadOnly(bool readOnly);
     void setSingleLine();
+    // While it says true nothing can be pasted, dropped or cut.
+    void setLockTest(std::function<bool()> locked) { m_locked = std::move(locked); }
     void setKeyFilter(KeyFilter filter) { m_keyFilter = std::move(filter); }
 
     QString Text() const override;
@@ -79,6 +81,7 @@ private:
     QTextCharFormat m_format;
     QTimer m_frame;
     KeyFilter m_keyFilter;
+    std::function<bool()> m_locked;
     bool m_atEnd = true;
     bool m_singleLine = false;
 };

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+#include "platform/EventLoop.h"
+
+#include <QHostAddress>
+#include <QString>
+
+#include <functional>
+
+// What one running program is set into. A test sets it into surroundings of its own; references
+// outlive the program.
+struct Surroundings
+{
+    QString configFolder;    // settings.ini and the per-user stores
+    QString autostartFolder; // programs that start with the desktop
+    QString serverHost;      // for this run; empty: the settings say
+    QHostAddress localAddress{QHostAddress::Any};
+    int identPort = 113;
+
+    Dialogs& dialogs;
+    EventLoop& events;
+    const Clock& clock;
+    std::function<double()> random; // 0 up to, but not including, 1
+    std::function<void(const QString& address)> openLink;
+    std::function<void()> end;
+};

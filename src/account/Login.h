@@ -1,0 +1,121 @@
+#pragma once
+
+#include "session/Ports.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTimer>
+#include <QWidget>
+
+class ActionEntry;
+class Clock;
+class Dialogs;
+class Handlers;
+class LoginDesk;
+class QMenuBar;
+class RunKey;
+class Settings;
+class SvgPicture;
+class UserStore;
+class xpButton;
+
+// The program's small home window: takes nickname and password, starts the session, shows a
+// moving strip while the connection stands. It is never unloaded: closing it hides it.
+class Login final : public QWidget, public SignInForm
+{
+    Q_OBJECT
+public:
+    struct Parts
+    {
+        LoginDesk& desk;
+        const Settings& settings;
+        const UserStore& store;
+        RunKey& runKey;
+        Dialogs& dialogs;
+        const Clock& clock;
+    };
+
+    Login(const Parts& parts, const Handlers& handlers);
+
+    void Form_Load();
+
+    QString nickname() const override { return Text1->text(); }
+    void setNickname(const QString& nick) override { Text1->setText(nick); }
+    QString sessionPassword() const override { return Text3; }
+    void setEntriesLocked(bool locked) override;
+    void setSignCaption(const QString& caption) override;
+    void cmdSignIn_Click();
+    void cmdSignout_Click() override;
+    void Login_Log() override;
+    void Login_UnLog() override;
+    void Show() override;
+    void Hide() override { hide(); }
+
+    // Keeps the window at its signed-in size while the strip runs.
+    void TimerGame();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void buildMenus();
+    void buildControls();
+    void connectEvents(const Handlers& handlers);
+
+    void readSettings();
+    void showSettings();
+    void DoSignIn();
+    void startSession();
+    void refuseEmptyName();
+    void SaveConnect();
+    bool registerAtStartUp();
+    void setStripRunning(bool running);
+    void setFormVisible(bool visible);
+
+    void mnu_Sign_Click();
+    void mnu_Close_Click();
+    void Check3_Click();
+    void check2_Click();
+    void ChkStartUp_Click();
+    void Timer1_Timer();
+    void Timer2_Timer();
+
+    Parts m_parts;
+
+    QMenuBar* m_menuBar = nullptr;
+    ActionEntry* mnu_Sign = nullptr;
+    ActionEntry* mnu_chatroom = nullptr;
+    ActionEntry* mnu_Close = nullptr;
+    ActionEntry* mnu_Feedback = nullptr;
+    ActionEntry* mnu_About = nullptr;
+    ActionEntry* mnu_author = nullptr;
+
+    QWidget* m_band = nullptr; // where the rest picture and the strip lie
+    SvgPicture* Image1 = nullptr;
+    SvgPicture* Picture1 = nullptr;
+    SvgPicture* Picture2 = nullptr;
+    SvgPicture* Image3 = nullptr;
+    QLabel* Label3 = nullptr;
+    QLabel* Label4 = nullptr;
+    QLabel* Label5 = nullptr;
+    QLabel* Label6 = nullptr;
+    QLabel* Label7 = nullptr;
+    QLabel* Label8 = nullptr;
+    QLineEdit* Text1 = nullptr;
+    QLineEdit* Text2 = nullptr;
+    QString Text3; // the password of this session when it is not to be remembered
+    QCheckBox* check1 = nullptr;
+    QCheckBox* check2 = nullptr;
+    QCheckBox* Check3 = nullptr;
+    QCheckBox* ChkStartUp = nullptr;
+    xpButton* cmdSignIn = nullptr;
+    QTimer Timer1;
+    QTimer Timer2;
+
+    bool RememberNick = false;
+    bool RememberPass = false;
+    bool LoadAtStartUp = false;
+    bool GuestMode = false;
+};
