@@ -152,6 +152,7 @@ QWidget* Channel::buildChatPage()
     middle->addWidget(people);
     middle->setStretchFactor(0, 1);
     middle->setChildrenCollapsible(false);
+    middle->setHandleWidth(8);
     middle->setSizes({720, 200});
 
     auto* page = named(new QWidget, u"chatPage"_s);
@@ -170,7 +171,7 @@ QWidget* Channel::buildTopicRow()
     m_topic = named(new RichTextBoxWidget, u"rtbTopic"_s, u"Topic"_s);
     m_topic->setSingleLine();
     m_topic->setLockTest([this] { return TopicField::isLocked(*m_topic); });
-    m_topic->setFixedHeight(36);
+    m_topic->setFixedHeight(32);
     return m_topic;
 }
 

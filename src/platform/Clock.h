@@ -15,9 +15,11 @@ public:
     {
         return QLocale::system().toString(now().date(), QLocale::ShortFormat);
     }
+    // Without the name of the time zone, which the toolkit's long format adds.
     QString longTime() const
     {
-        return QLocale::system().toString(now().time(), QLocale::LongFormat);
+        const QString format = QLocale::system().timeFormat(QLocale::LongFormat);
+        return QLocale::system().toString(now().time(), QString(format).remove(u't').trimmed());
     }
 };
 

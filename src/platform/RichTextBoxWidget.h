@@ -3,6 +3,7 @@
 #include "platform/RichTextBox.h"
 
 #include <QTextCharFormat>
+#include <QTextCursor>
 #include <QTimer>
 #include <QWidget>
 

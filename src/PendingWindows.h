@@ -1,0 +1,32 @@
+#pragma once
+
+#include "common/RunTimeError.h"
+#include "query/PrivateWindow.h"
+#include "session/Ports.h"
+
+// Stand-ins for windows that are still to come.
+struct PendingWindows final : NickPrompts,
+                              ContactList,
+                              ListsForm,
+                              WebPages,
+                              Popup,
+                              PrivateWindowFactory
+{
+    void showPassword() override {}
+    void unloadPassword() override {}
+    void showUseNick() override {}
+    void AddUsers(const QString&) override {}
+    void clearOnline() override {}
+    bool Visible() const override { return false; }
+    void Load() override {}
+    void Unload() override {}
+    void AddBEI(const QString&, const QString&, const QString&) override {}
+    void Show() override {}
+    void navigateHome(const QString&) override {}
+    void navigateMisc(const QString&) override {}
+    void setBody(const QString&) override {}
+    PrivateWindow& create() override
+    {
+        throw RunTimeError(RunTimeError::Number::ObjectVariableNotSet);
+    }
+};

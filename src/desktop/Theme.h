@@ -1,0 +1,6 @@
+#pragma once
+
+class QApplication;
+
+// The look of all windows: one palette, one typeface, calm controls.
+void applyTheme(QApplication& application);
