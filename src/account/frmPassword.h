@@ -35,5 +35,5 @@ private:
     QLabel* Label1;
     QLabel* lblusr;
     QLineEdit* Text1;
-    QTimer flsh;
+    QTimer flsh{this};
 };
