@@ -64,12 +64,13 @@ ChannelInfo::ChannelInfo(const Parts& parts)
         button->setAccessibleName(caption);
         buttons->addWidget(button);
         parts.handlers.connect(button, &xpButton::Click, this, handler);
+        return button;
     };
     for (const List& list : lists)
         addButton(list.button, list.caption, [this, &list] { showList(list); });
     addButton(u"cmdRemove"_s, u"Remove"_s, [this] { cmdRemove_Click(); });
     buttons->addStretch();
-    addButton(u"cmdOK"_s, u"OK"_s, [this] { Unload(); });
+    auto* cmdOK = addButton(u"cmdOK"_s, u"OK"_s, [this] { Unload(); });
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(margin, margin, margin, margin);
@@ -78,6 +79,8 @@ ChannelInfo::ChannelInfo(const Parts& parts)
     layout->addLayout(buttons);
     resize(startSize);
     new ButtonKeys(this);
+    // On getting the focus the list would mark its first row as if that were selected.
+    cmdOK->setFocus();
 }
 
 void ChannelInfo::AddBEI(const QString& mask, const QString& setter, const QString& time)
