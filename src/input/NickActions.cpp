@@ -44,7 +44,7 @@ struct NickActions::Greeting
     QString (*text)(const QString& nick);
 };
 
-const NickActions::Greeting NickActions::greetings[]{
+const std::array<NickActions::Greeting, 5> NickActions::greetings{{
     {"mnu_hi"_L1, [](const QString& nick) -> QString { return "Says Hi To "_L1 + nick; }},
     {"mnu_welcome"_L1,
      [](const QString& nick) -> QString {
@@ -59,7 +59,7 @@ const NickActions::Greeting NickActions::greetings[]{
          return "slaps "_L1 % strColor % u'4' % nick % strColor %
                 "6 around a bit with a large trout."_L1;
      }},
-};
+}};
 
 struct NickActions::Rank
 {
@@ -71,14 +71,14 @@ struct NickActions::Rank
     bool (NickList::*holds)(const QString& nick) const;
 };
 
-const NickActions::Rank NickActions::ranks[]{
+const std::array<NickActions::Rank, 3> NickActions::ranks{{
     {"mnu_nicks_op"_L1, [](const RankEntries& e) -> MenuEntry& { return e.mnu_nicks_op; }, "&Op"_L1,
      "De&Op"_L1, u'o', &NickList::isOp},
     {"mnu_nicks_halfop"_L1, [](const RankEntries& e) -> MenuEntry& { return e.mnu_nicks_halfop; },
      "&HalfOp"_L1, "De&HalfOp"_L1, u'h', &NickList::isHalfOp},
     {"mnu_nicks_voice"_L1, [](const RankEntries& e) -> MenuEntry& { return e.mnu_nicks_voice; },
      "&Voice"_L1, "De&Voice"_L1, u'v', &NickList::isVoice},
-};
+}};
 
 struct NickActions::Action
 {
@@ -86,14 +86,14 @@ struct NickActions::Action
     void (NickActions::*handler)();
 };
 
-const NickActions::Action NickActions::actions[]{
+const std::array<NickActions::Action, 6> NickActions::actions{{
     {"mnu_nicks_pm"_L1, &NickActions::mnu_nicks_pm_Click},
     {"mnu_blocked"_L1, &NickActions::mnu_blocked_Click},
     {"mnu_ownaction"_L1, &NickActions::mnu_ownaction_Click},
     {"mnu_nicks_whois"_L1, &NickActions::mnu_nicks_whois_Click},
     {"mnu_nicks_kick"_L1, &NickActions::mnu_nicks_kick_Click},
     {"mnu_nicks_ban"_L1, &NickActions::mnu_nicks_ban_Click},
-};
+}};
 
 NickActions::NickActions(Parts parts)
     : m_parts(std::move(parts))

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <functional>
 
 class CommandProcessor;
@@ -59,9 +60,9 @@ private:
     struct Greeting;
     struct Rank;
     struct Action;
-    static const Greeting greetings[];
-    static const Rank ranks[];
-    static const Action actions[];
+    static const std::array<Greeting, 5> greetings;
+    static const std::array<Rank, 3> ranks;
+    static const std::array<Action, 6> actions;
 
     QString nick() const;
     bool isConnected() const;

@@ -8,6 +8,8 @@
 #include "platform/Winsock.h"
 #include "session/LineSink.h"
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -23,13 +25,13 @@ struct Preset
     QLatin1StringView announcement;
 };
 
-constexpr Preset presets[]{
+constexpr std::array<Preset, 5> presets{{
     {"mnu_status_brb"_L1, "I will be back later."_L1, "I will be right back."_L1},
     {"mnu_status_lunch"_L1, "I am having my lunch"_L1, "I'm having my lunch."_L1},
     {"mnu_status_phone"_L1, "I am on the phone"_L1, "I'm on the phone."_L1},
     {"mnu_status_busy"_L1, "I am busy"_L1, "I'm busy right now."_L1},
     {"mnu_status_afk"_L1, "I am away from the keyboard"_L1, "I'm away from the keyboard."_L1},
-};
+}};
 
 } // namespace
 
