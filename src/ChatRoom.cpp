@@ -7,6 +7,8 @@
 #include "render/ColorTables.h"
 #include "session/SessionStart.h"
 
+#include <QMenu>
+
 using namespace Qt::StringLiterals;
 
 ChatRoom::ChatRoom(const Parts& parts)
@@ -17,8 +19,8 @@ ChatRoom::ChatRoom(const Parts& parts)
     , writer(parts.variables)
     , status(writer, window.DataIn())
     , queries(parts.privateWindows,
-              {window.entry("mnu_pm_no"_L1), window.entry("mnu_pm_yes"_L1),
-               window.entry("mnu_blocked"_L1)},
+              {window.entry(u"mnu_pm_no"_s), window.entry(u"mnu_pm_yes"_s),
+               window.entry(u"mnu_blocked"_s)},
               parts.ignoreRows)
     , connection(
           {
@@ -49,13 +51,16 @@ ChatRoom::ChatRoom(const Parts& parts)
     , ctcp({writer, roomText, connection, channels, queries})
     , identResponder({parts.variables, writer, window.DataIn(), parts.surroundings.events, IDENT},
                      parts.handlers)
+    , nickForms({parts.variables, room, connection, commands, parts.login,
+                 parts.surroundings.dialogs, *this, parts.handlers})
+    , channelLists({parts.variables, connection, parts.surroundings.events, parts.handlers}, room)
     , interpreter({
           .variables = parts.variables,
           .login = parts.login,
           .channel = window,
-          .prompts = parts.prompts,
+          .prompts = nickForms,
           .buddies = parts.buddies,
-          .channelInfo = parts.channelInfo,
+          .channelInfo = channelLists,
           .dialogs = parts.surroundings.dialogs,
           .events = parts.surroundings.events,
           .connection = connection,
@@ -72,13 +77,28 @@ ChatRoom::ChatRoom(const Parts& parts)
     , topicField(room, connection)
     , inputLine(
           {parts.variables, ownStyle, room, window, connection, writer, parts.surroundings.dialogs})
+    , nickActions({parts.variables,
+                   room,
+                   connection,
+                   commands,
+                   queries,
+                   parts.surroundings.dialogs,
+                   {window.entry(u"mnu_nicks_op"_s), window.entry(u"mnu_nicks_halfop"_s),
+                    window.entry(u"mnu_nicks_voice"_s)},
+                   parts.ignoreRows})
+    , presence({room, connection, commands, parts.surroundings.dialogs,
+                window.entry(u"mnu_status_away"_s)})
+    , options({window.entry(u"mnu_pm_no"_s), window.entry(u"mnu_pm_yes"_s),
+               window.entry(u"mnu_sound_no"_s), window.entry(u"mnu_sound_yes"_s), window.DataIn(),
+               writer, parts.surroundings.dialogs})
 {
     sock.setLocalAddress(parts.surroundings.localAddress);
     IDENT.setLocalAddress(parts.surroundings.localAddress);
     IDENT.LocalPort = parts.surroundings.identPort;
     IDENT.RemotePort = parts.surroundings.identPort;
     connection.setInterpreter([this](const QString& line) { interpreter.interpret(line); });
-    wire();
+    wireWindow();
+    wireEntries();
 }
 
 void ChatRoom::Form_Load()
@@ -87,8 +107,9 @@ void ChatRoom::Form_Load()
                  m_parts.variables, ownStyle);
 }
 
-void ChatRoom::wire()
+void ChatRoom::wireWindow()
 {
+    const Handlers& handlers = m_parts.handlers;
     window.setKeyHooks({
         .topicKeyDown = [this](int keyCode) { return topicField.KeyDown(keyCode); },
         .topicKeyPress = [this](int character) { return topicField.KeyPress(character); },
@@ -101,21 +122,38 @@ void ChatRoom::wire()
         ownStyle.UnderlinePrefix = underline ? QString(strUnderline) : QString();
     });
     connect(&window, &Channel::closedToTray, this, [this] { m_parts.login.Show(); });
+    handlers.connect(&window, &Channel::Label1_Click, this,
+                     [this] { nickActions.click(u"mnu_ownaction"_s); });
+    handlers.connect(&window, &Channel::lstNicks_DblClick, this,
+                     [this] { nickActions.lstNicks_DblClick(); });
+    handlers.connect(&window, &Channel::lstNicks_RightButtonDown, this, [this](const QPoint& at) {
+        nickActions.lstNicks_MouseDown();
+        window.menus().nicks()->popup(at);
+    });
+}
 
-    struct EntryRow
-    {
-        QLatin1StringView name;
-        void (Connection::*click)();
+void ChatRoom::wireEntries()
+{
+    const auto onClick = [this](const QString& name, auto handler) {
+        m_parts.handlers.connect(&window.entry(name), &QAction::triggered, this, handler);
     };
-    static constexpr EntryRow entries[]{
-        {"mnu_File_Connect"_L1, &Connection::mnu_File_Connect_Click},
-        {"mnu_File_Disconnect"_L1, &Connection::mnu_File_Disconnect_Click},
-        {"mnu_Terminate"_L1, &Connection::mnu_terminate_Click},
-        {"mnu_systray_exit"_L1, &Connection::mnu_terminate_Click},
+    const auto terminate = [this] { connection.mnu_terminate_Click(); };
+    onClick(u"mnu_File_Connect"_s, [this] { connection.mnu_File_Connect_Click(); });
+    onClick(u"mnu_File_Disconnect"_s, [this] { connection.mnu_File_Disconnect_Click(); });
+    onClick(u"mnu_Terminate"_s, terminate);
+    onClick(u"mnu_systray_exit"_s, terminate);
+    onClick(u"mnu_register_nickname"_s, [this] { nickForms.mnu_register_nickname_Click(); });
+    onClick(u"mnu_File_changenick"_s, [this] { nickForms.mnu_File_changenick_Click(); });
+    onClick(u"mnu_File_changepass"_s, [this] { nickForms.mnu_File_changepass_Click(); });
+    onClick(u"mnu_chan_ban"_s, [this] { channelLists.mnu_chan_ban_Click(); });
+
+    const auto onTable = [&](auto& table) {
+        for (const QString& name : table.entries())
+            onClick(name, [&table, name] { table.click(name); });
     };
-    for (const EntryRow& row : entries)
-        m_parts.handlers.connect(&window.entry(row.name), &QAction::triggered, this,
-                                 [this, click = row.click] { (connection.*click)(); });
+    onTable(nickActions);
+    onTable(presence);
+    onTable(options);
 }
 
 void ChatRoom::selectcolor(const QString& code)

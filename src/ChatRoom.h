@@ -1,13 +1,18 @@
 #pragma once
 
+#include "account/NickForms.h"
+#include "channel/ChannelLists.h"
 #include "channel/ChannelTable.h"
 #include "channel/ModeLine.h"
 #include "channel/TopicField.h"
 #include "desktop/Channel.h"
+#include "input/ChatOptions.h"
 #include "input/CommandProcessor.h"
 #include "input/Identifiers.h"
 #include "input/InputLine.h"
+#include "input/NickActions.h"
 #include "input/OwnTextStyle.h"
+#include "input/Presence.h"
 #include "platform/TcpWinsock.h"
 #include "query/QueryTable.h"
 #include "render/IncomingText.h"
@@ -19,13 +24,15 @@
 #include "session/Interpreter.h"
 #include "session/NickEvents.h"
 
+#include <QApplication>
+
 class Handlers;
 class Settings;
 struct Surroundings;
 
 // The main window with all that lives as long as it: the session, the room, the input. Made at
 // the first touch of the main window.
-class ChatRoom final : public QObject
+class ChatRoom final : public QObject, private NickFormHost
 {
     Q_OBJECT
 public:
@@ -36,15 +43,13 @@ public:
         const Settings& settings;
         SessionVariables& variables;
         SignInForm& login;
-        NickPrompts& prompts;
         ContactList& buddies;
-        ListsForm& channelInfo;
         WebPages& pages;
         Popup& popup;
         TrafficLog& debugWin;
         Program& program;
         PrivateWindowFactory& privateWindows;
-        QueryTable::IgnoreRows ignoreRows;
+        std::function<ListBox&()> ignoreRows;
     };
 
     explicit ChatRoom(const Parts& parts);
@@ -56,7 +61,10 @@ public:
     void selectcolor(const QString& code);
 
 private:
-    void wire();
+    void wireWindow();
+    void wireEntries();
+    void setChannelEnabled(bool enabled) override { window.setEnabled(enabled); }
+    void FlashWindow(QWidget& form) override { QApplication::alert(&form); }
 
     Parts m_parts;
 
@@ -78,7 +86,12 @@ public:
     NickEvents nickEvents;
     Ctcp ctcp;
     IdentResponder identResponder;
+    NickForms nickForms;
+    ChannelLists channelLists;
     Interpreter interpreter;
     TopicField topicField;
     InputLine inputLine;
+    NickActions nickActions;
+    Presence presence;
+    ChatOptions options;
 };

@@ -43,15 +43,13 @@ ChatRoom& Messenger::chatRoom()
         .settings = m_settings,
         .variables = m_variables,
         .login = m_login,
-        .prompts = m_pending,
         .buddies = m_pending,
-        .channelInfo = m_pending,
         .pages = m_pending,
         .popup = m_pending,
         .debugWin = *this,
         .program = *this,
         .privateWindows = m_pending,
-        .ignoreRows = [this]() -> const ListBox& { return m_ignoreRows; },
+        .ignoreRows = [this]() -> ListBox& { return m_ignoreRows; },
     });
     try {
         m_chatRoom->Form_Load();

@@ -5,22 +5,13 @@
 #include "session/Ports.h"
 
 // Stand-ins for windows that are still to come.
-struct PendingWindows final : NickPrompts,
-                              ContactList,
-                              ListsForm,
-                              WebPages,
-                              Popup,
-                              PrivateWindowFactory
+struct PendingWindows final : ContactList, WebPages, Popup, PrivateWindowFactory
 {
-    void showPassword() override {}
-    void unloadPassword() override {}
-    void showUseNick() override {}
     void AddUsers(const QString&) override {}
     void clearOnline() override {}
     bool Visible() const override { return false; }
     void Load() override {}
     void Unload() override {}
-    void AddBEI(const QString&, const QString&, const QString&) override {}
     void Show() override {}
     void navigateHome(const QString&) override {}
     void navigateMisc(const QString&) override {}

@@ -334,12 +334,12 @@ void Channel::focusInput()
 
 MenuEntry& Channel::mnu_File_Connect()
 {
-    return entry("mnu_File_Connect"_L1);
+    return entry(u"mnu_File_Connect"_s);
 }
 
 MenuEntry& Channel::mnu_File_Disconnect()
 {
-    return entry("mnu_File_Disconnect"_L1);
+    return entry(u"mnu_File_Disconnect"_s);
 }
 
 void Channel::setComputerName(const QString& name)

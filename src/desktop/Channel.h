@@ -37,7 +37,7 @@ public:
 
     void setKeyHooks(KeyHooks hooks) { m_hooks = std::move(hooks); }
     const MenuTree& menus() const { return *m_menus; }
-    ActionEntry& entry(QLatin1StringView name) const { return m_menus->entry(name); }
+    ActionEntry& entry(const QString& name) const { return m_menus->entry(name); }
     // The pages of the tabs "Home" and "Misc"; the window takes them.
     void setWebPages(QWidget* home, QWidget* misc);
 

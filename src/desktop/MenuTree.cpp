@@ -133,10 +133,10 @@ MenuTree::MenuTree(QWidget* window)
         }
         }
     }
-    entry("mnu_File_Disconnect"_L1).QAction::setEnabled(false);
+    entry(u"mnu_File_Disconnect"_s).QAction::setEnabled(false);
 }
 
-ActionEntry& MenuTree::entry(QLatin1StringView name) const
+ActionEntry& MenuTree::entry(const QString& name) const
 {
     ActionEntry* action = m_entries.value(name);
     Q_ASSERT(action);

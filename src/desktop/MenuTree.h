@@ -17,7 +17,7 @@ public:
     explicit MenuTree(QWidget* window);
 
     QMenuBar* bar() const { return m_bar; }
-    ActionEntry& entry(QLatin1StringView name) const;
+    ActionEntry& entry(const QString& name) const;
     // The two menus that are never in the bar.
     QMenu* systray() const { return m_popups.value(QStringLiteral("mnu_systray")); }
     QMenu* nicks() const { return m_popups.value(QStringLiteral("mnu_nicks")); }
