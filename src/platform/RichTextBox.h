@@ -12,6 +12,8 @@ struct InlinePicture
     QString code;     // what copying the picture gives
     QString resource; // path of its drawing (SVG)
     QSize size;       // logical pixels
+
+    bool operator==(const InlinePicture&) const = default;
 };
 
 // A view of formatted text with an insertion point. Offsets and lengths are in characters, a

@@ -63,9 +63,12 @@ QString normalisedLineEnds(QString text)
 class RichTextBoxWidget::Edit final : public QTextEdit
 {
 public:
-    explicit Edit(RichTextBoxWidget* box)
+    using Released = std::function<void(const QMouseEvent& event)>;
+
+    Edit(RichTextBoxWidget* box, Released released)
         : QTextEdit(box)
         , m_box(*box)
+        , m_released(std::move(released))
     {
     }
 
@@ -93,6 +96,13 @@ protected:
                 action->setEnabled(false);
         }
         menu->exec(event->globalPos());
+    }
+
+    // A click into a selection gives it up only here, so what it comes to is known afterwards.
+    void mouseReleaseEvent(QMouseEvent* event) override
+    {
+        QTextEdit::mouseReleaseEvent(event);
+        m_released(*event);
     }
 
     // Copying a picture gives its code, and pasting brings plain text only.
@@ -126,11 +136,12 @@ private:
     bool isLocked() const { return m_box.m_locked && m_box.m_locked(); }
 
     RichTextBoxWidget& m_box;
+    Released m_released;
 };
 
 RichTextBoxWidget::RichTextBoxWidget(QWidget* parent)
     : QWidget(parent)
-    , m_edit(new Edit(this))
+    , m_edit(new Edit(this, [this](const QMouseEvent& event) { finishSelection(event); }))
     , m_insertion(m_edit->document())
 {
     auto* layout = new QVBoxLayout(this);
@@ -306,22 +317,10 @@ bool RichTextBoxWidget::eventFilter(QObject* watched, QEvent* event)
     }
     if (watched != m_edit->viewport())
         return QWidget::eventFilter(watched, event);
-    const auto place = [this, event] {
-        return m_edit->viewport()->mapTo(this, static_cast<QMouseEvent*>(event)->pos());
-    };
     switch (event->type()) {
     case QEvent::MouseMove:
-        Q_EMIT MouseMove(place());
+        Q_EMIT MouseMove(placeOf(*static_cast<QMouseEvent*>(event)));
         break;
-    case QEvent::MouseButtonRelease: {
-        // The user's own selection is the selection that everybody sees.
-        const QTextCursor cursor = m_edit->textCursor();
-        select(cursor.anchor(), cursor.position());
-        Q_EMIT MouseUp(place());
-        if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
-            Q_EMIT Click();
-        break;
-    }
     case QEvent::MouseButtonDblClick:
         Q_EMIT DblClick();
         break;
@@ -329,6 +328,21 @@ bool RichTextBoxWidget::eventFilter(QObject* watched, QEvent* event)
         break;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+QPoint RichTextBoxWidget::placeOf(const QMouseEvent& event) const
+{
+    return m_edit->viewport()->mapTo(this, event.pos());
+}
+
+// The user's own selection is the selection that everybody sees.
+void RichTextBoxWidget::finishSelection(const QMouseEvent& event)
+{
+    const QTextCursor cursor = m_edit->textCursor();
+    select(cursor.anchor(), cursor.position());
+    Q_EMIT MouseUp(placeOf(event));
+    if (event.button() == Qt::LeftButton)
+        Q_EMIT Click();
 }
 
 int RichTextBoxWidget::positionOf(qsizetype offset) const

@@ -70,6 +70,8 @@ protected:
 private:
     class Edit;
 
+    QPoint placeOf(const QMouseEvent& event) const;
+    void finishSelection(const QMouseEvent& event);
     int positionOf(qsizetype offset) const;
     qsizetype offsetOf(int position) const;
     void select(int anchor, int position);
