@@ -1,0 +1,338 @@
+#include "platform/RichTextBoxWidget.h"
+#include "render/ChatView.h"
+#include "support/MemoryView.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <functional>
+#include <memory>
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const InlinePicture smile{u":)"_s, u":/none.svg"_s, {18, 18}};
+
+// What both implementations have beside the interface, so that one suite can drive them.
+struct Subject
+{
+    std::unique_ptr<QWidget> widget;
+    RichTextBox* view = nullptr;
+    std::function<qsizetype(QPoint)> offsetAt;
+
+    QWidget* viewport() const
+    {
+        auto* area = qobject_cast<QAbstractScrollArea*>(widget.get());
+        return (area ? area : widget->findChild<QAbstractScrollArea*>())->viewport();
+    }
+    // A point in the middle of the character at an offset, in coordinates of the widget.
+    QPoint pointOf(qsizetype offset) const
+    {
+        for (int y = 0; y < widget->height(); y += 4) {
+            int first = -1;
+            for (int x = 0; x < widget->width(); ++x) {
+                const bool isHere = offsetAt({x, y}) == offset;
+                if (isHere && first < 0)
+                    first = x;
+                if (!isHere && first >= 0)
+                    return {(first + x) / 2, y};
+            }
+        }
+        return {-1, -1};
+    }
+};
+
+template<typename View>
+Subject make()
+{
+    auto view = std::make_unique<View>();
+    View* raw = view.get();
+    raw->resize(400, 300);
+    return {std::move(view), raw, [raw](QPoint point) { return raw->offsetAt(point); }};
+}
+
+using Make = Subject (*)();
+
+void write(RichTextBox& view, const QString& text)
+{
+    view.setSelStart(view.TextLength());
+    view.setSelText(text);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Make)
+
+class RichTextBoxTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase_data();
+    void init();
+    void cleanup() { m_subject = {}; }
+
+    void countsALineEndAsTwo_data();
+    void countsALineEndAsTwo();
+    void replacesTheSelection();
+    void takesOffsetsBeyondTheEndAsTheEnd();
+    void insertsWhatStandsBeforeCodeZero();
+    void keepsAttributesUntilTheyAreSet();
+    void raisesAChangeForEachChange();
+    void letsTheChangeHandlerChangeTheText();
+    void setsTheWholeText();
+    void pictureIsOneCharacter();
+    void behavesLikeThePlainModel();
+    void tellsTheCharacterUnderAPoint();
+    void releaseTellsTheReadersSelection();
+
+private:
+    RichTextBox& view() const { return *m_subject.view; }
+
+    Subject m_subject;
+};
+
+void RichTextBoxTest::initTestCase_data()
+{
+    QTest::addColumn<Make>("make");
+    QTest::newRow("RichTextBoxWidget") << Make(&make<RichTextBoxWidget>);
+    QTest::newRow("ChatView") << Make(&make<ChatView>);
+}
+
+void RichTextBoxTest::init()
+{
+    QFETCH_GLOBAL(Make, make);
+    m_subject = make();
+}
+
+void RichTextBoxTest::countsALineEndAsTwo_data()
+{
+    QTest::addColumn<QString>("written");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("CR LF") << u"a\r\nb"_s << u"a\r\nb"_s;
+    QTest::newRow("CR") << u"a\rb"_s << u"a\r\nb"_s;
+    QTest::newRow("LF") << u"a\nb"_s << u"a\r\nb"_s;
+    QTest::newRow("at both ends") << u"\r\na\r\n"_s << u"\r\na\r\n"_s;
+    QTest::newRow("LF CR is two") << u"\n\r"_s << u"\r\n\r\n"_s;
+}
+
+void RichTextBoxTest::countsALineEndAsTwo()
+{
+    QFETCH(QString, written);
+    QFETCH(QString, text);
+    view().setSelText(written);
+    QCOMPARE(view().Text(), text);
+    QCOMPARE(view().TextLength(), text.size());
+    QCOMPARE(view().SelStart(), text.size());
+    for (qsizetype start = 0; start <= text.size(); ++start) {
+        for (qsizetype length = 0; length <= text.size(); ++length)
+            QCOMPARE(view().TextRange(start, length), text.mid(start, length));
+    }
+}
+
+void RichTextBoxTest::replacesTheSelection()
+{
+    write(view(), u"one\r\ntwo\r\nthree"_s);
+    view().setSelStart(2);
+    view().setSelLength(8);
+    QCOMPARE(view().SelText(), u"e\r\ntwo\r\n"_s);
+    view().setSelText(u"<>"_s);
+    QCOMPARE(view().Text(), u"on<>three"_s);
+    QCOMPARE(view().SelStart(), 4);
+    QCOMPARE(view().SelLength(), 0);
+    view().setSelText(u"!"_s);
+    QCOMPARE(view().Text(), u"on<>!three"_s);
+}
+
+void RichTextBoxTest::takesOffsetsBeyondTheEndAsTheEnd()
+{
+    write(view(), u"abc"_s);
+    view().setSelStart(99);
+    QCOMPARE(view().SelStart(), 3);
+    view().setSelStart(1);
+    view().setSelLength(99);
+    QCOMPARE(view().SelLength(), 2);
+    view().setSelLength(-1);
+    QCOMPARE(view().SelLength(), 0);
+    QCOMPARE(view().TextRange(2, 99), u"c"_s);
+    QCOMPARE(view().TextRange(5, 1), QString());
+}
+
+void RichTextBoxTest::insertsWhatStandsBeforeCodeZero()
+{
+    write(view(), u"ab"_s + QChar(u'\0') + u"cd"_s);
+    QCOMPARE(view().Text(), u"ab"_s);
+}
+
+void RichTextBoxTest::keepsAttributesUntilTheyAreSet()
+{
+    view().setSelColor(0x123456);
+    view().setSelBold(true);
+    view().setSelUnderline(true);
+    view().setSelStrikeThru(true);
+    view().setSelFontName(u"Courier"_s);
+    view().setSelFontSize(13);
+    write(view(), u"styled"_s);
+    view().setSelStart(0);
+    view().setSelLength(3);
+    view().setSelText({});
+    QCOMPARE(view().SelColor() & 0xffffff, QRgb(0x123456));
+    QVERIFY(view().SelBold());
+    QVERIFY(view().SelUnderline());
+    QVERIFY(view().SelStrikeThru());
+    QCOMPARE(view().SelFontName(), u"Courier"_s);
+    QCOMPARE(view().SelFontSize(), 13);
+}
+
+void RichTextBoxTest::raisesAChangeForEachChange()
+{
+    QStringList seen;
+    view().onChange([&] { seen.append(view().Text()); });
+    view().setSelText(u"a"_s);
+    view().setSelText({});
+    view().setSelStart(0);
+    view().setSelLength(1);
+    view().setSelText({});
+    {
+        const EditBlock block(view());
+        view().setSelText(u"b"_s);
+        view().InsertPicture(smile);
+    }
+    const QString picture(RichTextBox::pictureCharacter);
+    QCOMPARE(seen, QStringList({u"a"_s, {}, u"b"_s, u"b"_s + picture}));
+}
+
+void RichTextBoxTest::letsTheChangeHandlerChangeTheText()
+{
+    view().onChange([&] {
+        const qsizetype code = view().Text().indexOf(u":)"_s);
+        if (code < 1)
+            return;
+        view().setSelStart(code);
+        view().setSelLength(2);
+        view().setSelText({});
+        view().setSelStart(code);
+        view().InsertPicture(smile);
+    });
+    const EditBlock block(view());
+    write(view(), u":- a :) b"_s);
+    write(view(), u" :):) c"_s);
+    write(view(), u"\r\n"_s);
+    write(view(), u"d"_s);
+    QString expected = u":- a * b ** c\r\nd"_s;
+    QCOMPARE(view().Text(), expected.replace(u'*', RichTextBox::pictureCharacter));
+}
+
+void RichTextBoxTest::setsTheWholeText()
+{
+    write(view(), u"before\r\n"_s);
+    view().InsertPicture(smile);
+    view().setText(u"x\r\ny"_s);
+    QCOMPARE(view().Text(), u"x\r\ny"_s);
+    QCOMPARE(view().SelStart(), 0);
+    QCOMPARE(view().SelLength(), 0);
+    view().setText({});
+    QCOMPARE(view().TextLength(), 0);
+    write(view(), u"again"_s);
+    QCOMPARE(view().Text(), u"again"_s);
+}
+
+void RichTextBoxTest::pictureIsOneCharacter()
+{
+    write(view(), u"a\r\nbcd"_s);
+    view().setSelStart(4);
+    view().setSelLength(1);
+    view().InsertPicture(smile);
+    QCOMPARE(view().Text(), u"a\r\nb"_s + RichTextBox::pictureCharacter + u'd');
+    QCOMPARE(view().SelStart(), 5);
+    QCOMPARE(view().SelLength(), 0);
+}
+
+void RichTextBoxTest::behavesLikeThePlainModel()
+{
+    const QStringList pieces{u"word "_s, u"\r\n"_s, {},          u"line\r\nline\r\n"_s,
+                             u"\n\n"_s,  u"\r"_s,   u"\u20ac"_s, u"\u00e9t\u00e9"_s};
+    MemoryView model;
+    std::mt19937 random(20260701); // NOLINT: the same steps each time
+    const auto upTo = [&random](qsizetype limit) {
+        return static_cast<qsizetype>(random() % static_cast<unsigned>(limit + 1));
+    };
+    // No place lies between CR and LF.
+    const auto place = [&](qsizetype limit) {
+        const qsizetype offset = upTo(limit);
+        return model.TextRange(offset - 1, 2) == "\r\n"_L1 ? offset - 1 : offset;
+    };
+    for (int step = 0; step < 800; ++step) {
+        const qsizetype start = upTo(3) == 0 ? place(model.TextLength()) : model.TextLength();
+        const qsizetype end = std::max(start, place(model.TextLength()));
+        const qsizetype length = upTo(2) == 0 ? std::min<qsizetype>(end - start, 40) : 0;
+        const bool endsInside = model.TextRange(start + length - 1, 2) == "\r\n"_L1;
+        const QString piece = pieces[upTo(pieces.size() - 1)];
+        const int action = static_cast<int>(upTo(99));
+        for (RichTextBox* each : {static_cast<RichTextBox*>(&model), m_subject.view}) {
+            if (action == 0) {
+                each->setText(piece);
+                continue;
+            }
+            each->setSelStart(start);
+            each->setSelLength(endsInside ? length + 1 : length);
+            if (action < 20)
+                each->InsertPicture(smile);
+            else
+                each->setSelText(piece);
+        }
+        QCOMPARE(view().TextLength(), model.TextLength());
+        QCOMPARE(view().SelStart(), model.SelStart());
+        QCOMPARE(view().SelLength(), model.SelLength());
+        const qsizetype from = upTo(model.TextLength());
+        QCOMPARE(view().TextRange(from, 30), model.TextRange(from, 30));
+        if (step % 20 == 0)
+            QCOMPARE(view().Text(), model.Text());
+    }
+    QCOMPARE(view().Text(), model.Text());
+}
+
+void RichTextBoxTest::tellsTheCharacterUnderAPoint()
+{
+    view().setSelFontSize(12);
+    write(view(), u"first\r\n"_s);
+    write(view(), u"second "_s);
+    m_subject.widget->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_subject.widget.get()));
+    const QPoint letter = m_subject.pointOf(9);
+    QVERIFY(letter.x() > 0);
+    QCOMPARE(m_subject.offsetAt(letter), 9);
+    QCOMPARE(m_subject.offsetAt({350, letter.y()}), -1);
+    QCOMPARE(m_subject.offsetAt({letter.x(), 290}), -1);
+    QCOMPARE(m_subject.offsetAt({-5, -5}), -1);
+}
+
+void RichTextBoxTest::releaseTellsTheReadersSelection()
+{
+    view().setSelFontSize(12);
+    write(view(), u"first\r\n"_s);
+    write(view(), u"second "_s);
+    m_subject.widget->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_subject.widget.get()));
+    QWidget* viewport = m_subject.viewport();
+    const auto inViewport = [&](qsizetype offset) {
+        return viewport->mapFrom(m_subject.widget.get(), m_subject.pointOf(offset));
+    };
+    QSignalSpy clicks(m_subject.widget.get(), SIGNAL(Click()));
+    QSignalSpy releases(m_subject.widget.get(), SIGNAL(MouseUp(QPoint)));
+    const QPoint from = inViewport(8);
+    const QPoint to = inViewport(11);
+    QTest::mousePress(viewport, Qt::LeftButton, {}, from + QPoint(-2, 0));
+    QTest::mouseMove(viewport, to + QPoint(-2, 0));
+    QTest::mouseRelease(viewport, Qt::LeftButton, {}, to + QPoint(-2, 0));
+    QCOMPARE(view().SelText(), u"eco"_s);
+    QCOMPARE(clicks.count(), 1);
+    QCOMPARE(releases.count(), 1);
+    QTest::mouseClick(viewport, Qt::LeftButton, {}, from);
+    QCOMPARE(view().SelLength(), 0);
+}
+
+QTEST_MAIN(RichTextBoxTest)
+#include "tst_richtextbox.moc"
