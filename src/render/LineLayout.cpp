@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -106,22 +107,40 @@ QRect LineLayout::caret(int column) const
 
 QRect LineLayout::characterRect(int column) const
 {
-    const Row& row = rowOf(column);
+    return characterRect(rowOf(column), column);
+}
+
+QRect LineLayout::characterRect(const Row& row, int column)
+{
     const qreal from = row.line.cursorToX(columnIn(row, column));
     const qreal to = row.line.cursorToX(columnIn(row, column), QTextLine::Trailing);
-    return QRectF(std::min(from, to), row.top, std::abs(to - from), row.height).toRect();
+    const auto left = static_cast<int>(std::floor(std::min(from, to)));
+    return {left, row.top, static_cast<int>(std::ceil(std::max(from, to))) - left, row.height};
 }
 
 void LineLayout::draw(QPainter& painter, QPoint at, const Selection& selection,
                       PictureCache& pictures, const QRect& clip) const
 {
+    for (const Row& row : m_rows)
+        fillSelection(painter, at, selection, row);
     for (const Segment& segment : m_segments)
         segment.layout->draw(&painter, at, selectionFormats(segment, selection), clip);
-    drawPictures(painter, at, selection, pictures);
-    if (selection.start <= m_text.size() && selection.end > m_text.size()) {
-        const QRect end = caret(static_cast<int>(m_text.size())).translated(at);
-        painter.fillRect(end.adjusted(0, 0, end.height() / 4, 0), selection.background);
-    }
+    drawPictures(painter, at, pictures);
+}
+
+// Over the whole height of the row, so that the selection is one piece. Neighbours in the text
+// need not be neighbours on the screen.
+void LineLayout::fillSelection(QPainter& painter, QPoint at, const Selection& selection,
+                               const Row& row) const
+{
+    const int end = std::min(selection.end, row.end);
+    QRegion region;
+    for (int column = std::max(selection.start, row.start); column < end; ++column)
+        region += characterRect(row, column);
+    if (&row == &m_rows.back() && selection.start <= row.end && selection.end > row.end)
+        region += caret(row.end).adjusted(0, 0, row.height / 4, 0);
+    for (const QRect& part : region)
+        painter.fillRect(part.translated(at), selection.background);
 }
 
 void LineLayout::addSegment(int start)
@@ -202,7 +221,6 @@ QList<QTextLayout::FormatRange> LineLayout::selectionFormats(const Segment& segm
     if (start == end)
         return ranges;
     QTextCharFormat format;
-    format.setBackground(selection.background);
     format.setForeground(selection.foreground);
     int from = start;
     for (const Picture& picture : m_pictures) {
@@ -218,8 +236,7 @@ QList<QTextLayout::FormatRange> LineLayout::selectionFormats(const Segment& segm
     return ranges;
 }
 
-void LineLayout::drawPictures(QPainter& painter, QPoint at, const Selection& selection,
-                              PictureCache& pictures) const
+void LineLayout::drawPictures(QPainter& painter, QPoint at, PictureCache& pictures) const
 {
     const qreal ratio = painter.device()->devicePixelRatioF();
     for (const Picture& picture : m_pictures) {
@@ -227,8 +244,6 @@ void LineLayout::drawPictures(QPainter& painter, QPoint at, const Selection& sel
         const QSize size = picture.picture->size;
         const PictureExtent extent(row.line, size.height());
         const QRect character = characterRect(picture.column).translated(at);
-        if (picture.column >= selection.start && picture.column < selection.end)
-            painter.fillRect(character, selection.background);
         const int top = at.y() + qRound(row.baseline - extent.ascent);
         painter.drawPixmap(QRect({character.left(), top}, size),
                            pictures.pixmap(*picture.picture, ratio));

@@ -74,8 +74,10 @@ private:
     void addRow(QTextLine line, int segmentStart);
     QList<QTextLayout::FormatRange> selectionFormats(const Segment& segment,
                                                      const Selection& selection) const;
-    void drawPictures(QPainter& painter, QPoint at, const Selection& selection,
-                      PictureCache& pictures) const;
+    static QRect characterRect(const Row& row, int column);
+    void fillSelection(QPainter& painter, QPoint at, const Selection& selection,
+                       const Row& row) const;
+    void drawPictures(QPainter& painter, QPoint at, PictureCache& pictures) const;
 
     QString m_text; // a stand-in where a picture is
     QFont m_font;

@@ -9,6 +9,8 @@
 namespace {
 
 constexpr int rowSpacing = 2;
+constexpr int darkLightness = 128;
+constexpr int readableLightness = 170;
 constexpr QChar pictureStandIn = u'*'; // neutral for the direction of the text around it
 
 } // namespace
@@ -18,7 +20,7 @@ StyleFormats::StyleFormats(const AttributeTables& tables, const QFont& font,
     : m_tables(tables)
     , m_font(font)
     , m_text(palette.color(QPalette::Text))
-    , m_darkBase(palette.color(QPalette::Base).lightness() < 128)
+    , m_darkBase(palette.color(QPalette::Base).lightness() < darkLightness)
 {
 }
 
@@ -125,9 +127,15 @@ QTextCharFormat StyleFormats::format(ChatText::Attributes attributes) const
     return format;
 }
 
-// Black is the text that names no colour: on a dark base it is the palette's text.
+// The colours of chat are made for a light base. On a dark one the dark ones are made light, and
+// black, which is also the text that names no colour, becomes the palette's text.
 QColor StyleFormats::shownColor(QRgb color) const
 {
     const QColor named = QColor::fromRgb(color);
-    return m_darkBase && named == QColor(Qt::black) ? m_text : named;
+    if (!m_darkBase || named.lightness() >= darkLightness)
+        return named;
+    if (named == QColor(Qt::black))
+        return m_text;
+    return QColor::fromHsl(named.hslHue(), named.hslSaturation(),
+                           std::max(255 - named.lightness(), readableLightness));
 }
