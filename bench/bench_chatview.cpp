@@ -1,0 +1,306 @@
+#include "platform/RichTextBoxWidget.h"
+#include "render/ChatView.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QScrollBar>
+#include <QTemporaryFile>
+#include <QTextStream>
+#include <QTimer>
+
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int nameWidth = 32;
+constexpr auto drawing = "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 18 18'>"
+                         "<circle cx='9' cy='9' r='8' fill='#f5c542' stroke='#7a5c00'/></svg>";
+
+double cpuSeconds()
+{
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+qint64 residentBytes()
+{
+    QFile file(u"/proc/self/statm"_s);
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    return file.readAll().split(' ').value(1).toLongLong() * sysconf(_SC_PAGESIZE);
+}
+
+// Writes lines the way the program does: run by run at the end of the view, with a pass after
+// every change that turns a code into a picture.
+class Writer final
+{
+public:
+    Writer(RichTextBox& view, QString pictures)
+        : m_view(view)
+        , m_picture{u":)"_s, std::move(pictures), {18, 18}}
+    {
+        view.onChange([this] { insertPictures(); });
+    }
+
+    void writeLine(int number)
+    {
+        const EditBlock block(m_view);
+        m_view.setSelFontSize(10);
+        m_view.setSelFontName(u"Arial"_s);
+        m_view.setSelStart(m_view.TextLength());
+        m_view.setSelColor(0);
+        m_view.setSelBold(false);
+        m_view.setSelUnderline(false);
+        m_view.setSelStrikeThru(false);
+        if (number % 5 == 0)
+            m_view.setSelColor(0x00007f);
+        writeRun("<nick"_L1 + QString::number(number % 97) + "> "_L1);
+        if (number % 7 == 0)
+            m_view.setSelBold(true);
+        writeRun(u"says a few words of the usual length to everybody "_s);
+        if (number % 3 == 0)
+            writeRun(u"and smiles :) "_s);
+        m_view.setSelBold(false);
+        writeRun(u"\r\n"_s);
+    }
+
+private:
+    void writeRun(const QString& run)
+    {
+        m_view.setSelStart(m_view.TextLength());
+        m_view.setSelText(run);
+    }
+
+    void insertPictures()
+    {
+        const qsizetype from = std::max<qsizetype>(m_searched - 1, 0);
+        const qsizetype code = m_view.TextRange(from, m_view.TextLength() - from).indexOf(u":)"_s);
+        m_searched = m_view.TextLength();
+        if (code < 0)
+            return;
+        m_searched = from + code;
+        m_view.setSelStart(from + code);
+        m_view.setSelLength(2);
+        m_view.setSelText({});
+        m_view.setSelStart(from + code);
+        m_view.InsertPicture(m_picture);
+    }
+
+    RichTextBox& m_view;
+    InlinePicture m_picture;
+    qsizetype m_searched = 0;
+};
+
+struct Subject
+{
+    std::unique_ptr<QWidget> widget;
+    RichTextBox* view = nullptr;
+
+    QScrollBar* scrollBar() const
+    {
+        auto* area = qobject_cast<QAbstractScrollArea*>(widget.get());
+        return (area ? area : widget->findChild<QAbstractScrollArea*>())->verticalScrollBar();
+    }
+};
+
+template<typename View>
+Subject make()
+{
+    auto view = std::make_unique<View>();
+    View* raw = view.get();
+    raw->resize(700, 500);
+    raw->show();
+    return {std::move(view), raw};
+}
+
+using Make = Subject (*)();
+constexpr Make oldView = &make<RichTextBoxWidget>;
+constexpr Make newView = &make<ChatView>;
+
+void print(const QString& row, const QString& result)
+{
+    QTextStream(stdout) << row.leftJustified(nameWidth) << result << Qt::endl;
+}
+
+QString number(double value, int decimals, int width)
+{
+    return QString::number(value, 'f', decimals).rightJustified(width);
+}
+
+struct Burst
+{
+    Make make;
+    int lines;
+    bool yields;
+};
+
+void runBurst(const QString& row, const Burst& burst, const QString& picture)
+{
+    const Subject subject = burst.make();
+    Writer writer(*subject.view, picture);
+    for (int i = 0; i < 100; ++i) // fonts and the first frame
+        writer.writeLine(i);
+    QCoreApplication::processEvents();
+    const qint64 memory = residentBytes();
+    const qsizetype characters = subject.view->TextLength();
+    const double cpu = cpuSeconds();
+    QElapsedTimer time;
+    time.start();
+    for (int i = 0; i < burst.lines; ++i) {
+        writer.writeLine(i);
+        if (burst.yields)
+            QCoreApplication::processEvents();
+    }
+    const double written = static_cast<double>(time.nsecsElapsed()) / 1000;
+    // Settled is when the newest line is on the screen.
+    QTimer settled;
+    settled.setSingleShot(true);
+    settled.start(20);
+    while (settled.isActive())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    subject.widget->grab();
+    const double usedCpu = cpuSeconds() - cpu;
+    const auto text = static_cast<double>(subject.view->TextLength() - characters);
+    const auto grown = static_cast<double>(residentBytes() - memory);
+    print(row, number(written / burst.lines, 2, 10) + number(usedCpu, 2, 9) +
+                   number(text / burst.lines, 0, 9) + number((grown - text) / burst.lines, 0, 12));
+}
+
+Subject filled(Make make, int lines, const QString& picture)
+{
+    Subject subject = make();
+    Writer writer(*subject.view, picture);
+    for (int i = 0; i < lines; ++i)
+        writer.writeLine(i);
+    subject.view->onChange({});
+    subject.widget->grab();
+    return subject;
+}
+
+double worstMilliseconds(int times, const std::function<void(int)>& action)
+{
+    double worst = 0;
+    for (int i = 0; i < times; ++i) {
+        QElapsedTimer time;
+        time.start();
+        action(i);
+        worst = std::max(worst, static_cast<double>(time.nsecsElapsed()) / 1e6);
+    }
+    return worst;
+}
+
+struct Reading
+{
+    Make make;
+    int lines;
+};
+
+void runResize(const QString& row, const Reading& reading, const QString& picture)
+{
+    const Subject subject = filled(reading.make, reading.lines, picture);
+    const double worst = worstMilliseconds(20, [&](int i) {
+        subject.widget->resize(500 + 20 * (i % 2 ? i : 20 - i), 500);
+        QCoreApplication::processEvents();
+        subject.widget->grab();
+    });
+    print(row, "worst of 20 resizes, painted: "_L1 + number(worst, 2, 0) + " ms"_L1);
+}
+
+void runPageUp(const QString& row, const Reading& reading, const QString& picture)
+{
+    const Subject subject = filled(reading.make, reading.lines, picture);
+    QScrollBar* bar = subject.scrollBar();
+    while (bar->maximum() == 0)
+        QCoreApplication::processEvents();
+    bar->setValue(bar->maximum());
+    QElapsedTimer time;
+    time.start();
+    int pages = 0;
+    double worst = 0;
+    while (bar->value() > 0) {
+        worst = std::max(worst, worstMilliseconds(1, [&](int) {
+                             bar->triggerAction(QAbstractSlider::SliderPageStepSub);
+                             subject.widget->grab();
+                         }));
+        ++pages;
+    }
+    const auto total = static_cast<double>(time.elapsed());
+    print(row, QString::number(pages) + " pages, painted: "_L1 + number(total / pages, 2, 0) +
+                   " ms each, worst "_L1 + number(worst, 2, 0) + " ms"_L1);
+}
+
+struct Row
+{
+    QString name;
+    std::function<void(const QString& row, const QString& picture)> run;
+};
+
+Row burst(const QString& name, const Burst& burst)
+{
+    return {name,
+            [burst](const QString& row, const QString& picture) { runBurst(row, burst, picture); }};
+}
+
+Row reading(const QString& name, void (*run)(const QString&, const Reading&, const QString&),
+            const Reading& reading)
+{
+    return {name, [run, reading](const QString& row, const QString& picture) {
+                run(row, reading, picture);
+            }};
+}
+
+// The old view is slow: it is given fewer lines where more would take minutes.
+QList<Row> allRows()
+{
+    return {
+        burst(u"new-burst-2000"_s, {newView, 2'000, false}),
+        burst(u"new-burst-50000"_s, {newView, 50'000, false}),
+        burst(u"new-burst-200000"_s, {newView, 200'000, false}),
+        burst(u"new-burst-2000-yielding"_s, {newView, 2'000, true}),
+        burst(u"new-burst-50000-yielding"_s, {newView, 50'000, true}),
+        burst(u"new-burst-200000-yielding"_s, {newView, 200'000, true}),
+        burst(u"old-burst-2000"_s, {oldView, 2'000, false}),
+        burst(u"old-burst-50000"_s, {oldView, 50'000, false}),
+        burst(u"old-burst-2000-yielding"_s, {oldView, 2'000, true}),
+        burst(u"old-burst-50000-yielding"_s, {oldView, 50'000, true}),
+        reading(u"new-resize-200000"_s, runResize, {newView, 200'000}),
+        reading(u"old-resize-5000"_s, runResize, {oldView, 5'000}),
+        reading(u"new-pageup-200000"_s, runPageUp, {newView, 200'000}),
+        reading(u"old-pageup-5000"_s, runPageUp, {oldView, 5'000}),
+    };
+}
+
+QString header()
+{
+    return u"row"_s.leftJustified(nameWidth) + "   us/line    CPU s   text/l    memory/l"_L1;
+}
+
+} // namespace
+
+// Runs one row; --rows lists them, --header is the line above the bursts.
+int main(int argc, char* argv[])
+{
+    const QApplication application(argc, argv);
+    const QString wanted = QCoreApplication::arguments().value(1);
+    QTextStream out(stdout);
+    if (wanted == "--header"_L1)
+        out << header() << '\n';
+    QTemporaryFile picture(QDir::tempPath() + "/bench_XXXXXX.svg"_L1);
+    if (!picture.open())
+        return 1;
+    picture.write(drawing);
+    picture.flush();
+    for (const Row& row : allRows()) {
+        if (wanted == "--rows"_L1)
+            out << row.name << '\n';
+        else if (wanted == row.name)
+            row.run(row.name, picture.fileName());
+    }
+    return 0;
+}
