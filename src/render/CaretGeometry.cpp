@@ -117,6 +117,8 @@ qsizetype CaretGeometry::movedVertically(qsizetype position, Motion motion)
     const int distance = page ? pageHeight() : 0;
     const int y = up ? from.top() - 1 - distance : from.bottom() + 1 + distance;
     m_goalPosition = positionAt({m_goal, y});
+    if (m_goalPosition == position) // there is no row any more
+        return up ? 0 : m_text.length();
     return m_goalPosition;
 }
 

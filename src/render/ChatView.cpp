@@ -65,6 +65,11 @@ constexpr std::array caretKeys{
     CaretKey{QKeySequence::SelectEndOfDocument, Motion::TextEnd, true},
 };
 
+void tellAccessibility(QAccessibleEvent& event)
+{
+    QAccessible::updateAccessibility(&event);
+}
+
 QString withLineFeeds(QString text)
 {
     if (!text.contains(u'\r'))
@@ -82,6 +87,7 @@ ChatView::ChatView(QWidget* parent, std::shared_ptr<PictureCache> pictures)
     , m_geometry(m_text, m_layout, m_scroll)
     , m_reader(m_text)
     , m_pictures(pictures ? std::move(pictures) : std::make_shared<PictureCache>())
+    , m_accessibleChanges(this, m_text, tellAccessibility)
     , m_findBar(new FindBar(this))
     , m_unseenNotice(new QToolButton(this))
 {
@@ -475,7 +481,7 @@ void ChatView::replaceSelection(QStringView text, ChatText::Attributes attribute
 {
     const qsizetype start = m_selStart;
     const qsizetype length = m_selEnd - m_selStart;
-    reportReplacement(start, length, text);
+    m_accessibleChanges.aboutToReplace(start, length, text);
     const ChatText::Change change = m_text.replace(start, length, text, attributes);
     m_selStart = m_selEnd = start + change.added;
     textChanged(change);
@@ -518,7 +524,7 @@ void ChatView::showFrame()
     m_hasUnseen &= !m_scroll.isFollowing();
     m_unseenNotice->setVisible(m_hasUnseen);
     viewport()->update();
-    reportNewText();
+    m_accessibleChanges.textShown();
 }
 
 void ChatView::settle() const
@@ -590,14 +596,7 @@ void ChatView::drag()
 void ChatView::readerMoved()
 {
     scheduleFrame();
-    if (!QAccessible::isActive())
-        return;
-    QAccessibleTextSelectionEvent selection(this, static_cast<int>(m_reader.start()),
-                                            static_cast<int>(m_reader.end()));
-    selection.setCursorPosition(static_cast<int>(m_reader.caret()));
-    QAccessible::updateAccessibility(&selection);
-    QAccessibleTextCursorEvent caret(this, static_cast<int>(m_reader.caret()));
-    QAccessible::updateAccessibility(&caret);
+    m_accessibleChanges.readerMoved(m_reader);
 }
 
 void ChatView::finishReaderSelection()
@@ -664,37 +663,4 @@ QPoint ChatView::inText(QPoint viewportPoint) const
 QString ChatView::selectedText() const
 {
     return copiedText(m_reader.start(), m_reader.end());
-}
-
-// Text behind what screen readers know is told once a frame, in one piece.
-void ChatView::reportNewText()
-{
-    if (QAccessible::isActive() && m_reportedLength < m_text.length()) {
-        QAccessibleTextInsertEvent event(this, static_cast<int>(m_reportedLength),
-                                         m_text.text(m_reportedLength, m_text.length()));
-        QAccessible::updateAccessibility(&event);
-    }
-    m_reportedLength = m_text.length();
-}
-
-// A change of what they know has to be told at once: its text is about to go.
-void ChatView::reportReplacement(qsizetype start, qsizetype length, QStringView text)
-{
-    if (start >= m_reportedLength)
-        return;
-    const qsizetype removed = std::min(length, m_reportedLength - start);
-    const bool isInside = start + removed < m_reportedLength;
-    m_reportedLength -= removed;
-    if (removed > 0 && QAccessible::isActive()) {
-        QAccessibleTextRemoveEvent event(this, static_cast<int>(start),
-                                         m_text.text(start, start + removed));
-        QAccessible::updateAccessibility(&event);
-    }
-    if (!isInside)
-        return;
-    m_reportedLength += text.size();
-    if (!text.isEmpty() && QAccessible::isActive()) {
-        QAccessibleTextInsertEvent event(this, static_cast<int>(start), text.toString());
-        QAccessible::updateAccessibility(&event);
-    }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/RichTextBox.h"
+#include "render/AccessibleChanges.h"
 #include "render/AttributeTables.h"
 #include "render/CaretGeometry.h"
 #include "render/ChatLayout.h"
@@ -130,9 +131,6 @@ private:
     QPoint inText(QPoint viewportPoint) const;
     QString selectedText() const;
 
-    void reportNewText();
-    void reportReplacement(qsizetype start, qsizetype length, QStringView text);
-
     AttributeTables m_tables;
     ChatText m_text;
     // Laying out on demand does not change what the view shows.
@@ -153,7 +151,7 @@ private:
     bool m_settingBar = false;
     int m_barValue = 0;
     bool m_hasUnseen = false;
-    qsizetype m_reportedLength = 0; // what screen readers have been told of
+    AccessibleChanges m_accessibleChanges;
 
     QBasicTimer m_autoScroll;
     QPoint m_dragPoint;

@@ -9,9 +9,14 @@
 namespace {
 
 constexpr int rowSpacing = 2;
-constexpr int darkLightness = 128;
 constexpr int readableLightness = 170;
 constexpr QChar pictureStandIn = u'*'; // neutral for the direction of the text around it
+
+// By how bright it looks: pure blue is as saturated as pure yellow, and dark.
+bool isDark(const QColor& color)
+{
+    return qGray(color.rgb()) < 110;
+}
 
 } // namespace
 
@@ -20,7 +25,7 @@ StyleFormats::StyleFormats(const AttributeTables& tables, const QFont& font,
     : m_tables(tables)
     , m_font(font)
     , m_text(palette.color(QPalette::Text))
-    , m_darkBase(palette.color(QPalette::Base).lightness() < darkLightness)
+    , m_darkBase(isDark(palette.color(QPalette::Base)))
 {
 }
 
@@ -132,7 +137,7 @@ QTextCharFormat StyleFormats::format(ChatText::Attributes attributes) const
 QColor StyleFormats::shownColor(QRgb color) const
 {
     const QColor named = QColor::fromRgb(color);
-    if (!m_darkBase || named.lightness() >= darkLightness)
+    if (!m_darkBase || !isDark(named))
         return named;
     if (named == QColor(Qt::black))
         return m_text;
