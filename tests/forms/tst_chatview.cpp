@@ -1,0 +1,643 @@
+#include "render/AccessibleChanges.h"
+#include "render/ChatView.h"
+#include "render/LineLayout.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class PaintCounter final : public QObject
+{
+public:
+    using QObject::QObject;
+    int count = 0;
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
+} // namespace
+
+class ChatViewTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_view.reset(); }
+
+    void paintsOnceAFrameAndThenRests();
+    void followsTheNewestLine();
+    void holdsItsPlaceWhileLinesArrive();
+    void pagesByExactlyOnePage();
+    void jumpsAnywhereAndBack();
+    void resizingKeepsTheTopLine();
+    void wrapsVeryLongLines_data();
+    void wrapsVeryLongLines();
+    void keepsTheStylesOfALine();
+    void drawsPictures_data();
+    void drawsPictures();
+    void isReadableOnADarkBase();
+
+    void selectsByDragging();
+    void scrollsWhileDraggingBeyondAnEdge();
+    void selectsWordsAndLines();
+    void selectsByKeyboard_data();
+    void selectsByKeyboard();
+    void keepsTheReadersSelectionWhileWriting();
+    void copiesPicturesAsTheirCodes();
+    void offersAMenu();
+    void findsText();
+
+    void isReadByAScreenReader();
+    void tellsAScreenReaderOfChanges();
+
+private:
+    void write(const QString& text)
+    {
+        m_view->setSelStart(m_view->TextLength());
+        m_view->setSelText(text);
+    }
+    void writeLines(int count);
+    // Until what has been written is shown.
+    void settle() { QTRY_VERIFY(timers() == 0); }
+    qsizetype timers() const
+    {
+        return QAbstractEventDispatcher::instance()->registeredTimers(m_view.get()).size();
+    }
+    QScrollBar& bar() const { return *m_view->verticalScrollBar(); }
+    qsizetype position(const QString& text) const
+    {
+        return m_view->chatText().text(0, m_view->chatText().length()).indexOf(text);
+    }
+    // The left edge of the character at a position, in the viewport.
+    QPoint before(qsizetype position) const
+    {
+        const QRect character = m_view->characterRect(position);
+        return {character.left() + 1, character.center().y()};
+    }
+    QString selected() const { return m_view->SelText(); }
+
+    std::unique_ptr<ChatView> m_view;
+};
+
+void ChatViewTest::init()
+{
+    m_view = std::make_unique<ChatView>();
+    m_view->setSelFontSize(10);
+    m_view->resize(400, 300);
+    m_view->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
+}
+
+void ChatViewTest::writeLines(int count)
+{
+    const qsizetype first = m_view->chatText().lineCount();
+    for (qsizetype i = first; i < first + count; ++i) {
+        // Some lines need several rows, some are higher: estimates of them are off.
+        m_view->setSelFontSize(i % 9 == 0 ? 15 : 10);
+        write("line "_L1 + QString::number(i) + u' ' +
+              u"iiiiiiiiiii WWWWWWWWWW "_s.repeated(i % 5) + "\r\n"_L1);
+    }
+}
+
+void ChatViewTest::paintsOnceAFrameAndThenRests()
+{
+    PaintCounter painted;
+    m_view->viewport()->installEventFilter(&painted);
+    settle();
+    painted.count = 0;
+    QElapsedTimer time;
+    time.start();
+    for (int i = 0; i < 500; ++i) {
+        writeLines(1);
+        QCoreApplication::processEvents();
+    }
+    const auto frames = static_cast<int>(time.elapsed() / 16);
+    QVERIFY2(painted.count <= frames + 2, qPrintable(QString::number(painted.count)));
+    settle();
+    QVERIFY(painted.count > 0);
+    const int settled = painted.count;
+    QCoreApplication::processEvents();
+    QVERIFY(painted.count <= settled + 1);
+}
+
+void ChatViewTest::followsTheNewestLine()
+{
+    writeLines(200);
+    write(u"newest"_s);
+    settle();
+    QVERIFY(bar().maximum() > 0);
+    QCOMPARE(bar().value(), bar().maximum());
+    QVERIFY(m_view->viewport()->rect().contains(m_view->characterRect(position(u"newest"_s))));
+    m_view->setText({});
+    settle();
+    QCOMPARE(bar().maximum(), 0);
+    write(u"again"_s);
+    settle();
+    QVERIFY(m_view->characterRect(0).top() < 20); // short text starts at the top
+}
+
+void ChatViewTest::holdsItsPlaceWhileLinesArrive()
+{
+    auto* notice = m_view->findChild<QToolButton*>(u"unseenNotice"_s);
+    writeLines(200);
+    settle();
+    QVERIFY(!notice->isVisible());
+    bar().triggerAction(QAbstractSlider::SliderPageStepSub);
+    const qsizetype read = m_view->chatText().lineStart(180);
+    const QRect place = m_view->characterRect(read);
+    writeLines(300);
+    settle();
+    QCOMPARE(m_view->characterRect(read), place);
+    QVERIFY(bar().value() < bar().maximum());
+    QVERIFY(notice->isVisible());
+    QTest::mouseClick(notice, Qt::LeftButton);
+    settle();
+    QCOMPARE(bar().value(), bar().maximum());
+    QVERIFY(!notice->isVisible());
+
+    bar().triggerAction(QAbstractSlider::SliderPageStepSub);
+    QVERIFY(!m_view->isFollowing());
+    QTest::keyClick(m_view.get(), Qt::Key_End);
+    QVERIFY(m_view->isFollowing());
+}
+
+// However wrong the estimates above are.
+void ChatViewTest::pagesByExactlyOnePage()
+{
+    writeLines(600);
+    settle();
+    int pages = 0;
+    while (bar().value() > bar().pageStep()) {
+        const int y = m_view->viewport()->height() / 4;
+        qsizetype shown = -1;
+        for (int down = y; shown < 0; ++down)
+            shown = m_view->offsetAt({20, down});
+        shown = m_view->chatText().positionOf(shown);
+        const int top = m_view->characterRect(shown).top();
+        bar().triggerAction(QAbstractSlider::SliderPageStepSub);
+        if (bar().value() == 0)
+            break;
+        QCOMPARE(m_view->characterRect(shown).top(), top + bar().pageStep());
+        ++pages;
+    }
+    QVERIFY(pages > 20);
+    bar().setValue(0);
+    QCOMPARE(m_view->characterRect(0).top() >= 0, true);
+}
+
+void ChatViewTest::jumpsAnywhereAndBack()
+{
+    writeLines(2000);
+    settle();
+    for (const double part : {0.5, 0.1, 0.9, 0.0}) {
+        bar().setValue(static_cast<int>(bar().maximum() * part));
+        settle();
+        const double reached = static_cast<double>(bar().value()) / bar().maximum();
+        QVERIFY(std::abs(reached - part) < 0.02);
+        QVERIFY(!m_view->isFollowing());
+    }
+    QCOMPARE(m_view->offsetAt(before(0) + m_view->viewport()->pos()), 0);
+    bar().setValue(bar().maximum());
+    QVERIFY(m_view->isFollowing());
+}
+
+void ChatViewTest::resizingKeepsTheTopLine()
+{
+    writeLines(1000);
+    settle();
+    bar().setValue(bar().maximum() / 2);
+    qsizetype line = 0;
+    while (m_view->characterRect(m_view->chatText().lineStart(line)).top() < 0)
+        ++line;
+    const qsizetype start = m_view->chatText().lineStart(line);
+    for (const int width : {300, 700, 400}) {
+        m_view->resize(width, 300);
+        settle();
+        const QRect place = m_view->characterRect(start);
+        QVERIFY(place.bottom() > 0 && place.top() < 150);
+        QVERIFY(!m_view->isFollowing());
+    }
+    bar().setValue(bar().maximum());
+    m_view->resize(250, 200);
+    settle();
+    QCOMPARE(bar().value(), bar().maximum());
+}
+
+void ChatViewTest::wrapsVeryLongLines_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("words") << u"many short words "_s.repeated(2000);
+    QTest::newRow("one word") << QString(32'767, u'w');
+    QTest::newRow("combining marks") << u"e"_s + QString(5'000, QChar(0x301));
+    QTest::newRow("right to left") << u"\u05e9\u05dc\u05d5\u05dd "_s.repeated(1000);
+    QTest::newRow("surrogates") << u"\U0001f600"_s.repeated(3000);
+    QTest::newRow("controls") << u"a\tb\u0001c\u000f\u2028d\u2029e "_s.repeated(300);
+}
+
+void ChatViewTest::wrapsVeryLongLines()
+{
+    QFETCH(QString, text);
+    ChatText content;
+    content.replace(0, 0, text, {});
+    AttributeTables tables;
+    tables.styles.indexOf({});
+    const StyleFormats formats(tables, m_view->font(), m_view->palette());
+    LineLayout layout(content.line(0), formats, 300);
+    for (const int width : {300, 90, 1}) {
+        layout.wrap(width);
+        int column = 0;
+        int top = 0;
+        for (const LineLayout::Row& row : layout.rows()) {
+            QCOMPARE(row.start, column);
+            QCOMPARE(row.top, top);
+            QVERIFY(row.end > row.start);
+            column = row.end;
+            top += row.height;
+        }
+        QCOMPARE(column, text.size());
+        QCOMPARE(layout.height(), top);
+    }
+    write(text);
+    m_view->grab();
+    QVERIFY(bar().maximum() >= 0);
+}
+
+void ChatViewTest::keepsTheStylesOfALine()
+{
+    write(u"plain "_s);
+    m_view->setSelColor(0xff0000);
+    write(u"red "_s);
+    m_view->setSelBold(true);
+    m_view->setSelFontName(u"Courier"_s);
+    write(u"bold"_s);
+    m_view->setSelStart(7);
+    m_view->setSelLength(1);
+    m_view->setSelUnderline(true);
+    m_view->setSelText(u"E"_s);
+    const auto at = [this](qsizetype position) { return m_view->styleAt(position); };
+    QCOMPARE(at(5).color, qRgb(0, 0, 0));
+    QCOMPARE(at(6).color, qRgb(255, 0, 0));
+    QVERIFY(!at(6).bold);
+    QVERIFY(at(7).underline && at(7).bold);
+    QVERIFY(!at(8).underline && !at(8).bold);
+    QVERIFY(at(11).bold);
+    QCOMPARE(at(11).fontName, u"Courier"_s);
+}
+
+void ChatViewTest::drawsPictures_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("as high as text") << QSize(12, 12);
+    QTest::newRow("higher than text") << QSize(60, 70);
+}
+
+void ChatViewTest::drawsPictures()
+{
+    QFETCH(QSize, size);
+    const QTemporaryDir folder;
+    QFile drawing(folder.filePath(u"square.svg"_s));
+    QVERIFY(drawing.open(QIODevice::WriteOnly));
+    drawing.write("<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 4 4'>"
+                  "<rect width='4' height='4' fill='#00c000'/></svg>");
+    drawing.close();
+    write(u"a "_s);
+    m_view->InsertPicture({u"[]"_s, drawing.fileName(), size});
+    write(u"b\r\nnext"_s);
+    settle();
+    const QRect picture = m_view->characterRect(2);
+    QVERIFY(std::abs(picture.width() - size.width()) <= 1); // its place may be a fraction
+    QVERIFY(picture.height() >= size.height());
+    QVERIFY(m_view->characterRect(position(u"next"_s)).top() > picture.top() + size.height() - 1);
+    const QImage shown = m_view->viewport()->grab().toImage();
+    const QPoint middle = picture.center() * shown.devicePixelRatio();
+    QCOMPARE(shown.pixelColor(middle), QColor(0, 0xc0, 0));
+}
+
+void ChatViewTest::isReadableOnADarkBase()
+{
+    QPalette dark = m_view->palette();
+    dark.setColor(QPalette::Base, QColor(20, 20, 30));
+    dark.setColor(QPalette::Text, QColor(250, 250, 250));
+    m_view->setPalette(dark);
+    write(u"MMMM "_s);
+    const auto brightest = [this](int fromX, int toX) {
+        const QImage shown = m_view->viewport()->grab().toImage();
+        int brightest = 0;
+        for (int x = fromX; x < toX; ++x) {
+            for (int y = 0; y < 30; ++y)
+                brightest = std::max(brightest, qGray(shown.pixel(x, y)));
+        }
+        return brightest;
+    };
+    QVERIFY(brightest(0, 60) > 200);
+    m_view->setText({});
+    m_view->setSelColor(0x0000ff);
+    write(u"MMMM "_s);
+    QVERIFY(brightest(0, 60) > 90);
+}
+
+void ChatViewTest::selectsByDragging()
+{
+    write(u"first line\r\nsecond line\r\nthird line\r\n"_s);
+    settle();
+    QSignalSpy clicks(m_view.get(), &ChatView::Click);
+    const QPoint from = before(position(u"line"_s));
+    const QPoint to = before(position(u"third"_s) + 2);
+    for (const auto& [press, release] : {std::pair(from, to), std::pair(to, from)}) {
+        QTest::mousePress(m_view->viewport(), Qt::LeftButton, {}, press);
+        QTest::mouseMove(m_view->viewport(), QPoint(50, 30));
+        QTest::mouseMove(m_view->viewport(), release);
+        QTest::mouseRelease(m_view->viewport(), Qt::LeftButton, {}, release);
+        QCOMPARE(selected(), u"line\r\nsecond line\r\nth"_s);
+    }
+    QCOMPARE(clicks.count(), 2);
+    QTest::keyClick(m_view.get(), Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QApplication::clipboard()->text(), u"line\nsecond line\nth"_s);
+    QTest::mouseClick(m_view->viewport(), Qt::LeftButton, Qt::ShiftModifier,
+                      before(position(u"second"_s)));
+    QCOMPARE(selected(), u"second line\r\nth"_s);
+    QTest::mouseClick(m_view->viewport(), Qt::LeftButton, {}, from);
+    QCOMPARE(m_view->SelLength(), 0);
+}
+
+void ChatViewTest::scrollsWhileDraggingBeyondAnEdge()
+{
+    writeLines(100);
+    settle();
+    const int bottom = bar().value();
+    const QPoint press = m_view->viewport()->rect().center();
+    QTest::mousePress(m_view->viewport(), Qt::LeftButton, {}, press);
+    QTest::mouseMove(m_view->viewport(), QPoint(press.x(), -30));
+    QTRY_VERIFY(bar().value() < bottom - 300);
+    QTest::mouseMove(m_view->viewport(), press);
+    QTest::mouseRelease(m_view->viewport(), Qt::LeftButton, {}, press);
+    settle(); // no timer goes on
+    QVERIFY(m_view->SelLength() > 100);
+}
+
+void ChatViewTest::selectsWordsAndLines()
+{
+    write(u"one two, three\r\nfour five\r\n"_s);
+    settle();
+    QWidget* viewport = m_view->viewport();
+    const QPoint onTwo = before(position(u"wo,"_s));
+    QSignalSpy doubleClicks(m_view.get(), &ChatView::DblClick);
+    QTest::mouseDClick(viewport, Qt::LeftButton, {}, onTwo);
+    QTest::mouseRelease(viewport, Qt::LeftButton, {}, onTwo);
+    QCOMPARE(selected(), u"two"_s);
+    QCOMPARE(doubleClicks.count(), 1);
+    // A third press in time takes the line; held, it goes on by lines.
+    QMouseEvent twice(QEvent::MouseButtonDblClick, onTwo, viewport->mapToGlobal(onTwo),
+                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    twice.setTimestamp(1000);
+    QCoreApplication::sendEvent(viewport, &twice);
+    QMouseEvent third(QEvent::MouseButtonPress, onTwo, viewport->mapToGlobal(onTwo), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    third.setTimestamp(1010);
+    QCoreApplication::sendEvent(viewport, &third);
+    QCOMPARE(m_view->copiedText(m_view->readerSelection().start(), m_view->readerSelection().end()),
+             u"one two, three"_s);
+    const QPoint onFive = before(position(u"ive"_s));
+    QMouseEvent held(QEvent::MouseMove, onFive, viewport->mapToGlobal(onFive), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(viewport, &held);
+    QTest::mouseRelease(viewport, Qt::LeftButton, {}, onFive);
+    QCOMPARE(selected(), u"one two, three\r\nfour five"_s);
+}
+
+void ChatViewTest::selectsByKeyboard_data()
+{
+    QTest::addColumn<QList<QKeyCombination>>("keys");
+    QTest::addColumn<QString>("selection");
+    const auto shift = [](Qt::Key key) { return Qt::SHIFT | key; };
+    const auto controlShift = [](Qt::Key key) { return Qt::CTRL | Qt::SHIFT | key; };
+    using Keys = QList<QKeyCombination>;
+    QTest::newRow("characters") << Keys{shift(Qt::Key_Right), shift(Qt::Key_Right),
+                                        shift(Qt::Key_Right), shift(Qt::Key_Left)}
+                                << u"wo"_s;
+    QTest::newRow("words") << Keys{controlShift(Qt::Key_Right)} << u"words"_s;
+    QTest::newRow("words back") << Keys{controlShift(Qt::Key_Left)} << u"two "_s;
+    QTest::newRow("over the line end") << Keys(6, shift(Qt::Key_Right)) << u"words\r\n"_s;
+    QTest::newRow("rows") << Keys{shift(Qt::Key_Down)} << u"words\r\nsh"_s;
+    QTest::newRow("keeps its column")
+        << Keys{shift(Qt::Key_Down), shift(Qt::Key_Down)} << u"words\r\nsh\r\nlast"_s;
+    QTest::newRow("row end") << Keys{shift(Qt::Key_End)} << u"words"_s;
+    QTest::newRow("row start") << Keys{shift(Qt::Key_Home)} << u"two "_s;
+    QTest::newRow("page") << Keys{shift(Qt::Key_PageUp)} << u"two "_s;
+    QTest::newRow("to the end") << Keys{controlShift(Qt::Key_End)}
+                                << u"words\r\nsh\r\nlast one here"_s;
+    QTest::newRow("everything") << Keys{Qt::CTRL | Qt::Key_A}
+                                << u"two words\r\nsh\r\nlast one here"_s;
+}
+
+void ChatViewTest::selectsByKeyboard()
+{
+    QFETCH(QList<QKeyCombination>, keys);
+    m_view->setSelFontName(u"DejaVu Sans Mono"_s);
+    write(u"two words\r\nsh\r\nlast one here"_s);
+    settle();
+    m_view->selectForReader(4, 4);
+    for (const QKeyCombination key : keys)
+        QTest::keyClick(m_view.get(), key.key(), key.keyboardModifiers());
+    QTest::keyRelease(m_view.get(), Qt::Key_Shift);
+    QTEST(selected(), "selection");
+}
+
+void ChatViewTest::keepsTheReadersSelectionWhileWriting()
+{
+    write(u"keep :) this\r\n"_s);
+    m_view->selectForReader(position(u"this"_s), position(u"this"_s) + 4);
+    m_view->setSelStart(5);
+    m_view->setSelLength(2);
+    m_view->setSelText({});
+    m_view->InsertPicture({u":)"_s, {}, {18, 18}});
+    writeLines(50);
+    QCOMPARE(m_view->SelLength(), 0);
+    const ReaderSelection& reader = m_view->readerSelection();
+    QCOMPARE(m_view->copiedText(reader.start(), reader.end()), u"this"_s);
+    QTest::keyClick(m_view.get(), Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QApplication::clipboard()->text(), u"this"_s);
+}
+
+void ChatViewTest::copiesPicturesAsTheirCodes()
+{
+    const InlinePicture smile{u":)"_s, {}, {18, 18}};
+    const InlinePicture wink{u";)"_s, {}, {18, 18}};
+    write(u"a "_s);
+    m_view->InsertPicture(smile);
+    m_view->InsertPicture(smile);
+    m_view->InsertPicture(wink);
+    write(u" b\r\n"_s);
+    m_view->InsertPicture(smile);
+    m_view->selectAll();
+    m_view->copy();
+    QCOMPARE(QApplication::clipboard()->text(), u"a :):);) b\n:)"_s);
+    m_view->selectForReader(3, 4);
+    m_view->copy();
+    QCOMPARE(QApplication::clipboard()->text(), u":)"_s);
+}
+
+void ChatViewTest::offersAMenu()
+{
+    write(u"some text"_s);
+    const auto open = [this] {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {10, 10}, QPoint(10, 10));
+        QCoreApplication::sendEvent(m_view->viewport(), &event);
+        return m_view->findChild<QMenu*>();
+    };
+    const auto action = [](const QMenu* menu, const QString& text) {
+        for (QAction* candidate : menu->actions()) {
+            if (candidate->text() == text)
+                return candidate;
+        }
+        return static_cast<QAction*>(nullptr);
+    };
+    QMenu* menu = open();
+    QVERIFY(menu && menu->isVisible());
+    QVERIFY(!action(menu, u"&Copy"_s)->isEnabled());
+    action(menu, u"Select &All"_s)->trigger();
+    menu->close();
+    QTRY_VERIFY(!m_view->findChild<QMenu*>());
+    menu = open();
+    QVERIFY(action(menu, u"&Copy"_s)->isEnabled());
+    action(menu, u"&Copy"_s)->trigger();
+    QCOMPARE(QApplication::clipboard()->text(), u"some text"_s);
+    action(menu, u"&Find..."_s)->trigger();
+    QVERIFY(m_view->findChild<QLineEdit*>(u"findText"_s)->isVisible());
+    menu->close();
+}
+
+void ChatViewTest::findsText()
+{
+    write(u"Needle one\r\n"_s);
+    writeLines(300);
+    write(u"second needle\r\n"_s);
+    writeLines(300);
+    settle();
+    auto* line = m_view->findChild<QLineEdit*>(u"findText"_s);
+    auto* result = m_view->findChild<QLabel*>(u"findResult"_s);
+    QVERIFY(!line->isVisible());
+    QTest::keyClick(m_view.get(), Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(line->isVisible());
+    const qsizetype first = position(u"Needle"_s);
+    const qsizetype second = position(u"needle"_s);
+    const auto shows = [this](qsizetype match) {
+        return m_view->readerSelection().start() == match && selected().size() == 6 &&
+               m_view->viewport()->rect().contains(m_view->characterRect(match));
+    };
+    QTest::keyClicks(line, u"needle"_s);
+    QVERIFY(shows(first));
+    QTest::keyClick(line, Qt::Key_Return);
+    QVERIFY(shows(second));
+    QTest::keyClick(line, Qt::Key_Return);
+    QVERIFY(shows(first));
+    QTest::keyClick(line, Qt::Key_Return, Qt::ShiftModifier);
+    QVERIFY(shows(second));
+    QTest::keyClick(line, Qt::Key_Return, Qt::ShiftModifier);
+    QVERIFY(shows(first));
+    QVERIFY(!result->isVisible());
+    QTest::keyClicks(line, u"!"_s);
+    QVERIFY(result->isVisible());
+    QTest::keyClick(line, Qt::Key_Escape);
+    QVERIFY(!line->isVisible());
+    QVERIFY(shows(first));
+}
+
+void ChatViewTest::isReadByAScreenReader()
+{
+    write(u"first words here\r\nsecond line\r\n"_s);
+    settle();
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(m_view.get());
+    QVERIFY(accessible && accessible->state().readOnly && accessible->state().multiLine);
+    QAccessibleTextInterface* text = accessible->textInterface();
+    QVERIFY(text);
+    QCOMPARE(text->characterCount(), 29);
+    QCOMPARE(text->text(6, 11), u"words"_s);
+    QCOMPARE(text->text(0, -1), u"first words here\nsecond line\n"_s);
+    int start = 0;
+    int end = 0;
+    QCOMPARE(text->textAtOffset(8, QAccessible::WordBoundary, &start, &end), u"words"_s);
+    QCOMPARE(std::pair(start, end), std::pair(6, 11));
+    QCOMPARE(text->textAtOffset(8, QAccessible::LineBoundary, &start, &end),
+             u"first words here\n"_s);
+    QCOMPARE(text->textAfterOffset(8, QAccessible::LineBoundary, &start, &end), u"second line\n"_s);
+    QCOMPARE(text->textBeforeOffset(20, QAccessible::LineBoundary, &start, &end),
+             u"first words here\n"_s);
+    QCOMPARE(text->textBeforeOffset(3, QAccessible::LineBoundary, &start, &end), QString());
+    QCOMPARE(text->textAfterOffset(28, QAccessible::CharBoundary, &start, &end), QString());
+    const QRect place = text->characterRect(18);
+    QCOMPARE(text->offsetAtPoint(place.center()), 18);
+    text->setSelection(0, 17, 23);
+    QCOMPARE(text->selectionCount(), 1);
+    QCOMPARE(selected(), u"second"_s);
+    text->removeSelection(0);
+    QCOMPARE(text->selectionCount(), 0);
+    text->setCursorPosition(3);
+    QTest::keyClick(m_view.get(), Qt::Key_Right);
+    QCOMPARE(text->cursorPosition(), 4);
+    QVERIFY(text->attributes(2, &start, &end).contains(u"color:rgb(0,0,0)"_s));
+    QCOMPARE(std::pair(start, end), std::pair(0, 16));
+}
+
+void ChatViewTest::tellsAScreenReaderOfChanges()
+{
+    QStringList told;
+    ChatText text;
+    AccessibleChanges changes(m_view.get(), text, [&told](const QAccessibleEvent& event) {
+        if (event.type() == QAccessible::TextInserted) {
+            const auto& inserted = static_cast<const QAccessibleTextInsertEvent&>(event);
+            told << u"+%1 %2"_s.arg(inserted.changePosition()).arg(inserted.textInserted());
+        } else if (event.type() == QAccessible::TextRemoved) {
+            const auto& removed = static_cast<const QAccessibleTextRemoveEvent&>(event);
+            told << u"-%1 %2"_s.arg(removed.changePosition()).arg(removed.textRemoved());
+        } else if (event.type() == QAccessible::TextCaretMoved) {
+            const auto& moved = static_cast<const QAccessibleTextCursorEvent&>(event);
+            told << u"caret %1"_s.arg(moved.cursorPosition());
+        }
+    });
+    const auto replace = [&](qsizetype start, qsizetype length, const QString& inserted) {
+        changes.aboutToReplace(start, length, inserted);
+        text.replace(start, length, inserted, {});
+    };
+    const auto taken = [&told] { return std::exchange(told, {}); };
+    replace(0, 0, u"one "_s);
+    replace(4, 0, u"two\n"_s);
+    replace(4, 2, u"TW"_s); // nobody knows of it yet
+    QCOMPARE(taken(), QStringList());
+    changes.textShown();
+    QCOMPARE(taken(), QStringList({u"+0 one TWo\n"_s}));
+    changes.textShown();
+    QCOMPARE(taken(), QStringList());
+    replace(4, 3, u"2"_s);
+    QCOMPARE(taken(), QStringList({u"-4 TWo"_s, u"+4 2"_s}));
+    replace(6, 0, u"three"_s);
+    replace(5, 2, u"!"_s); // the known line end and a letter that is not
+    QCOMPARE(taken(), QStringList({u"-5 \n"_s}));
+    changes.textShown();
+    QCOMPARE(taken(), QStringList({u"+5 !hree"_s}));
+    ReaderSelection reader(text);
+    reader.select(1, 3);
+    changes.readerMoved(reader);
+    QCOMPARE(taken(), QStringList({u"caret 3"_s}));
+}
+
+QTEST_MAIN(ChatViewTest)
+#include "tst_chatview.moc"
