@@ -29,10 +29,14 @@ void ChatLayout::setWidth(int width)
     if (width == m_width)
         return;
     m_width = width;
-    LineHeights heights;
-    for (size_t i = 0; i < m_extents.size(); ++i)
-        heights.append(isHidden(static_cast<qsizetype>(i)) ? 0 : estimatedHeight(m_extents[i]));
-    m_heights = std::move(heights);
+    std::vector<int> heights;
+    heights.reserve(m_extents.size());
+    for (const StyleFormats::Extent& extent : m_extents)
+        heights.push_back(estimatedHeight(extent));
+    const auto last = static_cast<qsizetype>(heights.size()) - 1;
+    if (last >= 0 && isHidden(last))
+        heights.back() = 0;
+    m_heights = LineHeights(std::move(heights));
     for (auto& [line, layout] : m_layouts) {
         layout->wrap(width);
         if (!isHidden(line))

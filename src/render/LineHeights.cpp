@@ -12,6 +12,17 @@ size_t lowBit(size_t number)
 
 } // namespace
 
+LineHeights::LineHeights(std::vector<int> heights)
+    : m_heights(std::move(heights))
+    , m_sums(m_heights)
+{
+    for (size_t i = 1; i <= m_sums.size(); ++i) {
+        const size_t parent = i + lowBit(i);
+        if (parent <= m_sums.size())
+            m_sums[parent - 1] += m_sums[i - 1];
+    }
+}
+
 qint64 LineHeights::top(qsizetype line) const
 {
     qint64 sum = 0;

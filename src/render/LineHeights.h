@@ -9,6 +9,9 @@
 class LineHeights final
 {
 public:
+    LineHeights() = default;
+    explicit LineHeights(std::vector<int> heights);
+
     qsizetype count() const { return static_cast<qsizetype>(m_heights.size()); }
     int at(qsizetype line) const { return m_heights[line]; }
     qint64 total() const { return top(count()); }

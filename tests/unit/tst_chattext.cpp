@@ -182,9 +182,11 @@ void ChatTextTest::heightsSumUp()
             model.resize(count);
         }
     }
+    const LineHeights atOnce(std::vector<int>(model.cbegin(), model.cend()));
     qint64 top = 0;
     for (qsizetype line = 0; line < model.size(); ++line) {
         QCOMPARE(heights.top(line), top);
+        QCOMPARE(atOnce.top(line), top);
         if (model[line] > 0) {
             QCOMPARE(heights.lineAt(top), line);
             QCOMPARE(heights.lineAt(top + model[line] - 1), line);
