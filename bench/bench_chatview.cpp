@@ -10,6 +10,7 @@
 #include <QTextStream>
 #include <QTimer>
 
+#include <algorithm>
 #include <ctime>
 #include <functional>
 #include <memory>
@@ -183,17 +184,30 @@ Subject filled(Make make, int lines, const QString& picture)
     return subject;
 }
 
-double worstMilliseconds(int times, const std::function<void(int)>& action)
+// How long each call took, put together as median and worst.
+class Times final
 {
-    double worst = 0;
-    for (int i = 0; i < times; ++i) {
+public:
+    void measure(const std::function<void()>& action)
+    {
         QElapsedTimer time;
         time.start();
-        action(i);
-        worst = std::max(worst, static_cast<double>(time.nsecsElapsed()) / 1e6);
+        action();
+        m_milliseconds.append(static_cast<double>(time.nsecsElapsed()) / 1e6);
     }
-    return worst;
-}
+
+    QString text() const
+    {
+        QList<double> sorted = m_milliseconds;
+        std::sort(sorted.begin(), sorted.end());
+        return QString::number(sorted.size()) + " times, median "_L1 +
+               number(sorted[sorted.size() / 2], 2, 0) + " ms, worst "_L1 +
+               number(sorted.last(), 2, 0) + " ms"_L1;
+    }
+
+private:
+    QList<double> m_milliseconds;
+};
 
 struct Reading
 {
@@ -204,12 +218,15 @@ struct Reading
 void runResize(const QString& row, const Reading& reading, const QString& picture)
 {
     const Subject subject = filled(reading.make, reading.lines, picture);
-    const double worst = worstMilliseconds(20, [&](int i) {
-        subject.widget->resize(500 + 20 * (i % 2 ? i : 20 - i), 500);
-        QCoreApplication::processEvents();
-        subject.widget->grab();
-    });
-    print(row, "worst of 20 resizes, painted: "_L1 + number(worst, 2, 0) + " ms"_L1);
+    Times times;
+    for (int i = 0; i < 40; ++i) {
+        times.measure([&] {
+            subject.widget->resize(500 + 10 * (i % 2 ? i : 40 - i), 500);
+            QCoreApplication::processEvents();
+            subject.widget->grab();
+        });
+    }
+    print(row, "resize, painted: "_L1 + times.text());
 }
 
 void runPageUp(const QString& row, const Reading& reading, const QString& picture)
@@ -219,20 +236,47 @@ void runPageUp(const QString& row, const Reading& reading, const QString& pictur
     while (bar->maximum() == 0)
         QCoreApplication::processEvents();
     bar->setValue(bar->maximum());
-    QElapsedTimer time;
-    time.start();
-    int pages = 0;
-    double worst = 0;
+    Times times;
     while (bar->value() > 0) {
-        worst = std::max(worst, worstMilliseconds(1, [&](int) {
-                             bar->triggerAction(QAbstractSlider::SliderPageStepSub);
-                             subject.widget->grab();
-                         }));
-        ++pages;
+        times.measure([&] {
+            bar->triggerAction(QAbstractSlider::SliderPageStepSub);
+            subject.widget->grab();
+        });
     }
-    const auto total = static_cast<double>(time.elapsed());
-    print(row, QString::number(pages) + " pages, painted: "_L1 + number(total / pages, 2, 0) +
-                   " ms each, worst "_L1 + number(worst, 2, 0) + " ms"_L1);
+    print(row, "page up, painted: "_L1 + times.text());
+}
+
+void runFind(const QString& row, const Reading& reading, const QString& picture)
+{
+    const Subject subject = filled(reading.make, reading.lines, picture);
+    const auto* view = qobject_cast<ChatView*>(subject.widget.get());
+    Times times;
+    for (int i = 0; i < 10; ++i) {
+        times.measure([&] {
+            const auto found =
+                findText(view->chatText(), u"is not there"_s, 0, SearchDirection::Forward);
+            if (found)
+                qFatal("found what nobody wrote");
+        });
+    }
+    print(row, "through the whole text: "_L1 + times.text());
+}
+
+// Lines as long as a line can be, each first seen and painted once.
+void runLongLines(const QString& row, const Reading& reading, const QString&)
+{
+    const Subject subject = reading.make();
+    const QStringList texts{u"words of some length "_s.repeated(1560), QString(32'767, u'w'),
+                            u"e"_s + QString(32'766, QChar(0x301))};
+    Times times;
+    for (int i = 0; i < reading.lines; ++i) {
+        times.measure([&] {
+            subject.view->setSelStart(subject.view->TextLength());
+            subject.view->setSelText(texts[i % texts.size()] + "\r\n"_L1);
+            subject.widget->grab();
+        });
+    }
+    print(row, "32,767 characters, painted: "_L1 + times.text());
 }
 
 struct Row
@@ -273,6 +317,8 @@ QList<Row> allRows()
         reading(u"old-resize-5000"_s, runResize, {oldView, 5'000}),
         reading(u"new-pageup-200000"_s, runPageUp, {newView, 200'000}),
         reading(u"old-pageup-5000"_s, runPageUp, {oldView, 5'000}),
+        reading(u"new-find-200000"_s, runFind, {newView, 200'000}),
+        reading(u"new-long-lines"_s, runLongLines, {newView, 9}),
     };
 }
 
