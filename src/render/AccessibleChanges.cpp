@@ -31,7 +31,7 @@ void AccessibleChanges::textShown()
 {
     if (m_known < m_text.length())
         tellInserted(m_known, m_text.text(m_known, m_text.length()));
-    m_known = m_text.length();
+    skipNewText();
 }
 
 void AccessibleChanges::readerMoved(const ReaderSelection& reader)

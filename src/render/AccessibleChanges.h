@@ -19,6 +19,8 @@ public:
 
     void aboutToReplace(qsizetype start, qsizetype length, QStringView text);
     void textShown();
+    // While nobody listens, new text needs no copying. It will not be told later.
+    void skipNewText() { m_known = m_text.length(); }
     void readerMoved(const ReaderSelection& reader);
 
 private:

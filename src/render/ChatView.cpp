@@ -524,7 +524,10 @@ void ChatView::showFrame()
     m_hasUnseen &= !m_scroll.isFollowing();
     m_unseenNotice->setVisible(m_hasUnseen);
     viewport()->update();
-    m_accessibleChanges.textShown();
+    if (QAccessible::isActive())
+        m_accessibleChanges.textShown();
+    else
+        m_accessibleChanges.skipNewText();
 }
 
 void ChatView::settle() const
