@@ -91,6 +91,6 @@ bool ChatLayout::isHidden(qsizetype line) const
 
 int ChatLayout::estimatedHeight(const StyleFormats::Extent& extent) const
 {
-    const double rows = std::ceil(extent.width / std::max(m_width, 1));
+    const double rows = std::ceil(static_cast<double>(extent.width) / std::max(m_width, 1));
     return extent.rowHeight * std::max(static_cast<int>(rows), 1);
 }

@@ -67,7 +67,7 @@ qint64 ChatScroll::value() const
 
 qint64 ChatScroll::maximum() const
 {
-    return std::max<qint64>(m_layout.height() + 2 * margin - m_height, 0);
+    return std::max<qint64>(m_layout.height() + margin + margin - m_height, 0);
 }
 
 void ChatScroll::placeAtEnd()

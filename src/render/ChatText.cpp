@@ -6,7 +6,7 @@ namespace {
 
 // A chunk is what an edit in the middle of the text has to move.
 constexpr size_t linesPerChunk = 256;
-constexpr qsizetype charactersPerChunk = 32 * 1024;
+constexpr qsizetype charactersPerChunk = 1 << 15;
 
 } // namespace
 
@@ -73,7 +73,7 @@ QString ChatText::text(qsizetype from, qsizetype to) const
         const Chunk& chunk = m_chunks[i];
         const qsizetype inChunk = from - chunk.firstPosition;
         const qsizetype length = std::min(chunk.text.size() - inChunk, to - from);
-        const QString part = chunk.text.mid(inChunk, length);
+        QString part = chunk.text.mid(inChunk, length);
         if (result.isNull() && length == to - from)
             return part;
         result += part;

@@ -137,7 +137,7 @@ void ChatView::setText(const QString& text)
 QString ChatView::TextRange(qsizetype start, qsizetype length) const
 {
     start = std::max<qsizetype>(start, 0);
-    const qsizetype end = std::min(start + length, TextLength());
+    const qsizetype end = start + std::min(length, TextLength() - start);
     if (start >= end)
         return {};
     const qsizetype from = m_text.positionOf(start);
@@ -598,6 +598,7 @@ void ChatView::drag()
 
 void ChatView::readerMoved()
 {
+    m_selectionIsNew = true;
     scheduleFrame();
     m_accessibleChanges.readerMoved(m_reader);
 }
@@ -607,8 +608,9 @@ void ChatView::finishReaderSelection()
     m_selStart = m_reader.start();
     m_selEnd = m_reader.end();
     QClipboard* clipboard = QApplication::clipboard();
-    if (clipboard->supportsSelection() && !m_reader.isEmpty())
+    if (m_selectionIsNew && clipboard->supportsSelection() && !m_reader.isEmpty())
         clipboard->setText(selectedText(), QClipboard::Selection);
+    m_selectionIsNew = false;
 }
 
 void ChatView::moveCaret(CaretGeometry::Motion motion, bool select)
@@ -629,6 +631,8 @@ void ChatView::moveCaret(CaretGeometry::Motion motion, bool select)
     if (motion == Motion::TextEnd)
         m_scroll.follow();
     readerMoved();
+    if (!select)
+        finishReaderSelection();
 }
 
 bool ChatView::moveByKey(const QKeyEvent& event)
@@ -651,7 +655,10 @@ void ChatView::findNext(SearchDirection direction, qsizetype from)
         return;
     m_reader.select(*found, *found + wanted.size());
     settle();
-    if (!m_geometry.isInSight(*found) || !m_geometry.isInSight(m_reader.caret()))
+    const QRect bar(viewport()->mapFrom(this, m_findBar->pos()), m_findBar->size());
+    const bool isCovered =
+        characterRect(*found).united(characterRect(m_reader.caret())).intersects(bar);
+    if (isCovered || !m_geometry.isInSight(*found) || !m_geometry.isInSight(m_reader.caret()))
         m_scroll.centre(m_text.lineAt(*found));
     m_geometry.scrollTo(*found);
     readerMoved();

@@ -156,6 +156,7 @@ private:
     QBasicTimer m_autoScroll;
     QPoint m_dragPoint;
     bool m_isDragging = false;
+    bool m_selectionIsNew = false; // other programs do not have it yet
     quint64 m_doubleClickTime = 0;
     QPoint m_doubleClickPoint;
 

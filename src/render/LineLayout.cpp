@@ -85,8 +85,12 @@ int LineLayout::columnAt(QPoint point, Hit hit) const
 {
     const Row& row = rowAt(point.y());
     if (hit == Hit::Character) {
+        // The natural width of a row leaves out the blank that it ends with.
+        const qreal first = row.line.cursorToX(columnIn(row, row.start));
+        const qreal last = row.line.cursorToX(columnIn(row, row.end));
         const QRectF text = row.line.naturalTextRect();
-        if (point.x() < text.left() || point.x() >= text.right() || point.y() < row.top ||
+        if (point.x() < std::min({text.left(), first, last}) ||
+            point.x() >= std::max({text.right(), first, last}) || point.y() < row.top ||
             point.y() >= row.top + row.height)
             return -1;
         const int column = row.line.xToCursor(point.x(), QTextLine::CursorOnCharacter);

@@ -43,7 +43,7 @@ void PackedText::replace(qsizetype from, qsizetype length, QStringView text)
         wide->replace(from, length, begin, text.size());
         return;
     }
-    Narrow& narrow = std::get<Narrow>(m_text);
+    auto& narrow = std::get<Narrow>(m_text);
     narrow.replace(from, length, text.size(), '\0');
     std::transform(begin, end, narrow.begin() + from, narrowed);
 }

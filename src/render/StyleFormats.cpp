@@ -110,8 +110,10 @@ const StyleFormats::Face& StyleFormats::face(const TextStyle& style) const
     face.ascent = metrics.ascent();
     face.descent = metrics.descent();
     face.wideAdvance = static_cast<float>(metrics.horizontalAdvance(u'm'));
-    for (char16_t c = 0; c < face.advances.size(); ++c)
-        face.advances[c] = static_cast<float>(metrics.horizontalAdvance(QChar(c)));
+    for (size_t c = 0; c < face.advances.size(); ++c) {
+        const QChar character(static_cast<char16_t>(c));
+        face.advances[c] = static_cast<float>(metrics.horizontalAdvance(character));
+    }
     return face;
 }
 

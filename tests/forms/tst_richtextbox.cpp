@@ -304,6 +304,7 @@ void RichTextBoxTest::tellsTheCharacterUnderAPoint()
     const QPoint letter = m_subject.pointOf(9);
     QVERIFY(letter.x() > 0);
     QCOMPARE(m_subject.offsetAt(letter), 9);
+    QVERIFY(m_subject.pointOf(13).x() > letter.x()); // the blank at the end
     QCOMPARE(m_subject.offsetAt({350, letter.y()}), -1);
     QCOMPARE(m_subject.offsetAt({letter.x(), 290}), -1);
     QCOMPARE(m_subject.offsetAt({-5, -5}), -1);
