@@ -1,0 +1,145 @@
+#include "contacts/BuddyList.h"
+
+#include "desktop/xpButton.h"
+#include "platform/Handlers.h"
+#include "platform/ListBoxWidget.h"
+#include "query/QueryTable.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int margin = 12;
+constexpr int spacing = 8;
+constexpr int refreshMilliseconds = 60000;
+constexpr QSize firstSize{400, 360};
+
+ListBoxWidget* newList(const QString& name, const QString& accessibleName, QWidget* parent)
+{
+    auto* list = new ListBoxWidget(ListBoxWidget::Order::AsAdded, parent);
+    list->setObjectName(name);
+    list->setAccessibleName(accessibleName);
+    return list;
+}
+
+} // namespace
+
+BuddyList::BuddyList(const Desk& desk)
+    : lblWhich(new QLabel(this))
+    , lstNicks(newList(u"lstNicks"_s, u"Online"_s, this))
+    , lstSetup(newList(u"lstSetup"_s, u"Setup"_s, this))
+    , Command1(newButton(u"Command1"_s, u"View"_s))
+    , Command2(newButton(u"Command2"_s, u"Setup"_s))
+    , cmdAdd(newButton(u"cmdAdd"_s, u"Add"_s))
+    , cmdRem(newButton(u"cmdRem"_s, u"Remove"_s))
+    , cmdClear(newButton(u"cmdClear"_s, u"Clear"_s))
+    , cmdRefresh(newButton(u"cmdRefresh"_s, u"Refresh"_s))
+    , m_polling({*lstSetup, *lstNicks, desk.server, desk.dialogs, desk.store})
+{
+    setWindowTitle(u"View Whois Online"_s);
+    lblWhich->setObjectName(u"lblWhich"_s);
+    tmrRefresh.setObjectName(u"tmrRefresh"_s);
+    tmrRefresh.setParent(this);
+    tmrRefresh.setInterval(refreshMilliseconds);
+    tmrRefresh.start();
+    new ButtonKeys(this);
+    arrange();
+    connectControls(desk);
+    showSetup(false);
+}
+
+xpButton* BuddyList::newButton(const QString& name, const QString& caption)
+{
+    auto* button = new xpButton(caption, xpButton::Big, this);
+    button->setObjectName(name);
+    button->setAccessibleName(caption);
+    return button;
+}
+
+void BuddyList::connectControls(const Desk& desk)
+{
+    const Handlers& handlers = desk.handlers;
+    QueryTable& queries = desk.queries;
+    handlers.connect(&tmrRefresh, &QTimer::timeout, this, [this] { m_polling.tmrRefresh_Timer(); });
+    handlers.connect(cmdAdd, &xpButton::Click, this, [this] { m_polling.cmdAdd_Click(); });
+    handlers.connect(cmdRem, &xpButton::Click, this, [this] { m_polling.cmdRem_Click(); });
+    handlers.connect(cmdClear, &xpButton::Click, this, [this] { lstSetup->Clear(); });
+    handlers.connect(cmdRefresh, &xpButton::Click, this, [this] { m_polling.cmdRefresh_Click(); });
+    handlers.connect(Command1, &xpButton::Click, this, [this] { showSetup(false); });
+    handlers.connect(Command2, &xpButton::Click, this, [this] { showSetup(true); });
+    handlers.connect(lstNicks, &ListBoxWidget::DblClick, this, [this, &queries] {
+        // A click beside the rows names nobody.
+        if (lstNicks->ListIndex() != -1)
+            queries.OpenQuery(lstNicks->Text(), {});
+    });
+}
+
+void BuddyList::arrange()
+{
+    QFont heading = lblWhich->font();
+    heading.setPointSizeF(heading.pointSizeF() * 1.3);
+    heading.setBold(true);
+    lblWhich->setFont(heading);
+
+    auto* top = new QHBoxLayout;
+    top->setSpacing(spacing);
+    top->addWidget(lblWhich, 1);
+    top->addWidget(Command1);
+    top->addWidget(Command2);
+
+    auto* bottom = new QHBoxLayout;
+    bottom->setSpacing(spacing);
+    bottom->addWidget(cmdAdd);
+    bottom->addWidget(cmdRem);
+    bottom->addStretch();
+    bottom->addWidget(cmdClear);
+    bottom->addWidget(cmdRefresh);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(spacing);
+    layout->addLayout(top);
+    layout->addWidget(lstNicks, 1);
+    layout->addWidget(lstSetup, 1);
+    layout->addLayout(bottom);
+
+    QWidget* last = Command1;
+    for (QWidget* next : std::initializer_list<QWidget*>{Command2, lstNicks, lstSetup, cmdAdd,
+                                                         cmdRem, cmdClear, cmdRefresh}) {
+        setTabOrder(last, next);
+        last = next;
+    }
+    setMinimumWidth(layout->minimumSize().width()); // of all buttons, those now hidden included
+    resize(firstSize);
+}
+
+// One list lies over the other; the covered one takes no keys.
+void BuddyList::showSetup(bool setup)
+{
+    cmdAdd->setVisible(setup);
+    cmdRem->setVisible(setup);
+    lstSetup->setVisible(setup);
+    lstNicks->setVisible(!setup);
+    lblWhich->setText(setup ? u"Setup"_s : u"Online"_s);
+}
+
+void BuddyList::clearOnline()
+{
+    lstNicks->Clear();
+}
+
+Buddies::Buddies(const BuddyList::Desk& desk)
+    : m_form([desk] { return std::make_unique<BuddyList>(desk); })
+{
+}
+
+void Buddies::clearOnline()
+{
+    // A list that is not loaded shows nobody; loading it now would start its polling.
+    if (m_form.isLoaded())
+        m_form().clearOnline();
+}

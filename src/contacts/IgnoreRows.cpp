@@ -1,0 +1,49 @@
+#include "contacts/IgnoreRows.h"
+
+#include "channel/Room.h"
+#include "common/ControlCharacters.h"
+#include "common/SessionVariables.h"
+#include "platform/Dialogs.h"
+#include "platform/ListBox.h"
+#include "session/LineSink.h"
+
+using namespace Qt::StringLiterals;
+
+void IgnoreRows::cmdAdd_Click() const
+{
+    // Somebody must be selected in the room, though the nick is then typed in by hand.
+    if (m_parts.room.form.lstNicks().ListIndex() == -1)
+        return;
+    const QString nick =
+        m_parts.dialogs.InputBox(u"Add a nickname to IgnoreList"_s, u"IgnoreList"_s);
+    if (nick.isEmpty())
+        return;
+    if (const QString text = refusal(nick); !text.isEmpty()) {
+        m_parts.dialogs.MsgBox(text, u"Block"_s);
+        return;
+    }
+    m_parts.List1.AddItem(nick + " - Blocked"_L1);
+    // No colon before the text, so the server passes on its first word only.
+    m_parts.server.SendData("PRIVMSG "_L1 % nick % u' ' % strColor % u'4' % strBold %
+                            "You've been ignored by "_L1 % m_parts.variables.MyNick %
+                            "[Tarnwyk Messenger Zephyr]"_L1);
+}
+
+QString IgnoreRows::refusal(const QString& nick) const
+{
+    if (nick == m_parts.variables.MyNick)
+        return u"You can't block yourself?"_s;
+    if (m_parts.room.nicks.isOp(nick) || m_parts.room.nicks.isHalfOp(nick))
+        return u"You can't block a Operator"_s;
+    // A selected row refuses every nick, and without one a nick can stand there twice: rows have
+    // never been compared with anything but themselves.
+    if (!m_parts.List1.Text().isEmpty())
+        return u"Are you trying to add same nick?"_s;
+    return {};
+}
+
+void IgnoreRows::cmdRemove_Click() const
+{
+    if (!m_parts.List1.Text().isEmpty())
+        m_parts.List1.RemoveItem(m_parts.List1.ListIndex());
+}
