@@ -1,0 +1,593 @@
+#include "channel/ChannelTable.h"
+#include "common/SessionVariables.h"
+#include "input/InputLine.h"
+#include "input/OwnTextStyle.h"
+#include "platform/ActionEntry.h"
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+#include "platform/EventLoop.h"
+#include "platform/Handlers.h"
+#include "platform/ListBoxWidget.h"
+#include "platform/Resources.h"
+#include "platform/SvgPicture.h"
+#include "query/Query.h"
+#include "query/QueryTable.h"
+#include "render/Links.h"
+#include "render/TextWriter.h"
+#include "session/LineSink.h"
+#include "support/MemoryView.h"
+
+#include <QAbstractScrollArea>
+#include <QLabel>
+#include <QLineEdit>
+#include <QToolButton>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What is written into a view as it comes, with the colour of each run.
+class Runs final
+{
+public:
+    void operator()(RichTextBox& view)
+    {
+        const QString text = view.Text();
+        if (text.size() < m_length)
+            m_length = 0; // another view
+        const QString color = u"<%1>"_s.arg(view.SelColor() & 0xffffff, 6, 16, QChar(u'0'));
+        if (color != m_color)
+            m_runs += color;
+        m_color = color;
+        m_runs += QStringView(text).mid(m_length);
+        m_length = text.size();
+    }
+    // The runs since the last time that somebody took them.
+    QString take()
+    {
+        m_color.clear();
+        return std::exchange(m_runs, {});
+    }
+
+private:
+    QString m_runs;
+    QString m_color;
+    qsizetype m_length = 0;
+};
+
+class Server final : public LineSink
+{
+public:
+    void SendData(const QString& line) override { sent += line; }
+    QStringList sent;
+};
+
+class Boxes final : public Dialogs
+{
+public:
+    void MsgBox(const QString& text, const QString& title, Icon) override
+    {
+        shown += title + u": "_s + text;
+    }
+    bool askYesNo(const QString&, const QString&) override { return false; }
+    QString InputBox(const QString& prompt, const QString& title) override
+    {
+        shown += title + u"? "_s + prompt;
+        return answer;
+    }
+    void Beep() override { ++beeps; }
+
+    QString answer;
+    QStringList shown;
+    int beeps = 0;
+};
+
+class Loop final : public EventLoop
+{
+public:
+    void DoEvents() override
+    {
+        if (pending)
+            pending();
+    }
+    void Pause(double) override {}
+    std::function<void()> pending;
+};
+
+class Noon final : public Clock
+{
+public:
+    QDateTime now() const override { return {QDate(2026, 3, 4), QTime(15, 6)}; }
+};
+
+class Links final : public LinkOpener
+{
+public:
+    void OpenLink(const QString& link) override { opened += link; }
+    QStringList opened;
+};
+
+class Neighbours final : public QueryNeighbours
+{
+public:
+    QRgb inputColor() const override { return color; }
+    void showAuthor() override { shown += u"Author"_s; }
+    void showIgnoreList() override { shown += u"IgnoreList"_s; }
+    void showFontOption() override { shown += u"FontOption"_s; }
+    void showPalette() override { shown += u"frmcolor"_s; }
+    void showBuddyList() override { shown += u"BuddyList"_s; }
+
+    QRgb color = qRgb(0, 0, 0);
+    QStringList shown;
+};
+
+class RoomWindow final : public RoomForm
+{
+public:
+    RichTextBox& DataIn() override { return view; }
+    RichTextBox& rtbTopic() override { return topic; }
+    ListBox& lstNicks() override { return nicks; }
+    void setCmdCount(const QString&) override {}
+    void setVisible(bool) override {}
+
+    MemoryView view;
+    MemoryView topic;
+    ListBoxWidget nicks{ListBoxWidget::Order::Sorted};
+};
+
+class RoomInput final : public InputBox
+{
+public:
+    QString text() const override { return content; }
+    void setText(const QString& text) override { content = text; }
+    void setTypeface(const QString&, int) override {}
+    QString content;
+};
+
+struct Desk
+{
+    Desk()
+    {
+        variables.MyNick = u"Me"_s;
+        variables.FontName = u"Arial"_s;
+        variables.FontSize = 10;
+        variables.MaxTextHistory = 30;
+        room.ChannelName = u"#Harbor"_s;
+    }
+
+    Query::Desk parts()
+    {
+        return {.handlers = handlers,
+                .variables = variables,
+                .style = style,
+                .writer = writer,
+                .channels = channels,
+                .clock = clock,
+                .server = server,
+                .dialogs = boxes,
+                .events = loop,
+                .links = links,
+                .neighbours = neighbours,
+                .ProcessInput =
+                    [this](const QString& target, const QString& text) {
+                        return QString(u"to "_s + target + u": "_s + text);
+                    },
+                .PlayWave = [this](const QString& name) { sounds += name; },
+                .CheckRTF = [this](RichTextBox& view) { runs(view); },
+                .FlashWindow = [this](QWidget&) { ++flashes; }};
+    }
+
+    // A conversation that is open and looked at.
+    Query& open(const QString& nick)
+    {
+        queries.OpenQuery(nick, nick + u"!user@host.org"_s);
+        Query& query = *factory.places().back();
+        query.window()->activateWindow();
+        (void)QTest::qWaitForWindowActive(query.window());
+        runs.take();
+        return query;
+    }
+
+    SessionVariables variables;
+    OwnTextStyle style;
+    TextWriter writer{variables};
+    RoomWindow window;
+    Room room{window};
+    ChannelTable channels{room};
+    Noon clock;
+    Server server;
+    Boxes boxes;
+    Loop loop;
+    Links links;
+    Neighbours neighbours;
+    QStringList sounds;
+    Runs runs;
+    int flashes = 0;
+    QStringList fatal;
+    Handlers handlers{[this](const QString& message) { fatal += message; }};
+    QueryFactory factory{parts()};
+    ActionEntry entries[3];
+    ListBoxWidget ignored{ListBoxWidget::Order::AsAdded};
+    QueryTable queries{factory, {entries[0], entries[1], entries[2]}, [this]() -> const ListBox& {
+                           return ignored;
+                       }};
+};
+
+QWidget* surfaceOf(QueryForm& form)
+{
+    QWidget* view = &form.DataIn();
+    auto* area = qobject_cast<QAbstractScrollArea*>(view);
+    return (area ? area : view->findChild<QAbstractScrollArea*>())->viewport();
+}
+
+// A place over the character at an offset of the view, in the view's surface.
+QPoint placeOf(QueryForm& form, qsizetype offset)
+{
+    QueryView& view = form.DataIn();
+    QWidget* surface = surfaceOf(form);
+    for (int y = 0; y < surface->height(); y += 2) {
+        for (int x = 0; x < surface->width(); ++x) {
+            if (view.offsetAt(surface->mapTo(&view, QPoint(x, y))) == offset)
+                return {x, y};
+        }
+    }
+    return {-1, -1};
+}
+
+void moveOver(QWidget* widget, const QPoint& place)
+{
+    QMouseEvent event(QEvent::MouseMove, place, widget->mapToGlobal(place), Qt::NoButton,
+                      Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+} // namespace
+
+class tst_query : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase() { loadResources(); }
+
+    void aPlaceOutlivesItsWindow()
+    {
+        Desk desk;
+        Query& first = desk.open(u"Ann"_s);
+        const QString start = "Chat Started On "_L1 + desk.clock.shortDate() + " - 15:06 \r\n"_L1;
+        QCOMPARE(first.DataIn().Text(), start);
+        QCOMPARE(first.Tag(), u"1"_s);
+        QCOMPARE(first.window()->windowTitle(), u"Ann"_s);
+        QCOMPARE(first.window()->findChild<QLabel*>(u"lblNick"_s)->text(), u"Ann"_s);
+        QCOMPARE(first.window()->findChild<QLabel*>(u"lblHost"_s)->text(), u"user@host.org"_s);
+        first.PutText(u"Ann"_s, u"hello"_s);
+
+        const QPointer<QueryForm> closed = first.window();
+        closed->close();
+        QVERIFY(first.QueryNick.isEmpty() && !first.window() && !closed->isVisible());
+        QTRY_VERIFY(!closed);
+        QCOMPARE(desk.queries.FindQuery(u"Ann"_s), -1);
+        first.Unload(); // a free place has nothing to close
+        desk.runs.take();
+
+        QCOMPARE(desk.queries.OpenQuery(u"Bob"_s, {}), 1);
+        QCOMPARE(desk.factory.places().size(), 1U);
+        QCOMPARE(first.DataIn().Text(), start);
+        QCOMPARE(desk.runs.take(), QString("<007f00>"_L1 + start));
+        QVERIFY(first.window()->isVisible());
+
+        QTest::mouseClick(&first.window()->link(QueryForm::Label4), Qt::LeftButton);
+        QVERIFY(first.QueryNick.isEmpty() && !first.window());
+        QCOMPARE(desk.fatal, QStringList());
+    }
+
+    // The room's window and a private window side by side.
+    void differences_data()
+    {
+        QTest::addColumn<QString>("said");  // by the other side; or
+        QTest::addColumn<QString>("typed"); // by oneself, "^" being the arrow up afterwards
+        QTest::addColumn<QString>("roomView");
+        QTest::addColumn<QStringList>("roomSent");
+        QTest::addColumn<QString>("roomBox");
+        QTest::addColumn<QString>("privateView");
+        QTest::addColumn<QStringList>("privateSent");
+
+        const QString none;
+        const QStringList nothing;
+        QTest::newRow("header") << u"hi"_s << none << u"<0000ff><Ann> hi \r\n"_s << nothing << none
+                                << u"<0000ff><Ann><000000> hi \r\n"_s << nothing;
+        QTest::newRow("action") << u"\1ACTION waves\1"_s << none << u"<7f007f>Ann waves \r\n"_s
+                                << nothing << none << u"<7f007f>Ann waves \r\n"_s << nothing;
+        QTest::newRow("version text")
+            << u"\1VERSION\1"_s << none << none
+            << QStringList{u"CTCPREPLY Ann VERSION :Quill Harbor Messengr for Windows OS"_s} << none
+            << none << QStringList{u"CTCPREPLY Ann VERSION :Tarnwyk Messenger for Windows9x"_s};
+        QTest::newRow("own echo, wire, history")
+            << none << u"two words^"_s << u"<ff0000><Me><000000> two words \r\n"_s
+            << QStringList{u"PRIVMSG #Harbor :\3"
+                           u"1 two words"_s}
+            << u"two words"_s << u"<ff0000><Me> <000000> two words \r\n"_s
+            << QStringList{u"PRIVMSG Ann \3"
+                           u"1 two words"_s};
+        QTest::newRow("raw line") << none << u"IRC LIST"_s << none << QStringList{u"LIST"_s} << none
+                                  << u"<ff0000><Me> <000000> IRC LIST \r\n"_s
+                                  << QStringList{u"PRIVMSG Ann \3"
+                                                 u"1 IRC LIST"_s};
+        QTest::newRow("line for bots")
+            << none << u"!help"_s << u"<ff0000><Me> <000000> !help \r\n"_s
+            << QStringList{u"PRIVMSG #Harbor :!help"_s} << none
+            << u"<ff0000><Me> <000000> !help \r\n"_s
+            << QStringList{u"PRIVMSG Ann \3"
+                           u"1 !help"_s};
+        QTest::newRow("slash") << none << u"/me"_s << u"<ff0000><Me><000000> /me \r\n"_s
+                               << QStringList{u"PRIVMSG #Harbor :\3"
+                                              u"1 /me"_s}
+                               << none << u"<ff0000><Me> <000000> /me \r\n"_s
+                               << QStringList{u"PRIVMSG Ann \3"
+                                              u"1 /me"_s};
+    }
+    void differences()
+    {
+        QFETCH(QString, said);
+        QFETCH(QString, typed);
+        const bool arrowUp = typed.endsWith(u'^');
+        if (arrowUp)
+            typed.chop(1);
+
+        Desk desk;
+        Query& query = desk.open(u"Ann"_s);
+        QLineEdit& box = query.window()->DataOut();
+        Runs roomRuns;
+        RichTextBox& roomView = desk.window.view;
+        roomView.onChange([&] { roomRuns(roomView); });
+        RoomInput roomBox;
+        InputLine input(
+            {desk.variables, desk.style, desk.room, roomBox, desk.server, desk.writer, desk.boxes});
+
+        if (typed.isEmpty()) {
+            IncomingText(IncomingText::room, desk.writer, desk.server)
+                .PutText(roomView, u"Ann"_s, said);
+        } else {
+            roomBox.content = typed;
+            input.KeyPress(QueryForm::Enter);
+            if (arrowUp)
+                input.KeyDown(QueryForm::Up);
+        }
+        QTEST(roomRuns.take(), "roomView");
+        QTEST(std::exchange(desk.server.sent, {}), "roomSent");
+        QTEST(roomBox.content, "roomBox");
+        QCOMPARE(desk.boxes.beeps, 0);
+        QCOMPARE(desk.sounds, QStringList());
+
+        if (typed.isEmpty()) {
+            query.PutText(u"Ann"_s, said);
+        } else {
+            QTest::keyClicks(&box, typed);
+            QTest::keyClick(&box, Qt::Key_Return);
+            if (arrowUp)
+                QTest::keyClick(&box, Qt::Key_Up);
+        }
+        QTEST(desk.runs.take(), "privateView");
+        QTEST(desk.server.sent, "privateSent");
+        QCOMPARE(box.text(), QString());
+        QCOMPARE(desk.boxes.beeps, arrowUp ? 1 : 0);
+        QCOMPARE(query.Unread(), said.isEmpty() ? 0 : 1);
+        QCOMPARE(desk.sounds, said.isEmpty() ? QStringList() : QStringList{u"send.wav"_s});
+    }
+
+    void typing()
+    {
+        Desk desk;
+        Query& query = desk.open(u"Ann"_s);
+        QLineEdit& box = query.window()->DataOut();
+        QVERIFY(box.hasFocus());
+
+        box.setText(u"   "_s);
+        desk.neighbours.color = qRgb(255, 0, 0);
+        QTest::keyClick(&box, Qt::Key_Return); // nothing to send: not even the colour changes
+        QCOMPARE(box.text(), u"   "_s);
+        QCOMPARE(desk.server.sent, QStringList());
+        QCOMPARE(box.palette().color(QPalette::Text).rgb(), qRgb(0, 0, 0));
+
+        box.clear();
+        QTest::keyClick(&box, Qt::Key_A);
+        QCOMPARE(box.palette().color(QPalette::Text).rgb(), qRgb(255, 0, 0));
+
+        // A renamed peer is written to under the new name, whatever the caption says.
+        query.setPeer(u"Ann2"_s);
+        query.setCaption(u"other"_s);
+        desk.style = {u"4"_s, u"\2"_s, u"\x1f"_s};
+        QTest::mouseClick(&query.window()->Image2(), Qt::LeftButton);
+        QCOMPARE(desk.server.sent, QStringList{u"PRIVMSG Ann2 \2\3"
+                                               u"4 \x1f"
+                                               u"a"_s});
+        QCOMPARE(query.window()->windowTitle(), u"Ann2"_s);
+
+        // A pasted line end does not become a second line to the server.
+        QGuiApplication::clipboard()->setText(u"one\r\nQUIT\n:two"_s);
+        box.paste();
+        QCOMPARE(box.text(), u"one QUIT :two"_s);
+
+        QTest::keyClick(&box, Qt::Key_Down);
+        QCOMPARE(desk.boxes.beeps, 1);
+        query.DoHistory(u"old"_s);
+        QTest::keyClick(&box, Qt::Key_Up);
+        QCOMPARE(box.text(), u"old"_s);
+        QCOMPARE(desk.boxes.beeps, 1);
+    }
+
+    void flashingStopsWhenLookedAt_data()
+    {
+        QTest::addColumn<QString>("over");
+        QTest::addColumn<bool>("stops");
+        QTest::newRow("the window") << QString() << true;
+        QTest::newRow("the view") << u"DataIn"_s << true;
+        QTest::newRow("the input line") << u"DataOut"_s << true;
+        QTest::newRow("the send button") << u"Image2"_s << true;
+        QTest::newRow("the peer's name") << u"lblNick"_s << false;
+        QTest::newRow("a label") << u"Label4"_s << false;
+    }
+    void flashingStopsWhenLookedAt()
+    {
+        QFETCH(QString, over);
+        QFETCH(bool, stops);
+        Desk desk;
+        Query& query = desk.open(u"Ann"_s);
+        QueryForm& form = *query.window();
+        query.PutText(u"Ann"_s, u"hi"_s);
+        QWidget* widget = over.isEmpty() ? &form : form.findChild<QWidget*>(over);
+        if (widget == &form.DataIn())
+            widget = surfaceOf(form);
+        moveOver(widget, {2, 2});
+        QCOMPARE(query.Unread(), stops ? 0 : 1);
+        QCOMPARE(form.flsh().isActive(), !stops);
+    }
+
+    void flashing()
+    {
+        Desk desk;
+        Query& query = desk.open(u"Ann"_s);
+        QueryForm& form = *query.window();
+        QCOMPARE(form.flsh().interval(), 500);
+        query.PutText(u"Ann"_s, u"hi"_s);
+        QTRY_COMPARE(desk.flashes, 2);
+        QTest::keyClick(&form.DataOut(), Qt::Key_X);
+        QCOMPARE(query.Unread(), 0);
+        query.PutText(u"Ann"_s, u"\1VERSION\1"_s);
+        QCOMPARE(query.Unread(), 1);
+        form.link(QueryForm::Label5).setFocus();
+        query.SetFocus();
+        QCOMPARE(query.Unread(), 0);
+        QVERIFY(form.DataOut().hasFocus());
+        QVERIFY(!form.flsh().isActive());
+    }
+
+    void clicksInTheView_data()
+    {
+        QTest::addColumn<QString>("on"); // the pointer is on the second character of this
+        QTest::addColumn<bool>("reacts");
+        QTest::addColumn<QStringList>("opened");
+        QTest::addColumn<QStringList>("sent");
+
+        const QStringList nothing;
+        QTest::newRow("link") << u"http://a.org/x"_s << true << QStringList{u"http://a.org/x"_s}
+                              << nothing;
+        QTest::newRow("bare link")
+            << u"WWW.b.org"_s << true << QStringList{u"WWW.b.org"_s} << nothing;
+        QTest::newRow("room") << u"#other"_s << true << nothing << QStringList{u"JOIN #other"_s};
+        QTest::newRow("room one is in") << u"#harbor"_s << true << nothing << nothing;
+        QTest::newRow("server") << u"irc.a.org"_s << true << nothing << nothing;
+        QTest::newRow("plain word") << u"plain"_s << false << nothing << nothing;
+        QTest::newRow("first letter") << u" #other"_s << false << nothing << nothing;
+        // A line of chat that ends in a colour code has no blank at its end.
+        QTest::newRow("room at a line's end")
+            << u"#end"_s << true << nothing << QStringList{u"JOIN #end"_s};
+    }
+    void clicksInTheView()
+    {
+        QFETCH(QString, on);
+        QFETCH(bool, reacts);
+        Desk desk;
+        desk.channels.AddChannel(u"#Harbor"_s);
+        Query& query = desk.open(u"Ann"_s);
+        QueryForm& form = *query.window();
+        query.PutText(u"Ann"_s, u"(http://a.org/x) WWW.b.org #other #harbor irc.a.org plain x"_s);
+        query.PutText(u"Ann"_s, u"see #end\3"_s);
+        query.PutText(u"QUIT"_s, u"\1ACTION :now\1"_s);
+        QCoreApplication::processEvents();
+        const QPoint place = placeOf(form, query.DataIn().Text().indexOf(on) + 1);
+        QVERIFY(place.x() >= 0);
+        QWidget* surface = surfaceOf(form);
+
+        moveOver(surface, place);
+        QCOMPARE(surface->cursor().shape(), reacts ? Qt::PointingHandCursor : Qt::ArrowCursor);
+
+        form.link(QueryForm::Label4).setFocus();
+        QTest::mouseClick(surface, Qt::LeftButton, {}, place);
+        QVERIFY(form.DataOut().hasFocus());
+        QTest::mouseDClick(surface, Qt::LeftButton, {}, place);
+        QTEST(desk.links.opened, "opened");
+        QTEST(desk.server.sent, "sent");
+
+        moveOver(surface, {surface->width() - 2, surface->height() - 2});
+        QCOMPARE(surface->cursor().shape(), Qt::ArrowCursor);
+        QCOMPARE(desk.fatal, QStringList());
+    }
+
+    // Other events run between the release of a button and the look at the word: one of them may
+    // close the window.
+    void closedBetweenReleaseAndReading()
+    {
+        Desk desk;
+        Query& query = desk.open(u"Ann"_s);
+        query.PutText(u"Ann"_s, u"see #other now"_s);
+        QCoreApplication::processEvents();
+        QueryForm& form = *query.window();
+        const QPoint place = placeOf(form, query.DataIn().Text().indexOf(u"#other"_s) + 1);
+        const QPointer<QueryForm> closed = &form;
+        desk.loop.pending = [&] {
+            query.Unload();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QVERIFY(closed);
+        };
+        QTest::mouseClick(surfaceOf(form), Qt::LeftButton, {}, place);
+        QVERIFY(!query.window());
+        QTRY_VERIFY(!closed);
+    }
+
+    void labels_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<QString>("shows");
+        QTest::newRow("author") << u"Label5"_s << u"Author"_s << u"Author"_s;
+        QTest::newRow("ignore list") << u"Label6"_s << u"IgnoreList"_s << u"IgnoreList"_s;
+        QTest::newRow("font") << u"Label7"_s << u"Font Settings"_s << u"FontOption"_s;
+        QTest::newRow("palette") << u"Label8"_s << u"Colour Settings"_s << u"frmcolor"_s;
+        QTest::newRow("buddy list") << u"cmdOptions"_s << u"BuddyList"_s << u"BuddyList"_s;
+    }
+    void labels()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, shows);
+        Desk desk;
+        Query& query = desk.open(u"Ann"_s);
+        auto* label = query.window()->findChild<QToolButton*>(name);
+        QTEST(label->text(), "caption");
+        QTest::mouseClick(label, Qt::LeftButton);
+        QTest::keyClick(label, Qt::Key_Return);
+        QCOMPARE(desk.neighbours.shown, QStringList({shows, shows}));
+    }
+
+    void ownAction_data()
+    {
+        QTest::addColumn<QString>("selected");
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<bool>("warned");
+        QTest::addColumn<QString>("sent");
+        QTest::newRow("chatter") << u"@Eve"_s << u"waves"_s << false << u"to Eve: me waves"_s;
+        QTest::newRow("oneself") << u"+Me"_s << u"waves"_s << true << u"to Me: me waves"_s;
+        QTest::newRow("nobody") << QString() << QString() << false << u"to : me "_s;
+    }
+    void ownAction()
+    {
+        QFETCH(QString, selected);
+        QFETCH(QString, answer);
+        QFETCH(bool, warned);
+        Desk desk;
+        Query& query = desk.open(u"Ann"_s);
+        desk.window.nicks.AddItem(selected);
+        desk.window.nicks.setListIndex(selected.isEmpty() ? -1 : 0);
+        desk.boxes.answer = answer;
+        QTest::mouseClick(&query.window()->link(QueryForm::LabelAction), Qt::LeftButton);
+        QStringList shown{u"Action Message? Type Your Own Action Message"_s};
+        if (warned)
+            shown.prepend(u"Error: You cannot do that to yourself!"_s);
+        QCOMPARE(desk.boxes.shown, shown);
+        QFETCH(QString, sent);
+        QCOMPARE(desk.server.sent, QStringList{sent});
+    }
+};
+
+QTEST_MAIN(tst_query)
+#include "tst_query.moc"

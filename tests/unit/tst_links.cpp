@@ -1,0 +1,163 @@
+#include "render/Links.h"
+#include "support/MemoryView.h"
+
+#include <QDesktopServices>
+#include <QRandomGenerator>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The rule in its plainest form: over the whole text, character by character.
+QString wordByWholeText(const QString& text, qsizetype c)
+{
+    if (c < 1 || c >= text.size())
+        return {};
+    const auto isDelimiter = [&](qsizetype position) {
+        return QStringView(u" ,()][{}\"'\t").contains(text[position - 1]);
+    };
+    qsizetype s = c;
+    while (s > 0 && !isDelimiter(s))
+        --s;
+    if (s == 0)
+        return {};
+    qsizetype e = c;
+    while (e <= text.size() && !isDelimiter(e))
+        ++e;
+    e = std::min(e, text.size());
+    QString word = text.mid(s - 1, e - s);
+    word.remove(u'\r');
+    return word.mid(1);
+}
+
+} // namespace
+
+class tst_links : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void words_data()
+    {
+        QTest::addColumn<QString>("word");
+        QTest::addColumn<bool>("link");
+        QTest::addColumn<bool>("pointer");
+        QTest::addColumn<QString>("leaves"); // as what; empty: not at all
+
+        QTest::newRow("http") << u"http://a.org/x"_s << true << true << u"http://a.org/x"_s;
+        QTest::newRow("https has no rule")
+            << u"https://a.org"_s << false << false << u"https://a.org"_s;
+        QTest::newRow("https page")
+            << u"https://a.org/x.htm"_s << true << true << u"https://a.org/x.htm"_s;
+        QTest::newRow("ftp, any case") << u"FTP://a.org"_s << true << true << u"ftp://a.org"_s;
+        QTest::newRow("mail") << u"mailto:ann@a.org"_s << true << true << u"mailto:ann@a.org"_s;
+        QTest::newRow("mail to nobody") << u"mailto:"_s << true << true << QString();
+        QTest::newRow("mail with a file")
+            << u"mailto:a@a.org?Attach=/etc/passwd"_s << true << true << QString();
+        QTest::newRow("bare address") << u"www.a.org"_s << true << true << u"http://www.a.org"_s;
+        QTest::newRow("bare, upper case")
+            << u"WWW.a.org"_s << true << true << u"http://www.a.org"_s;
+        QTest::newRow("page by its end") << u"page.HTML"_s << true << true << QString();
+        QTest::newRow("end with a full stop") << u"page.htm."_s << false << false << QString();
+        QTest::newRow("local page") << u"file:///etc/index.html"_s << true << true << QString();
+        QTest::newRow("share") << u"\\\\host\\share\\x.htm"_s << true << true << QString();
+        QTest::newRow("script") << u"javascript:alert(1).html"_s << true << true << QString();
+        QTest::newRow("no host") << u"http:///etc/passwd"_s << true << true << QString();
+        QTest::newRow("room") << u"#Harbor"_s << false << true << QString();
+        QTest::newRow("server") << u"IRC.a.org"_s << false << true << QString();
+        QTest::newRow("address inside") << u"see:http://a.org"_s << false << false << QString();
+        QTest::newRow("word behind a line end")
+            << u"\nhttp://a.org"_s << false << false << QString();
+        QTest::newRow("nothing") << QString() << false << false << QString();
+    }
+    void words()
+    {
+        QFETCH(QString, word);
+        QFETCH(bool, link);
+        QFETCH(bool, pointer);
+        QFETCH(QString, leaves);
+
+        QCOMPARE(isLink(word), link);
+        QCOMPARE(pointerFor(word), pointer ? MousePointer::Custom : MousePointer::Arrow);
+        QCOMPARE(outgoingUrl(word).value_or(QUrl()).toString(), leaves);
+    }
+
+    void onlyAllowedSchemesReachTheDesktop()
+    {
+        static const QStringList schemes{u"http"_s, u"mailto"_s, u"file"_s, u"javascript"_s};
+        for (const QString& scheme : schemes)
+            QDesktopServices::setUrlHandler(scheme, this, "opened");
+        DesktopLinkOpener opener;
+        for (const QString& link : {u"www.a.org"_s, u"file:///etc/index.html"_s,
+                                    u"javascript:x.html"_s, u"mailto:ann@a.org"_s})
+            opener.OpenLink(link);
+        for (const QString& scheme : schemes)
+            QDesktopServices::unsetUrlHandler(scheme);
+        QCOMPARE(m_opened, QStringList({u"http://www.a.org"_s, u"mailto:ann@a.org"_s}));
+    }
+
+    void wordAt_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("under"); // the pointer is on its first occurrence ...
+        QTest::addColumn<int>("further");   // ... or so many characters behind it
+        QTest::addColumn<QString>("word");
+
+        const QString line = u"<Ann> see (http://a.org/x), now \r\n#room is full \r\n"_s;
+        QTest::newRow("first letter") << line << u"http"_s << 0 << QString();
+        QTest::newRow("second letter, brackets") << line << u"http"_s << 1 << u"http://a.org/x"_s;
+        QTest::newRow("bracket behind") << line << u")"_s << 0 << u"http://a.org/x"_s;
+        QTest::newRow("comma behind that") << line << u","_s << 0 << QString();
+        QTest::newRow("blank behind a word") << line << u"see"_s << 3 << u"see"_s;
+        QTest::newRow("first word of all") << line << u"Ann"_s << 1 << QString();
+        QTest::newRow("first word of a line") << line << u"#room"_s << 1 << u"\n#room"_s;
+        QTest::newRow("line feed") << line << u"\n"_s << 0 << u"\n#room"_s;
+        QTest::newRow("last word without an end") << u"a last"_s << u"last"_s << 2 << u"las"_s;
+        QTest::newRow("start") << line << u"<"_s << 0 << QString();
+        QTest::newRow("past the end") << u"one two "_s << u"two"_s << 4 << QString();
+        QTest::newRow("outside") << u"one two "_s << u"one"_s << -1 << QString();
+    }
+    void wordAt()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, under);
+        QFETCH(int, further);
+        MemoryView view;
+        view.setText(text);
+        QTEST(WordAt(view, text.indexOf(under) + further), "word");
+    }
+
+    // Words around the size of the pieces that are read, and characters that are nearly delimiters.
+    void wordAtIsThatOfTheWholeText()
+    {
+        QRandomGenerator random(20260726);
+        for (int round = 0; round < 200; ++round) {
+            QString text;
+            const int words = random.bounded(1, 12);
+            for (int i = 0; i < words; ++i) {
+                const int length = random.bounded(4) ? random.bounded(12) : random.bounded(300);
+                text += QString(length, QChar(u'a' + random.bounded(26)));
+                text += u" ,()][{}\"'\t#:<>."_s.at(random.bounded(16));
+                if (random.bounded(3) == 0)
+                    text += u"\r\n"_s;
+            }
+            if (random.bounded(2))
+                text += u"end"_s;
+            MemoryView view;
+            view.setText(text);
+            for (qsizetype c = -1; c <= text.size() + 1; ++c) {
+                if (WordAt(view, c) != wordByWholeText(text, c))
+                    QFAIL(qPrintable(u"at %1 in %2"_s.arg(c).arg(text)));
+            }
+        }
+    }
+
+public Q_SLOTS:
+    void opened(const QUrl& url) { m_opened += url.toString(); }
+
+private:
+    QStringList m_opened;
+};
+
+QTEST_GUILESS_MAIN(tst_links)
+#include "tst_links.moc"
