@@ -41,6 +41,7 @@ IgnoreList::IgnoreList(const Desk& desk)
     layout->addWidget(m_list1, 1);
     layout->addLayout(buttons);
     resize(firstSize);
+    cmdAdd->setFocus(); // a row with the focus looks selected, and a selected row is in the way
 
     desk.handlers.connect(cmdAdd, &xpButton::Click, this, [this] { m_rows.cmdAdd_Click(); });
     desk.handlers.connect(cmdRemove, &xpButton::Click, this, [this] { m_rows.cmdRemove_Click(); });

@@ -7,7 +7,9 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QRegularExpression>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -21,6 +23,8 @@ constexpr int iconSide = 16;
 constexpr int sendSide = 32;
 constexpr QSize firstSize{620, 480};
 constexpr QSize smallestView{320, 120};
+constexpr int smallestName = 160;
+constexpr int textMargin = 6;
 constexpr int flashMilliseconds = 500;
 constexpr double nickScale = 1.7; // of the ordinary size of text
 
@@ -51,12 +55,29 @@ void makeReadOnly(View& view)
         view.setReadOnly(true);
 }
 
+// A long text is cut with an ellipsis and does not widen the window.
+class CutLabel final : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        style()->drawItemText(
+            &painter, rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, palette(),
+            isEnabled(), fontMetrics().elidedText(text(), Qt::ElideRight, width()),
+            foregroundRole());
+    }
+};
+
 QLabel* newLabel(const QString& name, const QString& caption, QWidget* parent)
 {
-    auto* label = new QLabel(caption, parent);
+    auto* label = new CutLabel(caption, parent);
     label->setObjectName(name);
     label->setTextFormat(Qt::PlainText); // the text is a stranger's
-    // A long name is cut and does not widen the window.
+    label->setMinimumWidth(smallestName);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     return label;
 }
@@ -79,6 +100,7 @@ QueryForm::QueryForm()
 
     m_dataOut->setObjectName(u"DataOut"_s);
     m_dataOut->setAccessibleName(u"Message"_s);
+    m_dataOut->setTextMargins(textMargin, 0, textMargin, 0);
     m_dataOut->setMouseTracking(true);
     m_dataOut->installEventFilter(this);
     connect(m_dataOut, &QLineEdit::textChanged, this, &QueryForm::keepOneLine);
@@ -125,7 +147,6 @@ void QueryForm::arrange()
     nickFont.setPointSizeF(nickFont.pointSizeF() * nickScale);
     nickFont.setBold(true);
     m_lblNick->setFont(nickFont);
-    m_lblHost->setForegroundRole(QPalette::Mid);
 
     auto* header = new QHBoxLayout;
     header->setSpacing(spacing / 2);

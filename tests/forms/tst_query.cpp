@@ -450,7 +450,7 @@ private Q_SLOTS:
         QueryForm& form = *query.window();
         QCOMPARE(form.flsh().interval(), 500);
         query.PutText(u"Ann"_s, u"hi"_s);
-        QTRY_COMPARE(desk.flashes, 2);
+        QTRY_VERIFY(desk.flashes >= 2);
         QTest::keyClick(&form.DataOut(), Qt::Key_X);
         QCOMPARE(query.Unread(), 0);
         query.PutText(u"Ann"_s, u"\1VERSION\1"_s);
