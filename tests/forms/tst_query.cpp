@@ -4,18 +4,15 @@
 #include "input/OwnTextStyle.h"
 #include "platform/ActionEntry.h"
 #include "platform/Clock.h"
-#include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
-#include "platform/ListBoxWidget.h"
 #include "platform/Resources.h"
 #include "platform/SvgPicture.h"
 #include "query/Query.h"
 #include "query/QueryTable.h"
 #include "render/Links.h"
 #include "render/TextWriter.h"
-#include "session/LineSink.h"
-#include "support/MemoryView.h"
+#include "support/QueryFakes.h"
 
 #include <QAbstractScrollArea>
 #include <QLabel>
@@ -56,33 +53,6 @@ private:
     qsizetype m_length = 0;
 };
 
-class Server final : public LineSink
-{
-public:
-    void SendData(const QString& line) override { sent += line; }
-    QStringList sent;
-};
-
-class Boxes final : public Dialogs
-{
-public:
-    void MsgBox(const QString& text, const QString& title, Icon) override
-    {
-        shown += title + u": "_s + text;
-    }
-    bool askYesNo(const QString&, const QString&) override { return false; }
-    QString InputBox(const QString& prompt, const QString& title) override
-    {
-        shown += title + u"? "_s + prompt;
-        return answer;
-    }
-    void Beep() override { ++beeps; }
-
-    QString answer;
-    QStringList shown;
-    int beeps = 0;
-};
-
 class Loop final : public EventLoop
 {
 public:
@@ -120,20 +90,6 @@ public:
 
     QRgb color = qRgb(0, 0, 0);
     QStringList shown;
-};
-
-class RoomWindow final : public RoomForm
-{
-public:
-    RichTextBox& DataIn() override { return view; }
-    RichTextBox& rtbTopic() override { return topic; }
-    ListBox& lstNicks() override { return nicks; }
-    void setCmdCount(const QString&) override {}
-    void setVisible(bool) override {}
-
-    MemoryView view;
-    MemoryView topic;
-    ListBoxWidget nicks{ListBoxWidget::Order::Sorted};
 };
 
 class RoomInput final : public InputBox
