@@ -7,4 +7,5 @@
 void loadResources()
 {
     Q_INIT_RESOURCE(pictures);
+    Q_INIT_RESOURCE(smileys);
 }

@@ -4,7 +4,10 @@
 #include <QSize>
 #include <QString>
 
+#include <algorithm>
 #include <functional>
+#include <limits>
+#include <utility>
 
 // A picture that stands in text as one character.
 struct InlinePicture
@@ -70,17 +73,29 @@ public:
     // Called after every change of the text, at once, also inside the handler itself.
     void onChange(std::function<void()> handler) { m_change = std::move(handler); }
 
+    // The lowest offset that any change has touched since this was last asked: what stands before
+    // it is as it was then. There is one asker, whom the next change tells from where to look.
+    qsizetype takeChangedFrom()
+    {
+        return std::min(std::exchange(m_changedFrom, unchanged), TextLength());
+    }
+
     QString Tag;
 
 protected:
-    void raiseChange()
+    // A view that does not tell from where its text has changed has changed from its start.
+    void raiseChange(qsizetype from = 0)
     {
+        m_changedFrom = std::min(m_changedFrom, from);
         if (m_change)
             m_change();
     }
 
 private:
+    static constexpr qsizetype unchanged = std::numeric_limits<qsizetype>::max();
+
     std::function<void()> m_change;
+    qsizetype m_changedFrom = 0;
 };
 
 class EditBlock final

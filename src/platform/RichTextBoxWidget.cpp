@@ -248,8 +248,9 @@ void RichTextBoxWidget::setSelText(const QString& text)
     if (inserted.isEmpty() && !m_insertion.hasSelection())
         return;
     holdPainting();
+    const qsizetype from = SelStart();
     m_insertion.insertText(inserted, m_format);
-    raiseChange();
+    raiseChange(from);
 }
 
 void RichTextBoxWidget::setSelColor(QRgb color)
@@ -286,8 +287,9 @@ void RichTextBoxWidget::InsertPicture(const InlinePicture& picture)
     format.setProperty(SizeProperty, picture.size);
     format.setVerticalAlignment(QTextCharFormat::AlignMiddle);
     holdPainting();
+    const qsizetype from = SelStart();
     m_insertion.insertText(QString(pictureCharacter), format);
-    raiseChange();
+    raiseChange(from);
 }
 
 void RichTextBoxWidget::beginEdit()

@@ -40,7 +40,9 @@ void MemoryView::setText(const QString& text)
 
 QString MemoryView::TextRange(qsizetype start, qsizetype length) const
 {
-    return m_text.mid(start, length);
+    const QString text = m_text.mid(start, length);
+    m_charactersRead += text.size();
+    return text;
 }
 
 void MemoryView::setSelStart(qsizetype offset)
@@ -59,15 +61,16 @@ void MemoryView::setSelText(const QString& text)
     const QString inserted = withCrLf(text);
     if (inserted.isEmpty() && m_length == 0)
         return;
+    const qsizetype from = m_start;
     replaceSelection(inserted);
-    raiseChange();
+    raiseChange(from);
 }
 
 void MemoryView::InsertPicture(const InlinePicture& picture)
 {
     replaceSelection(QString(pictureCharacter));
     m_pictures.insert(m_start - 1, picture.code);
-    raiseChange();
+    raiseChange(m_start - 1);
 }
 
 void MemoryView::replaceSelection(const QString& text)

@@ -22,7 +22,7 @@ public:
         bool operator==(const Style&) const = default;
     };
 
-    QString Text() const override { return m_text; }
+    QString Text() const override { return TextRange(0, m_text.size()); }
     void setText(const QString& text) override;
     qsizetype TextLength() const override { return m_text.size(); }
     QString TextRange(qsizetype start, qsizetype length) const override;
@@ -51,6 +51,8 @@ public:
     const Style& styleAt(qsizetype offset) const { return m_styles[offset]; }
     // The pictures from the start of the text on, by their codes.
     QStringList pictures() const { return m_pictures.values(); }
+    // How much of the text has been read so far.
+    qsizetype charactersRead() const { return m_charactersRead; }
     // Text and styles in one readable line: <color b u s>text for every run.
     QString runs() const;
 
@@ -63,4 +65,5 @@ private:
     Style m_style;
     qsizetype m_start = 0;
     qsizetype m_length = 0;
+    mutable qsizetype m_charactersRead = 0;
 };

@@ -1,0 +1,333 @@
+#include "common/SessionVariables.h"
+#include "platform/Resources.h"
+#include "platform/RichTextBoxWidget.h"
+#include "platform/SvgPicture.h"
+#include "render/CheckRTF.h"
+#include "render/SmileyTable.h"
+#include "render/TextWriter.h"
+#include "support/MemoryView.h"
+
+#include <QRandomGenerator>
+#include <QSet>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What SmileyPass must equal: the whole text is searched for every code, and every change starts
+// the same again inside the pass under way. The counter belongs to the call or to the view.
+class PlainPass
+{
+public:
+    enum Counter { OfTheCall, OfTheView };
+
+    PlainPass(RichTextBox& view, Counter counter)
+        : m_view(view)
+        , m_counter(counter)
+    {
+    }
+
+    void CheckRTF()
+    {
+        std::size_t own = 0;
+        std::size_t& row = m_counter == OfTheCall ? own : m_shared;
+        for (row = 0; row < smileys::table.size(); ++row) {
+            const Smiley& smiley = smileys::table[row];
+            const qsizetype pos = m_view.Text().indexOf(smiley.code);
+            if (pos <= 0)
+                continue;
+            m_view.setSelStart(pos);
+            m_view.setSelLength(smiley.code.size());
+            m_view.setSelText({});
+            m_view.setSelStart(pos);
+            m_view.InsertPicture({smiley.code, {}, smiley.size});
+        }
+    }
+
+private:
+    RichTextBox& m_view;
+    Counter m_counter;
+    std::size_t m_shared = 0;
+};
+
+template<typename Pass>
+void keep(RichTextBox& view, Pass& pass)
+{
+    view.onChange([&pass] { pass.CheckRTF(); });
+}
+
+QString shown(const MemoryView& view)
+{
+    QString text = view.Text();
+    for (const QString& code : view.pictures()) {
+        const qsizetype at = text.indexOf(RichTextBox::pictureCharacter);
+        text.replace(at, 1, u'{' + code + u'}');
+    }
+    return text;
+}
+
+// Text that is mostly codes, halves of codes and codes inside codes.
+class CodeText
+{
+public:
+    explicit CodeText(quint32 seed)
+        : m_random(seed)
+    {
+    }
+
+    int below(int limit) { return static_cast<int>(m_random.bounded(limit)); }
+
+    QString text(int pieces, bool styled)
+    {
+        static const QString rich = u":;()-><=8|DPSO~*@}%\"/\\#bro "_s;
+        static const QString styles = u"\x02\x03\x1f\x16\x0f"_s;
+        QString result;
+        for (int i = 0; i < pieces; ++i) {
+            const QLatin1StringView code =
+                smileys::table[static_cast<std::size_t>(below(smileys::table.size()))].code;
+            switch (below(styled ? 6 : 5)) {
+            case 0:
+            case 1: // often the same ones
+                result += below(2) ? code : QLatin1StringView(below(2) ? ":)" : ";)");
+                break;
+            case 2: { // one inside another
+                const int cut = below(static_cast<int>(code.size()));
+                result += code.left(cut) % text(1, false) % code.mid(cut);
+                break;
+            }
+            case 3:
+                result += rich[below(static_cast<int>(rich.size()))];
+                break;
+            case 4:
+                result += below(3) ? u" "_s : u" word "_s;
+                break;
+            default:
+                result += styles[below(static_cast<int>(styles.size()))];
+            }
+        }
+        return result;
+    }
+
+private:
+    QRandomGenerator m_random;
+};
+
+// One change of a kind that a view can go through, the same on each of the views.
+class RandomChange
+{
+public:
+    RandomChange(CodeText& random, qsizetype textLength)
+        : m_kind(random.below(24))
+        , m_text(random.text(1 + random.below(14), m_kind > 9))
+        , m_start(random.below(2) ? random.below(8)
+                                  : random.below(static_cast<int>(textLength) + 3))
+        , m_length(random.below(4) ? random.below(9) : 0)
+    {
+    }
+
+    void applyTo(RichTextBox& view) const
+    {
+        SessionVariables variables;
+        if (m_kind == 0)
+            view.setText({});
+        else if (m_kind == 1)
+            view.setText(m_text);
+        else if (m_kind < 8) {
+            view.setSelStart(m_start);
+            view.setSelLength(m_length);
+            view.setSelText(m_kind < 4 ? QString() : m_text);
+        } else if (m_kind == 8) {
+            view.setSelStart(m_start);
+            view.InsertPicture({u"own"_s, {}, {}});
+        } else if (m_kind < 14)
+            TextWriter::WriteRaw(view, m_text);
+        else
+            TextWriter(variables).WriteView(view, m_text);
+    }
+
+    QString name() const
+    {
+        return u"kind %1 at %2+%3: %4"_s.arg(m_kind).arg(m_start).arg(m_length).arg(m_text);
+    }
+
+private:
+    int m_kind;
+    QString m_text;
+    qsizetype m_start;
+    qsizetype m_length;
+};
+
+} // namespace
+
+class tst_smileys : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { loadResources(); }
+
+    void tableIsWhole()
+    {
+        QSet<QLatin1StringView> codes;
+        int last = -1;
+        for (const Smiley& smiley : smileys::table) {
+            QVERIFY(smiley.index > last);
+            last = smiley.index;
+            codes.insert(smiley.code);
+            QCOMPARE(SvgPicture(smiley.picture()).sizeHint(), smiley.size);
+            QVERIFY(!Qt::mightBeRichText(smiley.toolTip()));
+        }
+        QCOMPARE(codes.size(), 85);
+        QCOMPARE(SvgPicture(smileys::extraPicture()).sizeHint(), smileys::extra.size);
+        QVERIFY(!codes.contains(smileys::extra.code));
+    }
+
+    void everyCodeBecomesItsPicture_data()
+    {
+        // The nine that are broken by a shorter code of a lower index.
+        const QMap<QString, QString> broken{
+            {u";;)"_s, u";{;)}"_s},   {u";))"_s, u"{;)})"_s},     {u"(:|"_s, u"({:|}"_s},
+            {u"~:>"_s, u"~{:>}"_s},   {u"\\:D/"_s, u"\\{:D}/"_s}, {u">:D<"_s, u">{:D}<"_s},
+            {u":-SS"_s, u"{:-S}S"_s}, {u"#:-S"_s, u"#{:-S}"_s},   {u">:P"_s, u">{:P}"_s}};
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("shows");
+        for (const Smiley& smiley : smileys::table) {
+            const QString code = smiley.code;
+            QTest::addRow("%d %s", smiley.index, qPrintable(code))
+                << code << broken.value(code, u'{' + code + u'}');
+        }
+    }
+    void everyCodeBecomesItsPicture()
+    {
+        QFETCH(const QString, code);
+        QFETCH(const QString, shows);
+        MemoryView view;
+        SmileyPass pass(view);
+        keep(view, pass);
+        view.setText(u"x"_s + code + u'x');
+        QCOMPARE(shown(view), u"x"_s + shows + u'x');
+    }
+
+    void linesOneAfterAnother_data()
+    {
+        QTest::addColumn<QStringList>("lines");
+        QTest::addColumn<QString>("shows");
+        const auto row = [](const char* name, const QStringList& lines, const QString& shows) {
+            QTest::newRow(name) << lines << shows;
+        };
+        row("a code at the start stays, and so do those like it", {u":) a :D"_s, u"b :) ;)"_s},
+            u":) a {:D} \r\nb :) {;)} \r\n"_s);
+        row("inside a word", {u"xbrbx"_s, u"xps2x"_s}, u"x{brb}x \r\nx{ps2}x \r\n"_s);
+        row("exact characters", {u"a :x BRB =:)"_s}, u"a :x BRB ={:)} \r\n"_s);
+        row("one bracket more", {u"a :)))"_s}, u"a {:))}) \r\n"_s);
+        row("split by a style", {u"a :\x02)"_s}, u"a {:)} \r\n"_s);
+        row("three equal ones", {u"a :) :) :)"_s}, u"a {:)} {:)} {:)} \r\n"_s);
+        row("neighbours join when one is taken out, and block themselves at the start",
+            {u":brb)"_s, u"x :)"_s}, u":{brb}) \r\nx {:)} \r\n"_s);
+        // The shorter text of the replaced earlier ones moves the place of the later one.
+        row("a picture goes to the offset that its code had", {u"a :) b :D c"_s},
+            u"a {:)} b  {:D}c \r\n"_s);
+    }
+    void linesOneAfterAnother()
+    {
+        QFETCH(const QStringList, lines);
+        QFETCH(const QString, shows);
+        const SessionVariables variables;
+        MemoryView view;
+        SmileyPass pass(view);
+        keep(view, pass);
+        for (const QString& line : lines)
+            TextWriter(variables).WriteView(view, line);
+        QCOMPARE(shown(view), shows);
+    }
+
+    void equalsThePlainPass_data()
+    {
+        QTest::addColumn<quint32>("seed");
+        for (quint32 seed = 1; seed <= 8; ++seed)
+            QTest::addRow("seed %u", seed) << seed;
+    }
+    void equalsThePlainPass()
+    {
+        QFETCH(const quint32, seed);
+        CodeText random(seed);
+        MemoryView quick;
+        MemoryView plain;
+        MemoryView shared;
+        SmileyPass quickPass(quick);
+        PlainPass plainPass(plain, PlainPass::OfTheCall);
+        PlainPass sharedPass(shared, PlainPass::OfTheView);
+        keep(quick, quickPass);
+        keep(plain, plainPass);
+        keep(shared, sharedPass);
+        for (int i = 0; i < 2500; ++i) {
+            const RandomChange change(random, plain.TextLength());
+            change.applyTo(quick);
+            change.applyTo(plain);
+            change.applyTo(shared);
+            const QByteArray which = (u"change %1, "_s.arg(i) + change.name()).toUtf8();
+            QVERIFY2(quick.Text() == plain.Text(), which);
+            QVERIFY2(quick.pictures() == plain.pictures(), which);
+            QVERIFY2(quick.SelStart() == plain.SelStart(), which);
+            QVERIFY2(shared.Text() == plain.Text(), which);
+            QVERIFY2(shared.pictures() == plain.pictures(), which);
+        }
+    }
+
+    // A view that has a line end for one character moves what is put into its middle.
+    void equalsThePlainPassInAWidget()
+    {
+        CodeText random(99);
+        RichTextBoxWidget quick;
+        RichTextBoxWidget plain;
+        SmileyPass quickPass(quick);
+        PlainPass plainPass(plain, PlainPass::OfTheCall);
+        keep(quick, quickPass);
+        keep(plain, plainPass);
+        for (int i = 0; i < 400; ++i) {
+            const RandomChange change(random, plain.TextLength());
+            change.applyTo(quick);
+            change.applyTo(plain);
+            QVERIFY2(quick.Text() == plain.Text(), qPrintable(change.name()));
+        }
+    }
+
+    // A line costs the same at the end of a long view as at the start of it.
+    void readsOnlyWhatIsNew()
+    {
+        const SessionVariables variables;
+        const TextWriter writer(variables);
+        MemoryView view;
+        SmileyPass pass(view);
+        keep(view, pass);
+        const auto readFor = [&](const QString& line) {
+            const qsizetype before = view.charactersRead();
+            writer.WriteView(view, line);
+            return view.charactersRead() - before;
+        };
+        const QString line = u"\x03"
+                             "12<nick> some :\x02) brb (beer) words"_s;
+        readFor(line);
+        const qsizetype early = readFor(line);
+        for (int i = 0; i < 500; ++i)
+            readFor(line);
+        QVERIFY(early > 0);
+        QCOMPARE(readFor(line), early);
+    }
+
+    // As deep as nested passes would go, the stack would not hold them.
+    void oneLineOfThousands()
+    {
+        const SessionVariables variables;
+        MemoryView view;
+        SmileyPass pass(view);
+        keep(view, pass);
+        TextWriter(variables).WriteView(view, u"x"_s + u":)"_s.repeated(2000));
+        QCOMPARE(view.pictures().size(), 2000);
+        QCOMPARE(view.TextLength(), 2000 + u"x \r\n"_s.size());
+    }
+};
+
+QTEST_MAIN(tst_smileys)
+#include "tst_smileys.moc"
