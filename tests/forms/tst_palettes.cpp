@@ -1,0 +1,142 @@
+#include "platform/Handlers.h"
+#include "platform/Resources.h"
+#include "render/ColorTables.h"
+#include "render/SmileyTable.h"
+#include "render/frmSmileys.h"
+#include "render/frmcolor.h"
+
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QWidget& control(const QWidget& form, const QString& name)
+{
+    auto* found = form.findChild<QWidget*>(name);
+    if (!found)
+        qFatal("no control %s", qPrintable(name));
+    return *found;
+}
+
+void open(Form& form)
+{
+    form.Show();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+}
+
+// How many pixels of a picture on the screen are not the window's ground.
+int drawnPixels(QWidget& item)
+{
+    const QImage image = item.grab().toImage();
+    const QRgb ground = image.pixel(0, 0);
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            count += image.pixel(x, y) != ground ? 1 : 0;
+    }
+    return count;
+}
+
+} // namespace
+
+class tst_palettes : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { loadResources(); }
+
+    void everySmileyIsShownAndPicked()
+    {
+        frmSmileys form(m_handlers);
+        open(form);
+        QSignalSpy picked(&form, &frmSmileys::picked);
+        QWidget* const focused = form.focusWidget();
+        for (const Smiley& smiley : smileys::table) {
+            QWidget& item = control(form, u"imgicon%1"_s.arg(smiley.index));
+            QCOMPARE(item.toolTip(), smiley.index == 83 ? QString() : QString(smiley.code));
+            QCOMPARE(item.accessibleName(), u"smiley "_s + smiley.code);
+            QVERIFY(&item == focused || drawnPixels(item) > 60);
+            QTest::mouseClick(&item, Qt::LeftButton);
+            QCOMPARE(picked.takeFirst().at(0).toString(), QString(smiley.code));
+            QVERIFY(picked.isEmpty());
+        }
+        QWidget& extra = control(form, u"Image47"_s);
+        QCOMPARE(extra.toolTip(), u"=:)"_s);
+        QVERIFY(drawnPixels(extra) > 60);
+        QTest::mouseClick(&extra, Qt::LeftButton);
+        QVERIFY(picked.isEmpty());
+        QCOMPARE(form.focusWidget(), focused);
+        QVERIFY(form.isVisible());
+    }
+
+    void smileysByKeyboard()
+    {
+        frmSmileys form(m_handlers);
+        open(form);
+        QSignalSpy picked(&form, &frmSmileys::picked);
+        const auto press = [&](std::initializer_list<Qt::Key> keys) {
+            for (const Qt::Key key : keys)
+                QTest::keyClick(form.focusWidget(), key);
+            return form.focusWidget()->objectName();
+        };
+        QCOMPARE(form.focusWidget()->objectName(), u"imgicon0"_s);
+        QCOMPARE(press({Qt::Key_Left, Qt::Key_Up, Qt::Key_Right}), u"imgicon1"_s);
+        QCOMPARE(press({Qt::Key_Down}), u"imgicon14"_s);
+        QCOMPARE(press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Up}), u"imgicon3"_s); // wide one
+        QCOMPARE(press({Qt::Key_End}), u"imgicon89"_s);
+        QCOMPARE(press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Return}), u"imgicon89"_s);
+        QCOMPARE(press({Qt::Key_Home, Qt::Key_Space}), u"imgicon0"_s);
+        QCOMPARE(picked.size(), 2);
+        QCOMPARE(picked[0][0].toString(), u"(K)"_s);
+        QCOMPARE(picked[1][0].toString(), u":))"_s);
+        // All are one stop of the Tab key.
+        QCOMPARE(press({Qt::Key_Right, Qt::Key_Tab}), u"imgicon1"_s);
+    }
+
+    void colors()
+    {
+        frmcolor form(m_handlers);
+        open(form);
+        QSignalSpy picked(&form, &frmcolor::picked);
+        for (const InputColor& color : inputColors()) {
+            auto& item = control(form, "lblcin"_L1 + color.code);
+            QCOMPARE(item.property("text").toString(), QString(color.label));
+            const QImage image = item.grab().toImage();
+            QCOMPARE(image.pixel(8, image.height() / 2) & 0xffffff, color.value & 0xffffff);
+            QTest::mouseClick(&item, Qt::LeftButton);
+            QCOMPARE(picked.takeFirst().at(0).toString(), QString(color.code));
+        }
+        QTest::keyClick(form.focusWidget(), Qt::Key_Down);
+        QTest::keyClick(form.focusWidget(), Qt::Key_Enter);
+        QCOMPARE(picked.takeFirst().at(0).toString(), u"4"_s);
+        QTest::keyClick(form.focusWidget(), Qt::Key_Escape);
+        QVERIFY(!form.isVisible());
+    }
+
+    void anotherWindowIsUsed()
+    {
+        frmSmileys smileys(m_handlers);
+        frmcolor color(m_handlers);
+        open(smileys);
+        open(color);
+        QVERIFY(smileys.isVisible());
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QTRY_VERIFY(!color.isVisible());
+        QVERIFY(smileys.isVisible());
+        smileys.hide(); // hidden on purpose, it does not come back
+        QCoreApplication::processEvents();
+        QVERIFY(!smileys.isVisible());
+    }
+
+private:
+    Handlers m_handlers{[](const QString& message) { QFAIL(qPrintable(message)); }};
+};
+
+QTEST_MAIN(tst_palettes)
+#include "tst_palettes.moc"
