@@ -9,19 +9,20 @@
 
 namespace {
 
-bool standsAt(QStringView text, qsizetype offset, const Smiley& smiley)
-{
-    return text.sliced(offset).startsWith(smiley.code);
-}
-
 smileys::Rows rowsStandingFirst(QStringView text)
 {
     smileys::Rows rows;
     if (text.isEmpty())
         return rows;
     for (const quint8 row : smileys::rowsBeginningWith(text.front()))
-        rows[row] = standsAt(text, 0, smileys::table[row]);
+        rows[row] = smileys::table[row].standsAt(text, 0);
     return rows;
+}
+
+// Whether a code or picture is where it can change which codes stand first.
+bool touchesStart(const SmileyHit& hit)
+{
+    return hit.offset < smileys::longestCode;
 }
 
 } // namespace
@@ -45,26 +46,39 @@ void SmileyPass::CheckRTF()
 // wait in a list and not in nested calls: one long line can hold thousands.
 void SmileyPass::replaceAll()
 {
-    std::vector<Hit> waiting;
+    std::vector<SmileyHit> waiting;
+    noteChange();
+    SmileySearch found = search();
     for (;;) {
-        m_unchanged = std::min(m_unchanged, m_view.takeChangedFrom());
-        if (const auto hit = find()) {
+        if (const auto hit = found.first()) {
             waiting.push_back(*hit);
-            takeOut(waiting.back());
+            takeOut(*hit);
+            if (noteChange() != hit->offset || touchesStart(*hit) || !found.takeOut(*hit))
+                found = search();
             continue;
         }
         m_unchanged = m_view.TextLength();
         m_stoodFirst = m_standFirst;
         if (waiting.empty())
             return;
-        const Hit last = waiting.back();
+        const SmileyHit last = waiting.back();
         waiting.pop_back();
         putIn(last);
+        // A picture is in no code. It can only part one, which matters to one that stands first.
+        if (noteChange() != last.offset || touchesStart(last))
+            found = search();
     }
 }
 
-// The first occurrence of the first code of the table that has one and does not stand first.
-std::optional<SmileyPass::Hit> SmileyPass::find()
+// Where the view has changed; the rest of the pass is meant to see no changes but its own.
+qsizetype SmileyPass::noteChange()
+{
+    const qsizetype from = m_view.takeChangedFrom();
+    m_unchanged = std::min(m_unchanged, from);
+    return from;
+}
+
+SmileySearch SmileyPass::search()
 {
     if (m_unchanged < smileys::longestCode) {
         m_standFirst = rowsStandingFirst(m_view.TextRange(0, smileys::longestCode));
@@ -73,33 +87,17 @@ std::optional<SmileyPass::Hit> SmileyPass::find()
     }
     const qsizetype from = std::max<qsizetype>(1, m_unchanged - (smileys::longestCode - 1));
     const qsizetype length = m_view.TextLength() - from;
-    if (length <= 0)
-        return std::nullopt;
-    const QString text = m_view.TextRange(from, length);
-    std::optional<Hit> hit;
-    std::size_t best = smileys::table.size();
-    for (qsizetype at = 0; at < text.size() && best > 0; ++at) {
-        for (const quint8 row : smileys::rowsBeginningWith(text[at])) {
-            if (row >= best)
-                break;
-            if (m_standFirst[row] || !standsAt(text, at, smileys::table[row]))
-                continue;
-            best = row;
-            hit = Hit{&smileys::table[row], from + at};
-            break;
-        }
-    }
-    return hit;
+    return {length > 0 ? m_view.TextRange(from, length) : QString(), from, m_standFirst};
 }
 
-void SmileyPass::takeOut(const Hit& hit)
+void SmileyPass::takeOut(const SmileyHit& hit)
 {
     m_view.setSelStart(hit.offset);
     m_view.setSelLength(hit.smiley->code.size());
     m_view.setSelText({});
 }
 
-void SmileyPass::putIn(const Hit& hit)
+void SmileyPass::putIn(const SmileyHit& hit)
 {
     m_view.setSelStart(hit.offset);
     m_view.InsertPicture({hit.smiley->code, hit.smiley->picture(), hit.smiley->size});

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "render/SmileyTable.h"
-
-#include <optional>
+#include "render/SmileySearch.h"
 
 class RichTextBox;
 
@@ -34,16 +32,11 @@ public:
     void CheckRTF();
 
 private:
-    struct Hit
-    {
-        const Smiley* smiley;
-        qsizetype offset;
-    };
-
     void replaceAll();
-    std::optional<Hit> find();
-    void takeOut(const Hit& hit);
-    void putIn(const Hit& hit);
+    qsizetype noteChange();
+    SmileySearch search();
+    void takeOut(const SmileyHit& hit);
+    void putIn(const SmileyHit& hit);
 
     RichTextBox& m_view;
     // Up to here the text is as it was when the last pass ended.

@@ -17,6 +17,16 @@ struct Smiley
 
     // How the reader learns the code; one member keeps its own to itself.
     constexpr QLatin1StringView toolTip() const { return index == 83 ? QLatin1StringView() : code; }
+    bool standsAt(QStringView text, qsizetype offset) const
+    {
+        if (text.size() - offset < code.size())
+            return false;
+        for (qsizetype i = 0; i < code.size(); ++i) {
+            if (text[offset + i] != code[i])
+                return false;
+        }
+        return true;
+    }
     // Path of the drawing (SVG).
     QString picture() const;
 };
