@@ -78,14 +78,21 @@ public:
 
     int below(int limit) { return static_cast<int>(m_random.bounded(limit)); }
 
+    // The longest one more often than the others.
+    QLatin1StringView anyCode()
+    {
+        if (below(8) == 0)
+            return "(beer)"_L1;
+        return smileys::table[static_cast<std::size_t>(below(smileys::table.size()))].code;
+    }
+
     QString text(int pieces, bool styled)
     {
         static const QString rich = u":;()-><=8|DPSO~*@}%\"/\\#bro "_s;
         static const QString styles = u"\x02\x03\x1f\x16\x0f"_s;
         QString result;
         for (int i = 0; i < pieces; ++i) {
-            const QLatin1StringView code =
-                smileys::table[static_cast<std::size_t>(below(smileys::table.size()))].code;
+            const QLatin1StringView code = anyCode();
             switch (below(styled ? 6 : 5)) {
             case 0:
             case 1: // often the same ones
@@ -102,8 +109,13 @@ public:
             case 4:
                 result += below(3) ? u" "_s : u" word "_s;
                 break;
-            default:
-                result += styles[below(static_cast<int>(styles.size()))];
+            default: { // one inside another, in two runs
+                const int cut = below(static_cast<int>(code.size()));
+                QString split = code.left(cut) % anyCode() % code.mid(cut);
+                split.insert(below(static_cast<int>(split.size()) + 1),
+                             styles[below(static_cast<int>(styles.size()))]);
+                result += split;
+            }
             }
         }
         return result;
@@ -222,6 +234,8 @@ private Q_SLOTS:
         row("exact characters", {u"a :x BRB =:)"_s}, u"a :x BRB ={:)} \r\n"_s);
         row("one bracket more", {u"a :)))"_s}, u"a {:))}) \r\n"_s);
         row("split by a style", {u"a :\x02)"_s}, u"a {:)} \r\n"_s);
+        row("the longest one, split before its end", {u"a (beer\x02)"_s}, u"a {(beer)} \r\n"_s);
+        row("split inside another one", {u"a (beerb\x02rb)"_s}, u"a {(beer)}{brb} \r\n"_s);
         row("three equal ones", {u"a :) :) :)"_s}, u"a {:)} {:)} {:)} \r\n"_s);
         row("neighbours join when one is taken out, and block themselves at the start",
             {u":brb)"_s, u"x :)"_s}, u":{brb}) \r\nx {:)} \r\n"_s);
