@@ -58,7 +58,6 @@ void SmileyPass::replaceAll()
             continue;
         }
         m_unchanged = m_view.TextLength();
-        m_stoodFirst = m_standFirst;
         if (waiting.empty())
             return;
         const SmileyHit last = waiting.back();
@@ -80,11 +79,10 @@ qsizetype SmileyPass::noteChange()
 
 SmileySearch SmileyPass::search()
 {
-    if (m_unchanged < smileys::longestCode) {
+    // A code that stood first may have been left alone anywhere. It can only be free now when the
+    // change was so near to the start that all but the first character is searched.
+    if (m_unchanged < smileys::longestCode)
         m_standFirst = rowsStandingFirst(m_view.TextRange(0, smileys::longestCode));
-        if ((m_stoodFirst & ~m_standFirst).any())
-            m_unchanged = 0; // one that was left alone may stand anywhere
-    }
     const qsizetype from = std::max<qsizetype>(1, m_unchanged - (smileys::longestCode - 1));
     const qsizetype length = m_view.TextLength() - from;
     return {length > 0 ? m_view.TextRange(from, length) : QString(), from, m_standFirst};

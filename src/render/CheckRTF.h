@@ -41,8 +41,6 @@ private:
     RichTextBox& m_view;
     // Up to here the text is as it was when the last pass ended.
     qsizetype m_unchanged = 0;
-    // The codes that stood first then, and that stand first now.
-    smileys::Rows m_stoodFirst;
     smileys::Rows m_standFirst;
     bool m_running = false;
 };

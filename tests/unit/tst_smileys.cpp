@@ -235,7 +235,7 @@ private Q_SLOTS:
         row("one bracket more", {u"a :)))"_s}, u"a {:))}) \r\n"_s);
         row("split by a style", {u"a :\x02)"_s}, u"a {:)} \r\n"_s);
         row("the longest one, split before its end", {u"a (beer\x02)"_s}, u"a {(beer)} \r\n"_s);
-        row("split inside another one", {u"a (beerb\x02rb)"_s}, u"a {(beer)}{brb} \r\n"_s);
+        row("split inside another one", {u"a (beerb\x02rb)"_s}, u"a {(beer)} {brb}\r\n"_s);
         row("three equal ones", {u"a :) :) :)"_s}, u"a {:)} {:)} {:)} \r\n"_s);
         row("neighbours join when one is taken out, and block themselves at the start",
             {u":brb)"_s, u"x :)"_s}, u":{brb}) \r\nx {:)} \r\n"_s);
