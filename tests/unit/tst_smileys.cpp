@@ -26,6 +26,7 @@ public:
         : m_view(view)
         , m_counter(counter)
     {
+        std::ranges::transform(smileys::table, m_codes.begin(), &Smiley::code);
     }
 
     void CheckRTF()
@@ -34,7 +35,7 @@ public:
         std::size_t& row = m_counter == OfTheCall ? own : m_shared;
         for (row = 0; row < smileys::table.size(); ++row) {
             const Smiley& smiley = smileys::table[row];
-            const qsizetype pos = m_view.Text().indexOf(smiley.code);
+            const qsizetype pos = m_view.Text().indexOf(m_codes[row]);
             if (pos <= 0)
                 continue;
             m_view.setSelStart(pos);
@@ -49,6 +50,7 @@ private:
     RichTextBox& m_view;
     Counter m_counter;
     std::size_t m_shared = 0;
+    std::array<QString, smileys::table.size()> m_codes;
 };
 
 template<typename Pass>
@@ -130,7 +132,7 @@ class RandomChange
 {
 public:
     RandomChange(CodeText& random, qsizetype textLength)
-        : m_kind(random.below(24))
+        : m_kind(random.below(20))
         , m_text(random.text(1 + random.below(14), m_kind > 9))
         , m_start(random.below(2) ? random.below(8)
                                   : random.below(static_cast<int>(textLength) + 3))
@@ -268,24 +270,18 @@ private Q_SLOTS:
         CodeText random(seed);
         MemoryView quick;
         MemoryView plain;
-        MemoryView shared;
         SmileyPass quickPass(quick);
-        PlainPass plainPass(plain, PlainPass::OfTheCall);
-        PlainPass sharedPass(shared, PlainPass::OfTheView);
+        PlainPass plainPass(plain, seed % 2 ? PlainPass::OfTheCall : PlainPass::OfTheView);
         keep(quick, quickPass);
         keep(plain, plainPass);
-        keep(shared, sharedPass);
         for (int i = 0; i < 2000; ++i) {
             const RandomChange change(random, plain.TextLength());
             change.applyTo(quick);
             change.applyTo(plain);
-            change.applyTo(shared);
             const QByteArray which = (u"change %1, "_s.arg(i) + change.name()).toUtf8();
             QVERIFY2(quick.Text() == plain.Text(), which);
             QVERIFY2(quick.pictures() == plain.pictures(), which);
             QVERIFY2(quick.SelStart() == plain.SelStart(), which);
-            QVERIFY2(shared.Text() == plain.Text(), which);
-            QVERIFY2(shared.pictures() == plain.pictures(), which);
         }
     }
 
