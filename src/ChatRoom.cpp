@@ -5,6 +5,7 @@
 #include "platform/ActionEntry.h"
 #include "platform/Handlers.h"
 #include "render/ColorTables.h"
+#include "render/PictureCache.h"
 #include "session/SessionStart.h"
 
 #include <QMenu>
@@ -13,21 +14,61 @@ using namespace Qt::StringLiterals;
 
 ChatRoom::ChatRoom(const Parts& parts)
     : m_parts(parts)
-    , window(parts.handlers, parts.surroundings.dialogs)
+    , m_smileys([this] {
+        auto form = std::make_unique<frmSmileys>(m_parts.handlers);
+        m_parts.handlers.connect(form.get(), &frmSmileys::picked, this,
+                                 [this](const QString& code) { window.appendToInput(code); });
+        return form;
+    })
+    , m_colors([this] {
+        auto form = std::make_unique<frmcolor>(m_parts.handlers);
+        m_parts.handlers.connect(form.get(), &frmcolor::picked, this, [this](const QString& code) {
+            selectcolor(code);
+            window.focusInput();
+        });
+        return form;
+    })
+    , m_pictures(std::make_shared<PictureCache>())
+    , window(parts.handlers, parts.surroundings.dialogs, m_pictures)
     , room(window)
     , channels(room)
     , writer(parts.variables)
     , status(writer, window.DataIn())
-    , queries(parts.privateWindows,
+    , ignoreList([this] {
+        return std::make_unique<IgnoreList>(IgnoreList::Desk{
+            m_parts.handlers, m_parts.variables, room, connection, m_parts.surroundings.dialogs});
+    })
+    , queryFactory({
+          .handlers = parts.handlers,
+          .variables = parts.variables,
+          .style = ownStyle,
+          .writer = writer,
+          .channels = channels,
+          .clock = parts.surroundings.clock,
+          .server = connection,
+          .dialogs = parts.surroundings.dialogs,
+          .events = parts.surroundings.events,
+          .links = parts.surroundings.links,
+          .neighbours = *this,
+          .ProcessInput =
+              [this](const QString& target, const QString& text) {
+                  return commands.ProcessInput(target, text);
+              },
+          .PlayWave = [](const QString&) {},
+          .pictures = m_pictures,
+          .viewChanged = {},
+      })
+    , queries(queryFactory,
               {window.entry(u"mnu_pm_no"_s), window.entry(u"mnu_pm_yes"_s),
                window.entry(u"mnu_blocked"_s)},
-              parts.ignoreRows)
+              [this]() -> const ListBox& { return ignoreList->List1(); })
+    , buddies({parts.handlers, connection, parts.surroundings.dialogs, parts.store, queries})
     , connection(
           {
               .variables = parts.variables,
               .login = parts.login,
               .channel = window,
-              .buddies = parts.buddies,
+              .buddies = buddies,
               .pages = parts.pages,
               .popup = parts.popup,
               .debugWin = parts.debugWin,
@@ -43,7 +84,7 @@ ChatRoom::ChatRoom(const Parts& parts)
           parts.handlers)
     , identifiers({parts.variables, channels, connection, parts.surroundings.clock,
                    parts.surroundings.random})
-    , commands({parts.variables, identifiers, connection, channels, queries, parts.buddies, status,
+    , commands({parts.variables, identifiers, connection, channels, queries, buddies, status,
                 writer, parts.surroundings.events})
     , roomText(IncomingText::room, writer, connection)
     , modeLine(parts.variables, channels)
@@ -59,7 +100,7 @@ ChatRoom::ChatRoom(const Parts& parts)
           .login = parts.login,
           .channel = window,
           .prompts = nickForms,
-          .buddies = parts.buddies,
+          .buddies = buddies,
           .channelInfo = channelLists,
           .dialogs = parts.surroundings.dialogs,
           .events = parts.surroundings.events,
@@ -85,7 +126,7 @@ ChatRoom::ChatRoom(const Parts& parts)
                    parts.surroundings.dialogs,
                    {window.entry(u"mnu_nicks_op"_s), window.entry(u"mnu_nicks_halfop"_s),
                     window.entry(u"mnu_nicks_voice"_s)},
-                   parts.ignoreRows})
+                   [this]() -> ListBox& { return ignoreList->List1(); }})
     , presence({room, connection, commands, parts.surroundings.dialogs,
                 window.entry(u"mnu_status_away"_s)})
     , options({window.entry(u"mnu_pm_no"_s), window.entry(u"mnu_pm_yes"_s),
@@ -99,6 +140,7 @@ ChatRoom::ChatRoom(const Parts& parts)
     connection.setInterpreter([this](const QString& line) { interpreter.interpret(line); });
     wireWindow();
     wireEntries();
+    wirePalettes();
 }
 
 void ChatRoom::Form_Load()
@@ -145,6 +187,15 @@ void ChatRoom::wireEntries()
     onClick(u"mnu_register_nickname"_s, [this] { nickForms.mnu_register_nickname_Click(); });
     onClick(u"mnu_File_changenick"_s, [this] { nickForms.mnu_File_changenick_Click(); });
     onClick(u"mnu_File_changepass"_s, [this] { nickForms.mnu_File_changepass_Click(); });
+    onClick(u"mnu_View_Buddylist"_s, [this] { buddies.Show(); });
+    onClick(u"mnu_ingorelist"_s, [this] { ignoreList->Show(); });
+    onClick(u"mnu_view_fontsize"_s, [this] { m_parts.smallForms.showFontOption(); });
+    onClick(u"mnu_About"_s, [this] { m_parts.smallForms.showAbout(); });
+    onClick(u"mnu_author"_s, [this] { m_parts.smallForms.showAuthor(); });
+    onClick(u"mnu_systray_about"_s, [this] { m_parts.smallForms.showAbout(); });
+    onClick(u"mnu_author_systray"_s, [this] { m_parts.smallForms.showAuthor(); });
+    onClick(u"mnu_systray_hide"_s, [this] { m_parts.login.Show(); });
+    onClick(u"mnu_chatroom"_s, [this] { window.Show(); });
     onClick(u"mnu_chan_ban"_s, [this] { channelLists.mnu_chan_ban_Click(); });
 
     const auto onTable = [&](auto& table) {
@@ -156,9 +207,20 @@ void ChatRoom::wireEntries()
     onTable(options);
 }
 
+void ChatRoom::wirePalettes()
+{
+    const Handlers& handlers = m_parts.handlers;
+    handlers.connect(&window, &Channel::check1_Click, this, [this] { m_smileys->Show(); });
+    handlers.connect(&window, &Channel::check2_Click, this, [this] { showPalette(); });
+    handlers.connect(&window, &Channel::Command3_Click, this, [this] { showFontOption(); });
+    handlers.connect(&window, &Channel::command1_Click, this, [this] { showIgnoreList(); });
+    handlers.connect(&window, &Channel::authorLinkClicked, this, [this] { showAuthor(); });
+}
+
 void ChatRoom::selectcolor(const QString& code)
 {
     ownStyle.TextColor = code;
+    m_colors->hide();
     const std::optional<QRgb> value = inputColorOf(code);
     if (!value)
         throw RunTimeError(RunTimeError::Number::TypeMismatch);

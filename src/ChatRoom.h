@@ -5,6 +5,8 @@
 #include "channel/ChannelTable.h"
 #include "channel/ModeLine.h"
 #include "channel/TopicField.h"
+#include "contacts/BuddyList.h"
+#include "contacts/IgnoreList.h"
 #include "desktop/Channel.h"
 #include "input/ChatOptions.h"
 #include "input/CommandProcessor.h"
@@ -14,25 +16,38 @@
 #include "input/OwnTextStyle.h"
 #include "input/Presence.h"
 #include "platform/TcpWinsock.h"
+#include "query/Query.h"
 #include "query/QueryTable.h"
 #include "render/IncomingText.h"
 #include "render/StatusLine.h"
 #include "render/TextWriter.h"
+#include "render/frmSmileys.h"
+#include "render/frmcolor.h"
 #include "session/Connection.h"
 #include "session/Ctcp.h"
 #include "session/IdentResponder.h"
 #include "session/Interpreter.h"
 #include "session/NickEvents.h"
 
-#include <QApplication>
-
+class UserStore;
 class Handlers;
 class Settings;
 struct Surroundings;
 
+// The windows that belong to the program and not to the room.
+class SmallForms
+{
+public:
+    virtual ~SmallForms() = default;
+
+    virtual void showAbout() = 0;
+    virtual void showAuthor() = 0;
+    virtual void showFontOption() = 0;
+};
+
 // The main window with all that lives as long as it: the session, the room, the input. Made at
 // the first touch of the main window.
-class ChatRoom final : public QObject, private NickFormHost
+class ChatRoom final : public QObject, private NickFormHost, private QueryNeighbours
 {
     Q_OBJECT
 public:
@@ -43,13 +58,12 @@ public:
         const Settings& settings;
         SessionVariables& variables;
         SignInForm& login;
-        ContactList& buddies;
+        const UserStore& store;
         WebPages& pages;
         Popup& popup;
         TrafficLog& debugWin;
         Program& program;
-        PrivateWindowFactory& privateWindows;
-        std::function<ListBox&()> ignoreRows;
+        SmallForms& smallForms;
     };
 
     explicit ChatRoom(const Parts& parts);
@@ -59,14 +73,29 @@ public:
 
     // The colour of the user's own text, by its code. An unknown one raises TypeMismatch (13).
     void selectcolor(const QString& code);
+    void unloadSmileys() { m_smileys.Unload(); }
 
 private:
     void wireWindow();
     void wireEntries();
+    void wirePalettes();
+
+    // QueryNeighbours
+    QRgb inputColor() const override { return window.inputColor().rgb(); }
+    void showAuthor() override { m_parts.smallForms.showAuthor(); }
+    void showIgnoreList() override { ignoreList->Show(); }
+    void showFontOption() override { m_parts.smallForms.showFontOption(); }
+    void showPalette() override { m_colors->Show(); }
+    void showBuddyList() override { buddies.Show(); }
+
+    // NickFormHost
     void setChannelEnabled(bool enabled) override { window.setEnabled(enabled); }
-    void FlashWindow(QWidget& form) override { QApplication::alert(&form); }
+    void FlashWindow(QWidget& form) override { ::FlashWindow(form); }
 
     Parts m_parts;
+    FormSlot<frmSmileys> m_smileys;
+    FormSlot<frmcolor> m_colors;
+    std::shared_ptr<PictureCache> m_pictures;
 
 public:
     Channel window;
@@ -77,7 +106,10 @@ public:
     TextWriter writer;
     StatusLine status;
     OwnTextStyle ownStyle;
+    FormSlot<IgnoreList> ignoreList; // hides itself and is never unloaded
+    QueryFactory queryFactory;
     QueryTable queries;
+    Buddies buddies;
     Connection connection;
     Identifiers identifiers;
     CommandProcessor commands;

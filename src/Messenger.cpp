@@ -43,13 +43,12 @@ ChatRoom& Messenger::chatRoom()
         .settings = m_settings,
         .variables = m_variables,
         .login = m_login,
-        .buddies = m_pending,
+        .store = m_store,
         .pages = m_pending,
         .popup = m_pending,
         .debugWin = *this,
         .program = *this,
-        .privateWindows = m_pending,
-        .ignoreRows = [this]() -> ListBox& { return m_ignoreRows; },
+        .smallForms = *this,
     });
     try {
         m_chatRoom->Form_Load();
@@ -64,6 +63,7 @@ void Messenger::createTrayIcon() {}
 void Messenger::showPopup() {}
 void Messenger::showAbout() {}
 void Messenger::showAuthor() {}
+void Messenger::showFontOption() {}
 void Messenger::openFeedbackPage() {}
 void Messenger::unloadSmallForms()
 {

@@ -10,7 +10,6 @@
 #include "desktop/Settings.h"
 #include "platform/Form.h"
 #include "platform/Handlers.h"
-#include "platform/ListBoxWidget.h"
 #include "platform/PreviousInstance.h"
 #include "platform/RunKey.h"
 #include "platform/UserStore.h"
@@ -20,7 +19,11 @@
 
 // One running program: owns every window and every logic object and wires them. Several can live
 // in one process, each in surroundings of its own.
-class Messenger final : public QObject, private LoginDesk, private Program, private TrafficLog
+class Messenger final : public QObject,
+                        private LoginDesk,
+                        private Program,
+                        private TrafficLog,
+                        private SmallForms
 {
     Q_OBJECT
 public:
@@ -50,6 +53,7 @@ private:
     void showPopup() override;
     void showAbout() override;
     void showAuthor() override;
+    void showFontOption() override;
     void openFeedbackPage() override;
     bool hasPreviousInstance() const override { return m_previousInstance.found(); }
 
@@ -73,7 +77,6 @@ private:
     FormSlot<frmSplash> m_splash;
     FormSlot<DebugWin> m_debugWin;
     PendingWindows m_pending;
-    ListBoxWidget m_ignoreRows{ListBoxWidget::Order::AsAdded};
     Login m_login;
     std::unique_ptr<ChatRoom> m_chatRoom;
 };

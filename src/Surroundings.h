@@ -9,6 +9,8 @@
 
 #include <functional>
 
+class LinkOpener;
+
 // What one running program is set into. A test sets it into surroundings of its own; references
 // outlive the program.
 struct Surroundings
@@ -23,6 +25,6 @@ struct Surroundings
     EventLoop& events;
     const Clock& clock;
     std::function<double()> random; // 0 up to, but not including, 1
-    std::function<void(const QString& address)> openLink;
+    LinkOpener& links;
     std::function<void()> end;
 };

@@ -3,13 +3,12 @@
 #include "desktop/Theme.h"
 #include "platform/QtDialogs.h"
 #include "platform/Resources.h"
+#include "render/Links.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QDesktopServices>
 #include <QRandomGenerator>
 #include <QStandardPaths>
-#include <QUrl>
 
 #include <cstdlib>
 
@@ -50,6 +49,7 @@ int main(int argc, char* argv[])
     QtDialogs dialogs;
     QtEventLoop events;
     const SystemClock clock;
+    DesktopLinkOpener links;
     Messenger messenger({
         .configFolder = config + "/quillharbor"_L1,
         .autostartFolder = config + "/autostart"_L1,
@@ -58,7 +58,7 @@ int main(int argc, char* argv[])
         .events = events,
         .clock = clock,
         .random = [] { return QRandomGenerator::global()->generateDouble(); },
-        .openLink = [](const QString& address) { QDesktopServices::openUrl(QUrl(address)); },
+        .links = links,
         // At once: handlers below this frame must not go on.
         .end = [] { std::_Exit(EXIT_SUCCESS); },
     });

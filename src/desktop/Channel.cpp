@@ -94,12 +94,14 @@ QIcon colorIcon(const QColor& color)
 
 } // namespace
 
-Channel::Channel(const Handlers& handlers, Dialogs& dialogs)
+Channel::Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<PictureCache> pictures)
     : m_handlers(handlers)
     , m_dialogs(dialogs)
     , m_menus(new MenuTree(this))
     , TBar(named(new QTabBar(this), u"TBar"_s, u"Pages"_s))
     , m_pages(new QStackedWidget(this))
+    , m_dataIn(named(new ChatView(nullptr, std::move(pictures)), u"DataIn"_s, u"Conversation"_s))
+    , m_smileys(*m_dataIn)
 {
     setObjectName(u"Channel"_s);
     setWindowTitle(u"QuillHarbor Messenger 1.0"_s);
@@ -133,8 +135,7 @@ Channel::Channel(const Handlers& handlers, Dialogs& dialogs)
 
 QWidget* Channel::buildChatPage()
 {
-    m_dataIn = named(new RichTextBoxWidget, u"DataIn"_s, u"Conversation"_s);
-    m_dataIn->setReadOnly(true);
+    m_dataIn->onChange([this] { m_smileys.CheckRTF(); });
     m_nicks = named(new ListBoxWidget(ListBoxWidget::Order::Sorted), u"lstNicks"_s, u"Chatters"_s);
     cmdCount = named(new QLabel, u"cmdCount"_s);
     cmdCount->setTextFormat(Qt::PlainText);
@@ -227,7 +228,7 @@ void Channel::connectEvents(const Handlers& handlers)
         if (view.SelLength() == 0)
             focusInput();
     };
-    handlers.connect(m_dataIn, &RichTextBoxWidget::Click, this,
+    handlers.connect(m_dataIn, &ChatView::Click, this,
                      [=, this] { focusWithoutSelection(*m_dataIn); });
     handlers.connect(m_topic, &RichTextBoxWidget::Click, this,
                      [=, this] { focusWithoutSelection(*m_topic); });

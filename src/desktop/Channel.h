@@ -4,6 +4,8 @@
 #include "input/InputLine.h"
 #include "platform/ListBoxWidget.h"
 #include "platform/RichTextBoxWidget.h"
+#include "render/ChatView.h"
+#include "render/CheckRTF.h"
 #include "session/Ports.h"
 
 #include <QCheckBox>
@@ -33,7 +35,7 @@ public:
         std::function<int(int character)> inputKeyPress;
     };
 
-    Channel(const Handlers& handlers, Dialogs& dialogs);
+    Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<PictureCache> pictures);
 
     void setKeyHooks(KeyHooks hooks) { m_hooks = std::move(hooks); }
     const MenuTree& menus() const { return *m_menus; }
@@ -107,7 +109,8 @@ private:
     QStackedWidget* m_pages;
 
     RichTextBoxWidget* m_topic = nullptr;
-    RichTextBoxWidget* m_dataIn = nullptr;
+    ChatView* m_dataIn;
+    SmileyPass m_smileys;
     ListBoxWidget* m_nicks = nullptr;
     QLabel* cmdCount = nullptr;
     QLineEdit* DataOut = nullptr;

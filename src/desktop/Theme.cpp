@@ -23,14 +23,14 @@ constexpr Named colors[]{
     {"@shell"_L1, "#dfe5e9"_L1},
 };
 
+// No colour of text for input lines: theirs is the user's own.
 constexpr auto styleSheet = R"(
-QLineEdit, QComboBox, QListWidget, QTreeWidget, QTextEdit, QPlainTextEdit, ChatView {
-    background: @white; color: @ink; border: 1px solid @shoal; border-radius: 6px;
-    selection-background-color: @sea; selection-color: @white;
+QLineEdit, QListWidget, QTreeWidget, QTextEdit, QPlainTextEdit, ChatView {
+    background: @white; border: 1px solid @shoal; border-radius: 6px;
 }
 QLineEdit { padding: 4px 8px; }
 QLineEdit:focus, QListWidget:focus, QTreeWidget:focus { border: 1px solid @sea; }
-QLineEdit:disabled, QLineEdit:read-only { background: @haze; color: @slate; }
+QLineEdit:disabled, QLineEdit:read-only { background: @haze; }
 QListWidget { padding: 4px; outline: 0; }
 QListWidget::item { padding: 3px 6px; border-radius: 4px; }
 QListWidget::item:selected { background: @sea; color: @white; }

@@ -8,4 +8,5 @@ void loadResources()
 {
     Q_INIT_RESOURCE(pictures);
     Q_INIT_RESOURCE(smileys);
+    Q_INIT_RESOURCE(smileys);
 }

@@ -53,7 +53,7 @@ QueryForm& Query::form()
 {
     if (m_form)
         return *m_form;
-    m_form = std::make_unique<QueryForm>();
+    m_form = std::make_unique<QueryForm>(m_desk.pictures);
     connectForm(*m_form);
     try {
         Form_Load();
@@ -84,8 +84,11 @@ void Query::connectForm(QueryForm& form)
                      [this](const QPoint& point) { DataIn_MouseUp(point); });
     handlers.connect(&view, &QueryView::DblClick, &form, [this] { DataIn_DblClick(); });
     handlers.connect(&view, &QueryView::Click, &form, [&form] { form.DataOut().setFocus(); });
-    if (m_desk.CheckRTF)
-        view.onChange([this, &view] { m_desk.CheckRTF(view); });
+    view.onChange([this, &form] {
+        if (m_desk.viewChanged)
+            m_desk.viewChanged(form.DataIn());
+        form.CheckRTF();
+    });
     connectLinks(form);
 }
 

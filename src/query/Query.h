@@ -20,6 +20,7 @@ class EventLoop;
 class Handlers;
 class LineSink;
 class LinkOpener;
+class PictureCache;
 struct OwnTextStyle;
 struct SessionVariables;
 class TextWriter;
@@ -57,8 +58,9 @@ public:
         LinkOpener& links;
         QueryNeighbours& neighbours;
         std::function<QString(const QString& target, const QString& text)> ProcessInput;
-        std::function<void(const QString& name)> PlayWave; // asks the sound option itself
-        std::function<void(RichTextBox& view)> CheckRTF;   // after every change of the view
+        std::function<void(const QString& name)> PlayWave;  // asks the sound option itself
+        std::shared_ptr<PictureCache> pictures;             // of the smileys, shared by all views
+        std::function<void(RichTextBox& view)> viewChanged; // for whoever follows the text
         std::function<void(QWidget& window)> FlashWindow = ::FlashWindow;
     };
 

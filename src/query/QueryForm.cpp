@@ -48,13 +48,6 @@ constexpr std::array<LinkRow, QueryForm::LinkCount> linkRows{{
 }};
 constexpr std::size_t headerLinks = 4;
 
-template<typename View>
-void makeReadOnly(View& view)
-{
-    if constexpr (requires { view.setReadOnly(true); })
-        view.setReadOnly(true);
-}
-
 // A long text is cut with an ellipsis and does not widen the window.
 class CutLabel final : public QLabel
 {
@@ -84,10 +77,11 @@ QLabel* newLabel(const QString& name, const QString& caption, QWidget* parent)
 
 } // namespace
 
-QueryForm::QueryForm()
+QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures)
     : m_lblNick(newLabel(u"lblNick"_s, u"Chatter"_s, this))
     , m_lblHost(newLabel(u"lblHost"_s, u"user@host"_s, this))
-    , m_dataIn(new QueryView(this))
+    , m_dataIn(new QueryView(this, std::move(pictures)))
+    , m_smileys(*m_dataIn)
     , m_dataOut(new QLineEdit(this))
     , m_image2(new SvgPicture(u":/forms/send.svg"_s, this))
 {
@@ -96,7 +90,6 @@ QueryForm::QueryForm()
     m_dataIn->setObjectName(u"DataIn"_s);
     m_dataIn->setAccessibleName(u"Conversation"_s);
     m_dataIn->setMinimumSize(smallestView);
-    makeReadOnly(*m_dataIn);
 
     m_dataOut->setObjectName(u"DataOut"_s);
     m_dataOut->setAccessibleName(u"Message"_s);
@@ -207,13 +200,7 @@ void QueryForm::setInputColor(QRgb color)
 
 void QueryForm::setPointerShape(Qt::CursorShape shape)
 {
-    QWidget* view = m_dataIn;
-    auto* area = qobject_cast<QAbstractScrollArea*>(view);
-    if (!area)
-        area = view->findChild<QAbstractScrollArea*>();
-    QWidget* place = area ? area->viewport() : view;
-    if (place->cursor().shape() != shape)
-        place->setCursor(shape);
+    m_dataIn->setPointerShape(shape);
 }
 
 bool QueryForm::event(QEvent* event)

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "platform/Form.h"
-#include "platform/RichTextBoxWidget.h"
+#include "render/ChatView.h"
+#include "render/CheckRTF.h"
 
 #include <QTimer>
 
@@ -12,8 +13,8 @@ class QLineEdit;
 class QToolButton;
 class SvgPicture;
 
-// The view of a private conversation. Any widget with the same signals can take its place.
-using QueryView = RichTextBoxWidget;
+// The view of a private conversation.
+using QueryView = ChatView;
 
 // The window of one private conversation: its controls, where they stand, and what the user does
 // to them as signals. What that means is decided by the Query that owns it.
@@ -26,7 +27,7 @@ public:
     // Codes that KeyDown and KeyPress speak of.
     enum Key { Enter = 13, Up = 38, Down = 40 };
 
-    QueryForm();
+    explicit QueryForm(std::shared_ptr<PictureCache> pictures = nullptr);
 
     QueryView& DataIn() { return *m_dataIn; }
     QLineEdit& DataOut() { return *m_dataOut; }
@@ -38,6 +39,8 @@ public:
     void setHostLabel(const QString& host);
     void setInputColor(QRgb color);
     void setPointerShape(Qt::CursorShape shape);
+    // Turns codes in DataIn into pictures; to be called at each of its changes.
+    void CheckRTF() { m_smileys.CheckRTF(); }
 
 Q_SIGNALS:
     // It became the active window or was given the focus.
@@ -63,6 +66,7 @@ private:
     QLabel* m_lblNick;
     QLabel* m_lblHost;
     QueryView* m_dataIn;
+    SmileyPass m_smileys;
     QLineEdit* m_dataOut;
     SvgPicture* m_image2;
     std::array<QToolButton*, LinkCount> m_links{};

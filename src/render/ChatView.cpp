@@ -485,7 +485,7 @@ void ChatView::replaceSelection(QStringView text, ChatText::Attributes attribute
     const ChatText::Change change = m_text.replace(start, length, text, attributes);
     m_selStart = m_selEnd = start + change.added;
     textChanged(change);
-    raiseChange();
+    raiseChange(m_text.offsetOf(start));
 }
 
 ChatText::Attributes ChatView::attributes()

@@ -130,7 +130,8 @@ struct Desk
                         return QString(u"to "_s + target + u": "_s + text);
                     },
                 .PlayWave = [this](const QString& name) { sounds += name; },
-                .CheckRTF = [this](RichTextBox& view) { runs(view); },
+                .pictures = nullptr,
+                .viewChanged = [this](RichTextBox& view) { runs(view); },
                 .FlashWindow = [this](QWidget&) { ++flashes; }};
     }
 
