@@ -3,7 +3,7 @@
 #include <QHash>
 
 #include <limits>
-#include <vector>
+#include <deque>
 
 // Gives equal values one small number, so that text can refer to them in two bytes. Values are
 // never forgotten.
@@ -27,6 +27,6 @@ public:
     const T& at(quint16 index) const { return m_values[index]; }
 
 private:
-    std::vector<T> m_values;
+    std::deque<T> m_values; // layouts keep references to values while the table grows
     QHash<T, quint16> m_indices;
 };
