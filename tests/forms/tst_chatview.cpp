@@ -200,7 +200,7 @@ void ChatViewTest::pagesByExactlyOnePage()
     }
     QVERIFY(pages > 20);
     bar().setValue(0);
-    QCOMPARE(m_view->characterRect(0).top() >= 0, true);
+    QCOMPARE(m_view->characterRect(0).top(), ChatScroll::margin);
 }
 
 void ChatViewTest::jumpsAnywhereAndBack()
@@ -276,8 +276,9 @@ void ChatViewTest::wrapsVeryLongLines()
         QCOMPARE(layout.height(), top);
     }
     write(text);
-    m_view->grab();
-    QVERIFY(bar().maximum() >= 0);
+    settle();
+    const int last = m_view->characterRect(m_view->chatText().length() - 1).center().y();
+    QVERIFY(last > 0 && last < m_view->viewport()->height());
 }
 
 void ChatViewTest::keepsTheStylesOfALine()
