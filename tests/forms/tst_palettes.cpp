@@ -46,6 +46,8 @@ class tst_palettes : public QObject
 {
     Q_OBJECT
 
+    Handlers m_handlers{[](const QString& message) { QFAIL(qPrintable(message)); }};
+
 private Q_SLOTS:
     void initTestCase() { loadResources(); }
 
@@ -133,9 +135,6 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QVERIFY(!smileys.isVisible());
     }
-
-private:
-    Handlers m_handlers{[](const QString& message) { QFAIL(qPrintable(message)); }};
 };
 
 QTEST_MAIN(tst_palettes)
