@@ -2,8 +2,8 @@
 
 #include <QHash>
 
-#include <limits>
 #include <deque>
+#include <limits>
 
 // Gives equal values one small number, so that text can refer to them in two bytes. Values are
 // never forgotten.
