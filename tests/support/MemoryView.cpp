@@ -91,11 +91,11 @@ void MemoryView::replaceSelection(const QString& text)
     m_length = 0;
 }
 
-QString MemoryView::runs() const
+QString MemoryView::runs(qsizetype from) const
 {
     QString result;
-    for (qsizetype i = 0; i < m_text.size(); ++i) {
-        if (i == 0 || !(m_styles[i] == m_styles[i - 1]))
+    for (qsizetype i = from; i < m_text.size(); ++i) {
+        if (i == from || !(m_styles[i] == m_styles[i - 1]))
             result += label(m_styles[i]);
         result += m_text[i];
     }

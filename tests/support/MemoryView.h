@@ -53,8 +53,8 @@ public:
     QStringList pictures() const { return m_pictures.values(); }
     // How much of the text has been read so far.
     qsizetype charactersRead() const { return m_charactersRead; }
-    // Text and styles in one readable line: <color b u s>text for every run.
-    QString runs() const;
+    // Text and styles from an offset on in one readable line: <color b u s>text for every run.
+    QString runs(qsizetype from = 0) const;
 
 private:
     void replaceSelection(const QString& text);

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "channel/ChannelTable.h"
+#include "channel/ModeLine.h"
+#include "channel/TopicField.h"
+#include "common/SessionVariables.h"
+#include "input/CommandProcessor.h"
+#include "input/Identifiers.h"
+#include "input/InputLine.h"
+#include "input/OwnTextStyle.h"
+#include "platform/Handlers.h"
+#include "query/QueryTable.h"
+#include "render/IncomingText.h"
+#include "render/StatusLine.h"
+#include "render/TextWriter.h"
+#include "session/Connection.h"
+#include "session/Ctcp.h"
+#include "session/IdentResponder.h"
+#include "session/Interpreter.h"
+#include "session/NickEvents.h"
+#include "support/RecordingPorts.h"
+
+// The whole logic of one program on stand-ins: feed it a server line or a click and look at the
+// journal. With a socket and an event loop of its own it can stand on real ones.
+class RecordingDesk final
+{
+public:
+    explicit RecordingDesk(Winsock* realSock = nullptr, EventLoop* realEvents = nullptr);
+
+    // Connected and registered as "me"; the journal is empty afterwards.
+    void register_();
+    // The same, and in #room with these others.
+    void enterRoom(const QString& names = QStringLiteral("@me bob"));
+    // A server line arrives, with its line end.
+    void hear(const QString& line) { sock.arrive(line + QLatin1StringView("\r\n")); }
+    QStringList take() { return journal.take(); }
+
+    // What the journal holds after a line with this markup was written: {A} {B} {C} {U} {O} stand
+    // for the control characters.
+    static QString written(const QString& view, const QString& markup);
+    static QString coded(QString markup);
+    // Entries that begin with a view's name and "| " are markup; all others stay.
+    static QStringList expected(const QStringList& entries);
+
+    Journal journal;
+    RecordingWinsock sock{QStringLiteral("sock"), journal};
+    RecordingWinsock ident{QStringLiteral("ident"), journal};
+    RecordingEvents events{journal};
+    RecordingLogin login{journal};
+    RecordingChannel channel{journal};
+    RecordingForms forms{journal};
+    RecordingBuddies buddies{journal};
+    RecordingLists lists{journal};
+    RecordingPopup popup{journal};
+    RecordingDialogs dialogs{journal};
+    RecordingQueries windows{journal};
+    MemoryListBox ignored{QStringLiteral("List1"), MemoryListBox::Order::AsAdded, journal};
+    RecordingEntry mnu_pm_no{QStringLiteral("mnu_pm_no"), {}, true, journal};
+    RecordingEntry mnu_pm_yes{QStringLiteral("mnu_pm_yes"), {}, true, journal};
+    RecordingEntry mnu_blocked{QStringLiteral("mnu_blocked"), {}, true, journal};
+    MemoryInputBox box;
+    FixedClock clock;
+    double random = 0;
+
+    SessionVariables variables;
+    Handlers handlers{
+        [this](const QString& message) { journal(QLatin1StringView("FATAL ") + message); }};
+    TextWriter writer{variables};
+    Room room{channel};
+    ChannelTable channels{room};
+    QueryTable queries{windows, {mnu_pm_no, mnu_pm_yes, mnu_blocked}, [this]() -> const ListBox& {
+                           return ignored;
+                       }};
+    Connection connection;
+    IdentResponder identResponder;
+    StatusLine status{writer, channel.DataIn()};
+    ModeLine modeLine{variables, channels};
+    NickEvents nickEvents{channels, queries, writer};
+    IncomingText roomText{IncomingText::room, writer, connection};
+    Ctcp ctcp{{writer, roomText, connection, channels, queries}};
+    Identifiers identifiers{{variables, channels, connection, clock, [this] { return random; }}};
+    CommandProcessor commands;
+    TopicField topic{room, connection};
+    OwnTextStyle style;
+    InputLine inputLine{{variables, style, room, box, connection, writer, dialogs}};
+    Interpreter interpreter;
+};

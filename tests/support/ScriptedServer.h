@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QHostAddress>
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+
+class QTcpServer;
+class QTcpSocket;
+
+// A server in this process, on a loopback address of its own. It keeps what arrives and says what
+// it is told.
+class ScriptedServer final : public QObject
+{
+public:
+    explicit ScriptedServer(const QString& address, quint16 port = 6667);
+    ~ScriptedServer() override;
+
+    bool isListening() const;
+    // No longer takes new peers; the port can be refused.
+    void stopListening();
+
+    int connections() const { return m_connections; }
+    const QByteArray& received() const { return m_received; }
+    bool peerHasGone() const { return m_peerHasGone; }
+
+    void say(const QByteArray& bytes);
+    // Each goes out in a segment of its own.
+    void sayInSegments(const QByteArray& piece, int times);
+    void closePeer();
+    // Ends the connection so that the peer sees an error.
+    void resetPeer();
+
+private:
+    std::unique_ptr<QTcpServer> m_server;
+    QPointer<QTcpSocket> m_peer;
+    QByteArray m_received;
+    int m_connections = 0;
+    bool m_peerHasGone = false;
+};
