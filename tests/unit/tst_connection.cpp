@@ -1,0 +1,456 @@
+#include "support/RecordingDesk.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+// The one connection: every step of its life in order, and how the stream becomes lines.
+class TestConnection final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void framing_data();
+    void framing();
+    void bufferSurvivesAReconnect();
+    void secondChunkDuringAYield();
+    void failingLineCostsOnlyItself();
+    void nothingIsReadFromAClosedSocket();
+    void sending_data();
+    void sending();
+    void trafficLog();
+
+    void connecting();
+    void badPortText();
+    void cancelling();
+    void established();
+    void establishedClosesPrivateWindows();
+    void closedByServer();
+    void failing_data();
+    void failing();
+    void fallbackPortAndRetry();
+    void disconnecting();
+    void terminating();
+    void ident_data();
+    void ident();
+    void identFails();
+};
+
+namespace {
+
+QString padded(const QString& text)
+{
+    return text + QString(255 - text.size(), QChar(u'\0'));
+}
+
+} // namespace
+
+void TestConnection::framing_data()
+{
+    QTest::addColumn<QStringList>("chunks");
+    QTest::addColumn<QString>("pieces"); // of each chunk, "|" between, "/" behind each chunk
+
+    QTest::newRow("two lines") << QStringList{u"a\nb\n"_s} << u"a|b|/"_s;
+    QTest::newRow("CR stays") << QStringList{u"a\r\nb\r\n"_s} << u"a\r|b\r|/"_s;
+    QTest::newRow("in the middle") << QStringList{u"a"_s, u"b\n"_s} << u"/ab|/"_s;
+    QTest::newRow("complete lines wait") << QStringList{u"a\nb"_s, u"c\n"_s} << u"/a|bc|/"_s;
+    QTest::newRow("between CR and LF") << QStringList{u"a\r"_s, u"\nb\n"_s} << u"a\r/|b|/"_s;
+    QTest::newRow("CR alone frames, LF alone splits") << QStringList{u"a\rb\r"_s} << u"a\rb\r/"_s;
+    QTest::newRow("empty lines") << QStringList{u"\n\n"_s} << u"||/"_s;
+    QTest::newRow("never ends") << QStringList{u"a"_s, u"b"_s} << u"//"_s;
+    QTest::newRow("code 0") << QStringList{u"a\0b\n"_s} << u"a\0b|/"_s;
+}
+
+void TestConnection::framing()
+{
+    QFETCH(QStringList, chunks);
+    RecordingDesk desk;
+    desk.sock.setState(Winsock::Connected);
+    QString pieces;
+    QStringList ofChunk;
+    desk.connection.setInterpreter([&](const QString& line) { ofChunk += line; });
+    for (const QString& chunk : chunks) {
+        desk.sock.arrive(chunk);
+        pieces += std::exchange(ofChunk, {}).join(u'|') + u'/';
+    }
+    QTEST(pieces, "pieces");
+}
+
+void TestConnection::bufferSurvivesAReconnect()
+{
+    RecordingDesk desk;
+    desk.register_();
+    desk.sock.arrive(u"PING ol"_s);
+    Q_EMIT desk.sock.CloseEvent();
+    desk.connection.mnu_File_Connect_Click();
+    desk.sock.beConnected();
+    desk.take();
+    desk.sock.arrive(u"d x\nPING new\n"_s);
+    QCOMPARE(desk.take(), (QStringList{u"<< PONG :old"_s, u"<< PONG :new"_s}));
+}
+
+void TestConnection::secondChunkDuringAYield()
+{
+    RecordingDesk desk;
+    desk.register_();
+    // Chunks come in while lines of older ones are under way: the newest is done first, nothing is
+    // lost, nothing is done twice.
+    desk.events.onYield << [&] { desk.sock.arrive(u"PING 3 x\nPING 4 x\n"_s); } <<
+        [&] { desk.sock.arrive(u"PING 5 x\nPING 6"_s); } << [&] { desk.sock.arrive(u" x\n"_s); };
+    desk.sock.arrive(u"PING 1 x\nPING 2 x\n"_s);
+    QCOMPARE(desk.take().join(u' ').remove("<< PONG :"_L1), u"3 5 6 4 1 2"_s);
+}
+
+void TestConnection::failingLineCostsOnlyItself()
+{
+    RecordingDesk desk;
+    desk.enterRoom();
+    desk.sock.arrive(u":s MODE #room +o\nPING a x\n:s 333 me #room al soon\nPING b x\n"_s);
+    QStringList journal = desk.take();
+    journal.removeFirst(); // the mode line is shown before it fails
+    QCOMPARE(journal, (QStringList{u"<< PONG :a"_s, u"<< PONG :b"_s}));
+}
+
+void TestConnection::nothingIsReadFromAClosedSocket()
+{
+    RecordingDesk desk;
+    desk.forms.debugVisible = true;
+    desk.sock.arrive(u"PING a x\n"_s);
+    QCOMPARE(desk.take(), QStringList());
+    desk.sock.setState(Winsock::Failed); // any other state will do
+    desk.sock.arrive({});
+    QCOMPARE(desk.take(),
+             (QStringList{u"DebugWin >> PING a x\n"_s, u"<< PONG :a"_s, u"DebugWin << PONG :a"_s}));
+}
+
+void TestConnection::sending_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::addColumn<bool>("sent");
+
+    QTest::newRow("closed") << int(Winsock::Closed) << false;
+    QTest::newRow("connecting") << int(Winsock::Connecting) << true;
+    QTest::newRow("connected") << int(Winsock::Connected) << true;
+    QTest::newRow("failed") << int(Winsock::Failed) << true;
+}
+
+void TestConnection::sending()
+{
+    QFETCH(int, state);
+    QFETCH(bool, sent);
+    RecordingDesk desk;
+    desk.forms.debugVisible = true;
+    desk.sock.setState(static_cast<Winsock::State>(state));
+    desk.connection.SendData(u"A :b"_s);
+    desk.connection.SendData({});
+    QCOMPARE(desk.take(),
+             sent ? QStringList({u"<< A :b"_s, u"DebugWin << A :b"_s, u"<< "_s, u"DebugWin << "_s})
+                  : QStringList());
+}
+
+void TestConnection::trafficLog()
+{
+    RecordingDesk desk;
+    desk.register_();
+    desk.hear(u"PING a"_s);
+    desk.forms.debugVisible = true;
+    desk.sock.arrive(u"PING b x\nPI"_s); // chunk by chunk, not line by line
+    desk.sock.arrive(u"NG c x\n"_s);
+    QCOMPARE(desk.take(),
+             (QStringList{u"<< PONG :a"_s, u"DebugWin >> PING b x\nPI"_s, u"DebugWin >> NG c x\n"_s,
+                          u"<< PONG :b"_s, u"DebugWin << PONG :b"_s, u"<< PONG :c"_s,
+                          u"DebugWin << PONG :c"_s}));
+}
+
+void TestConnection::connecting()
+{
+    RecordingDesk desk;
+    desk.variables.ServerHost = padded(u"irc.example"_s);
+    desk.connection.mnu_File_Connect_Click();
+    QCOMPARE(desk.take(),
+             RecordingDesk::expected({
+                 u"sock.Close"_s,
+                 u"Connect.Caption=&Cancel"_s,
+                 u"ident.Close"_s,
+                 u"ident.Listen"_s,
+                 u"DataIn| {C}02Connecting to {B}Quill Harbor Server{B} port {B}6667"_s,
+                 u"sock.Connect irc.example:6667"_s,
+                 u"mnu_Sign=Sign Out"_s,
+                 u"Login.locked=true"_s,
+                 u"cmdCount= Total Chatters :  [ 0 ]"_s,
+             }));
+}
+
+void TestConnection::badPortText()
+{
+    RecordingDesk desk;
+    desk.channel.Text1 = u"none"_s;
+    const auto click = [&] { desk.connection.mnu_File_Connect_Click(); };
+    desk.handlers.run(click);
+    QCOMPARE(desk.take(), (QStringList{u"sock.Close"_s, u"Connect.Caption=&Cancel"_s,
+                                       u"FATAL Run-time error '13':\n\nType mismatch"_s}));
+}
+
+void TestConnection::cancelling()
+{
+    RecordingDesk desk;
+    desk.channel.Text1 = u"8867"_s;
+    desk.connection.mnu_File_Connect_Click();
+    desk.take();
+    desk.connection.mnu_File_Connect_Click();
+    QCOMPARE(desk.take(), RecordingDesk::expected({
+                              u"Login.cmdSignout"_s,
+                              u"mnu_Sign=Sign In"_s,
+                              u"sock.Close"_s,
+                              u"ident.Close"_s,
+                              u"Text1=6667"_s,
+                              u"Connect.Caption=&Connect"_s,
+                              u"DataIn| {C}05Connection attempt cancelled"_s,
+                              u"Login.locked=false"_s,
+                              u"cmdCount= Total Chatters :  [ 0 ]"_s,
+                          }));
+    desk.channel.connectEntry.setCaption(u"something else"_s);
+    desk.take();
+    desk.connection.mnu_File_Connect_Click();
+    QCOMPARE(desk.take(), QStringList{u"cmdCount= Total Chatters :  [ 0 ]"_s});
+}
+
+void TestConnection::established()
+{
+    RecordingDesk desk;
+    desk.connection.mnu_File_Connect_Click();
+    desk.take();
+    desk.variables.FullName = padded(u"A B"_s);
+    // Lines are handled while it waits.
+    desk.events.onPause << [&] { desk.hear(u"PING early"_s); };
+    desk.sock.beConnected();
+    QCOMPARE(desk.take(), RecordingDesk::expected({
+                              u"lstNicks.Clear"_s,
+                              u"Connect.Enabled=false"_s,
+                              u"Disconnect.Enabled=true"_s,
+                              u"Connect.Caption=&Connect"_s,
+                              u"DataIn| {C}03Attempting To Connect Quill Harbor Server"_s,
+                              u"<< NICK typed"_s,
+                              "<< USER PC1Client-User:"_L1 + padded(u"A B"_s),
+                              u"Login.Log"_s,
+                              u"Pause 0.5"_s,
+                              u"<< PONG :early"_s,
+                              u"Home /quillharbor"_s,
+                              u"Pause 0.5"_s,
+                              u"Misc /quillmisc"_s,
+                          }));
+}
+
+void TestConnection::establishedClosesPrivateWindows()
+{
+    RecordingDesk desk;
+    desk.register_();
+    for (const QString& nick : {u"a"_s, u"b"_s})
+        desk.queries.OpenQuery(nick, {});
+    desk.queries.Queries(1).Unload();
+    desk.connection.mnu_File_Disconnect_Click();
+    desk.connection.mnu_File_Connect_Click();
+    desk.take();
+    desk.sock.beConnected();
+    const QStringList journal = desk.take();
+    QCOMPARE(journal.mid(0, 4), (QStringList{u"lstNicks.Clear"_s, u"Query1.Unload"_s,
+                                             u"Query2.Unload"_s, u"Connect.Enabled=false"_s}));
+    QCOMPARE(desk.queries.QueryCount(), 0);
+}
+
+void TestConnection::closedByServer()
+{
+    RecordingDesk desk;
+    desk.enterRoom();
+    desk.hear(u":s MODE #room +n"_s);
+    desk.channel.Text1 = u"8867"_s;
+    desk.take();
+    Q_EMIT desk.sock.CloseEvent();
+    QCOMPARE(desk.take(), RecordingDesk::expected({
+                              u"DataIn| {C}02Disconnected by SERVER from irc.example"_s,
+                              u"sock.Close"_s,
+                              u"ident.Close"_s,
+                              u"lstNicks.Clear"_s,
+                              u"cmdCount= Total Chatters :  [ 0 ]"_s,
+                              u"Connect.Enabled=true"_s,
+                              u"Connect.Caption=&Connect"_s,
+                              u"Disconnect.Enabled=false"_s,
+                              u"BuddyList.clear"_s,
+                              u"Login.cmdSignout"_s,
+                              u"mnu_Sign=Sign In"_s,
+                              u"Login.UnLog"_s,
+                          }));
+    QCOMPARE(desk.channel.Text1, u"8867"_s); // the port stays
+    QVERIFY(!desk.connection.isWaitingToRetry());
+    QCOMPARE(desk.room.modes.ModeText(), QString());
+    QCOMPARE(desk.room.nicks.ChatterCount(), 0);
+}
+
+void TestConnection::failing_data()
+{
+    QTest::addColumn<bool>("reconnect");
+    QTest::newRow("retries") << true;
+    QTest::newRow("gives up") << false;
+}
+
+void TestConnection::failing()
+{
+    QFETCH(bool, reconnect);
+    RecordingDesk desk;
+    desk.enterRoom();
+    desk.hear(u":s MODE #room +n"_s);
+    desk.hear(u":s TOPIC #room :xnews"_s);
+    desk.variables.Reconnect = reconnect;
+    desk.take();
+    Q_EMIT desk.sock.ErrorEvent(10061, u"Refused"_s);
+    QCOMPARE(desk.take(), RecordingDesk::expected({
+                              u"Connect.Enabled=true"_s,
+                              u"Disconnect.Enabled=false"_s,
+                              u"Connect.Caption=&Connect"_s,
+                              u"DataIn| {C}04ERROR : Refused"_s,
+                              u"lstNicks.Clear"_s,
+                              u"cmdCount= Total Chatters :  [ 0 ]"_s,
+                              u"Text1=8867"_s,
+                              u"Login.cmdSignout"_s,
+                              u"mnu_Sign=Sign In"_s,
+                              u"Login.UnLog"_s,
+                              u"frmPopup.Show"_s,
+                              u"frmPopup.Label2=Refused"_s,
+                              u"Login.locked=false"_s,
+                          }));
+    QCOMPARE(desk.connection.isWaitingToRetry(), reconnect);
+    // Neither the modes nor the topic go with a failure.
+    QCOMPARE(desk.room.modes.ModeText(), u"+n"_s);
+    QCOMPARE(desk.channel.topic.view.Text(), u"news \r\n"_s);
+}
+
+void TestConnection::fallbackPortAndRetry()
+{
+    RecordingDesk desk;
+    desk.connection.setRetryInterval(1);
+    desk.connection.mnu_File_Connect_Click();
+    Q_EMIT desk.sock.ErrorEvent(1, u"x"_s);
+    QStringList seen;
+    const auto attempted = [&] {
+        seen += desk.take();
+        return seen.contains("sock.Connect irc.example:8867"_L1);
+    };
+    QTRY_VERIFY(attempted());
+    QVERIFY(!desk.connection.isWaitingToRetry());
+    QCOMPARE(desk.channel.connectEntry.Caption(), u"&Cancel"_s);
+    seen.clear();
+    Q_EMIT desk.sock.ErrorEvent(1, u"x"_s);
+    QTRY_VERIFY(attempted()); // and again, without limit
+    Q_EMIT desk.sock.ErrorEvent(1, u"x"_s);
+    desk.sock.beConnected();
+    QVERIFY(!desk.connection.isWaitingToRetry());
+    QCOMPARE(desk.channel.Text1, u"8867"_s);
+    Q_EMIT desk.sock.ErrorEvent(1, u"x"_s);
+    desk.connection.mnu_File_Disconnect_Click(); // does not touch the timer
+    QVERIFY(desk.connection.isWaitingToRetry());
+    QCOMPARE(desk.channel.Text1, u"6667"_s);
+    desk.connection.mnu_File_Connect_Click();
+    QVERIFY(!desk.connection.isWaitingToRetry());
+    QVERIFY(desk.take().contains("sock.Connect irc.example:6667"_L1));
+}
+
+void TestConnection::disconnecting()
+{
+    RecordingDesk desk;
+    desk.enterRoom();
+    desk.hear(u":s MODE #room +n"_s);
+    desk.variables.QuitMsg = padded(u"gone"_s);
+    desk.channel.Text1 = u"8867"_s;
+    desk.take();
+    desk.connection.mnu_File_Disconnect_Click();
+    QCOMPARE(desk.take(), RecordingDesk::expected({
+                              "<< QUIT :"_L1 + padded(u"gone"_s),
+                              u"Connect.Enabled=true"_s,
+                              u"Connect.Caption=&Connect"_s,
+                              u"Disconnect.Enabled=false"_s,
+                              u"DataIn| {C}05You are Disconnected from Quill Harbor Server"_s,
+                              u"sock.Close"_s,
+                              u"lstNicks.Clear"_s,
+                              u"Text1=6667"_s,
+                              u"cmdCount= Total Chatters :  [ 0 ]"_s,
+                              u"Login.UnLog"_s,
+                              u"Login.cmdSignout"_s,
+                              u"mnu_Sign=Sign In"_s,
+                              u"Login.locked=false"_s,
+                          }));
+    QCOMPARE(desk.ident.state(), Winsock::Listening); // as it was
+    QCOMPARE(desk.room.modes.ModeText(), QString());
+    desk.connection.mnu_File_Disconnect_Click();
+    QVERIFY(desk.take().first().startsWith("Connect.Enabled"_L1)); // no QUIT on a dead connection
+}
+
+void TestConnection::terminating()
+{
+    RecordingDesk desk;
+    desk.register_();
+    for (const QString& nick : {u"a"_s, u"b"_s, u"c"_s})
+        desk.queries.OpenQuery(nick, {});
+    desk.queries.Queries(2).Unload();
+    desk.take();
+    desk.events.yields = 0;
+    desk.connection.mnu_terminate_Click();
+    QCOMPARE(desk.take(), (QStringList{u"<< QUIT :gone"_s, u"ident.Close"_s, u"sock.Close"_s,
+                                       u"unloadSmallForms"_s, u"Query1.Unload"_s,
+                                       u"Query3.Unload"_s, u"End"_s}));
+    QCOMPARE(desk.events.yields, 16);
+}
+
+void TestConnection::ident_data()
+{
+    QTest::addColumn<QString>("question");
+    QTest::addColumn<QStringList>("answers");
+
+    const QString name = padded(u"QHM"_s);
+    QTest::newRow("says nothing") << QString() << QStringList();
+    QTest::newRow("pair with a blank")
+        << u"46887, 6667\r\n"_s
+        << QStringList{u"DataIn| *** IDENT : 46887, 6667"_s,
+                       "ident.SendData 46887, 6667 : USERID : UNIX : "_L1 + name,
+                       u"DataIn| *** IDENT reply : 46887, 6667 : USERID : UNIX : QHM"_s,
+                       u"ident.Close"_s};
+    QTest::newRow("pair without a blank") << u"46887,6667\r\n"_s << QStringList();
+    QTest::newRow("anything with a comma and a blank")
+        << u", "_s
+        << QStringList{u"DataIn| *** IDENT : "_s, "ident.SendData  : USERID : UNIX : "_L1 + name,
+                       u"DataIn| *** IDENT reply :  : USERID : UNIX : QHM"_s, u"ident.Close"_s};
+}
+
+void TestConnection::ident()
+{
+    QFETCH(QString, question);
+    QFETCH(QStringList, answers);
+    RecordingDesk desk;
+    desk.variables.IdentName = padded(u"QHM"_s);
+    desk.ident.RemotePort = 40001;
+    if (!question.isEmpty())
+        desk.events.onYield << [] {} << [&] { desk.ident.arrive(question); };
+    Q_EMIT desk.ident.ConnectionRequest(7);
+    const QStringList journal = desk.take();
+    QCOMPARE(journal.mid(0, 3), (QStringList{u"ident.Close"_s, u"ident.Accept 7"_s,
+                                             "ident.SendData 113, 40001 : USERID : UNIX : "_L1 +
+                                                 desk.variables.IdentName + "\r\n"_L1}));
+    QCOMPARE(journal.last(), u"ident.Close"_s);
+    const QStringList between = journal.mid(3, journal.size() - 4);
+    // A view shows the padded name only up to its code 0, and with it goes the line end.
+    const bool answered = !answers.isEmpty();
+    if (answered)
+        answers.removeAt(2);
+    QCOMPARE(between, RecordingDesk::expected(answers));
+    QCOMPARE(desk.channel.dataIn.view.Text().endsWith(" : USERID : UNIX : QHM"_L1), answered);
+    QCOMPARE(desk.events.yields, 500);
+}
+
+void TestConnection::identFails()
+{
+    RecordingDesk desk;
+    Q_EMIT desk.ident.ErrorEvent(1, u"Refused"_s);
+    QCOMPARE(desk.take(), RecordingDesk::expected({u"DataIn| {C}04IDENT Error {C}Refused"_s}));
+}
+
+QTEST_GUILESS_MAIN(TestConnection)
+#include "tst_connection.moc"

@@ -1,0 +1,320 @@
+#include "common/RunTimeError.h"
+#include "render/ColorTables.h"
+#include "render/IncomingText.h"
+#include "session/LineSink.h"
+#include "support/RecordingDesk.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+// Lines of chat text becoming runs of formatted text.
+class TestWriter final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void lines_data();
+    void lines();
+    void nothingIsCarriedOver();
+    void font();
+    void selectionIsNotLeftWhereAReaderPutIt();
+    void length_data();
+    void length();
+    void colors_data();
+    void colors();
+    void specifications_data();
+    void specifications();
+    void palette();
+    void incoming_data();
+    void incoming();
+    void statusTriesTwice();
+};
+
+namespace {
+
+constexpr auto lineEnd = "\r\n"_L1;
+
+QString runsOf(const QString& markup, bool raw)
+{
+    const RecordingDesk desk;
+    MemoryView view;
+    if (raw)
+        TextWriter::WriteRaw(view, RecordingDesk::coded(markup));
+    else
+        desk.writer.WriteView(view, RecordingDesk::coded(markup));
+    // The styles of the line end itself are of no interest, and it is never bold.
+    QString runs = view.runs();
+    if (!runs.endsWith(lineEnd))
+        return runs + "(no line end)"_L1;
+    if (view.styleAt(view.TextLength() - 1).bold)
+        return runs + "(bold line end)"_L1;
+    runs.chop(2);
+    return runs.endsWith(u'>') ? runs.left(runs.lastIndexOf(u'<')) : runs;
+}
+
+} // namespace
+
+void TestWriter::lines_data()
+{
+    QTest::addColumn<QString>("markup");
+    QTest::addColumn<QString>("view");
+    QTest::addColumn<QString>("raw");
+
+    const auto row = [](const char* name, const char* markup, const char* view,
+                        const char* raw = nullptr) {
+        QTest::newRow(name) << QString::fromLatin1(markup) << QString::fromLatin1(view)
+                            << QString::fromLatin1(raw ? raw : view);
+    };
+    row("plain", "hello", "<000000>hello ");
+    row("empty", "", "<000000> ");
+    row("one digit", "{C}4red", "<ff0000>red ");
+    row("two digits", "{C}04red", "<ff0000>red ");
+    row("third digit is text", "{C}123", "<0000ff>3 ");
+    row("background is read over", "{C}4,5word", "<ff0000>word ");
+    row("comma without background", "{C}4,word", "<ff0000>word ");
+    row("two-digit background", "{C}12,345", "<0000ff>5 ");
+    row("background zero", "{C}4,00x", "<ff0000>x ");
+    row("comma first", "{C}4a{C},5word", "<ff0000>a<000000>,5word ");
+    row("second comma is text", "{C}4,5,6", "<ff0000>,6 ");
+    row("no number is black", "{C}4a{C}b", "<ff0000>a<000000>b ");
+    row("two in a row", "{C}{C}4a", "<ff0000>a ");
+    row("ten is black", "{C}4a{C}10b", "<ff0000>a<000000>b ");
+    row("sixteen is black", "{C}4a{C}16b", "<ff0000>a<000000>b ");
+    row("ninety-nine is black", "{C}4a{C}99b", "<ff0000>a<000000>b ");
+    row("white", "{C}00a{C}15b", "<ffffff>a<b8b8b8>b ");
+    row("blank ends the number", "{C}4 2", "<ff0000> 2 ");
+    row("styles behind a colour", "{C}4{B}a{B}b", "<ff0000 b>a<ff0000>b ");
+    row("number split by a style", "{C}1{B}2", "<000000 b>2 ");
+    row("ends in a colour", "a{C}4", "<000000>a", "<000000>a<ff0000> ");
+    row("ends in a colour without number", "{C}4a{C}", "<ff0000>a", "<ff0000>a<000000> ");
+    row("ends in a colour with comma", "a{C}4,", "<000000>a", "<000000>a<ff0000> ");
+    row("ends in a colour with background", "a{C}4,12", "<000000>a", "<000000>a<ff0000> ");
+    row("ends in two colours", "a{C}{C}4", "<000000>a", "<000000>a<ff0000> ");
+    row("colour alone", "{C}", "", "<000000> ");
+    row("ends in a comma that is text", "a{C},", "<000000>a, ");
+    row("bold word", "a{B}b{B}c", "<000000>a<000000 b>b<000000>c ");
+    row("bold to the end", "{B}a", "<000000 b>a ");
+    row("underline and strike", "{U}a{R}b{U}c{R}d",
+        "<000000 u>a<000000 u s>b<000000 s>c<000000>d ");
+    row("empty runs", "{B}{B}{U}{U}a", "<000000>a ");
+    row("character 15 alone is plain text", "a{O}b",
+        "<000000>a\x0f"
+        "b ");
+    row("character 15 is bold in a coded line", "{C}4a{O}b{U}c{O}d",
+        "<ff0000>a<ff0000 b>b<ff0000 b u>c<ff0000 u>d ",
+        "<ff0000>a\x0f"
+        "b<ff0000 u>c\x0f"
+        "d ");
+    row("character 15 ends bold", "{B}a{O}b", "<000000 b>a<000000>b ",
+        "<000000 b>a\x0f"
+        "b ");
+    row("action character is text", "{A}a",
+        "<000000>\x01"
+        "a ");
+    row("code 0 cuts its run alone", "{B}a{0}b{B}c", "<000000 b>a<000000>c ");
+}
+
+void TestWriter::lines()
+{
+    QFETCH(QString, markup);
+    QTEST(runsOf(markup, false), "view");
+    QTEST(runsOf(markup, true), "raw");
+}
+
+void TestWriter::nothingIsCarriedOver()
+{
+    const RecordingDesk desk;
+    MemoryView view;
+    desk.writer.WriteView(view, RecordingDesk::coded(u"{C}4{B}{U}{R}loud"_s));
+    const qsizetype second = view.TextLength();
+    desk.writer.WriteView(view, u"calm"_s);
+    QCOMPARE(view.runs(second), u"<000000>calm \r\n"_s);
+    // Of a plain line with code 0 nothing behind it is inserted, not even the line end.
+    const qsizetype third = view.TextLength();
+    desk.writer.WriteView(view, RecordingDesk::coded(u"a{0}b"_s));
+    desk.writer.WriteView(view, u"c"_s);
+    QCOMPARE(view.Text().mid(third), u"ac \r\n"_s);
+}
+
+void TestWriter::font()
+{
+    RecordingDesk desk;
+    MemoryView view;
+    desk.variables.FontName = u"Courier"_s + QString(248, QChar(u'\0'));
+    desk.variables.FontSize = 14;
+    desk.writer.WriteView(view, u"a"_s);
+    QCOMPARE(view.styleAt(0).fontName, u"Courier"_s);
+    QCOMPARE(view.styleAt(0).fontSize, 14);
+    desk.variables.FontSize = 20; // only lines to come
+    TextWriter::WriteRaw(view, u"b"_s);
+    QCOMPARE(view.styleAt(4).fontSize, 14);
+    desk.writer.WriteView(view, RecordingDesk::coded(u"{B}c"_s));
+    QCOMPARE(view.styleAt(8).fontSize, 20);
+    QCOMPARE(view.styleAt(0).fontSize, 14);
+}
+
+void TestWriter::selectionIsNotLeftWhereAReaderPutIt()
+{
+    const RecordingDesk desk;
+    MemoryView view;
+    desk.writer.WriteView(view, u"first"_s);
+    // Somebody else moves the selection at every change, as the picture pass does.
+    view.onChange([&] { view.setSelStart(1); });
+    desk.writer.WriteView(view, RecordingDesk::coded(u"a{B}b{B}c"_s));
+    desk.writer.WriteView(view, u"last"_s);
+    QCOMPARE(view.Text(), u"first \r\nabc \r\nlast \r\n"_s);
+}
+
+void TestWriter::length_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<bool>("coded");
+    QTest::addColumn<bool>("overflows");
+
+    QTest::newRow("longest coded line") << 32766 << true << false;
+    QTest::newRow("coded, with its blank too long") << 32767 << true << true;
+    QTest::newRow("plain lines have no limit") << 40000 << false << false;
+}
+
+void TestWriter::length()
+{
+    QFETCH(int, length);
+    QFETCH(bool, coded);
+    QFETCH(bool, overflows);
+    const RecordingDesk desk;
+    MemoryView view;
+    QString text(length, u'x');
+    if (coded)
+        text[0] = QChar(2);
+    if (overflows) {
+        QVERIFY_THROWS_EXCEPTION(RunTimeError, desk.writer.WriteView(view, text));
+        QCOMPARE(view.TextLength(), 0);
+    } else {
+        desk.writer.WriteView(view, text);
+        QCOMPARE(view.TextLength(), length + (coded ? -1 : 0) + 3);
+    }
+}
+
+void TestWriter::colors_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QRgb>("color");
+    QTest::addColumn<int>("back");
+
+    const auto row = [](int number, int r, int g, int b, int back) {
+        QTest::addRow("%d", number) << number << qRgb(r, g, b) << back;
+    };
+    row(0, 255, 255, 255, 0);
+    row(1, 0, 0, 0, 1);
+    row(2, 0, 0, 127, 2);
+    row(3, 0, 127, 0, 3);
+    row(4, 255, 0, 0, 4);
+    row(5, 127, 0, 0, 5);
+    row(6, 127, 0, 127, 6);
+    row(7, 255, 127, 0, 7);
+    row(8, 255, 255, 0, 8);
+    row(9, 0, 255, 0, 9);
+    row(10, 0, 0, 0, 1); // the hole of the table
+    row(11, 0, 255, 255, 11);
+    row(12, 0, 0, 255, 12);
+    row(13, 255, 0, 255, 13);
+    row(14, 92, 92, 92, 14);
+    row(15, 184, 184, 184, 15);
+    row(16, 0, 0, 0, 1);
+    row(-1, 0, 0, 0, 1);
+    QTest::newRow("ten on the way back") << 99 << qRgb(0, 0, 0) << 1;
+}
+
+void TestWriter::colors()
+{
+    QFETCH(int, number);
+    QTEST(ColorToRGB(number), "color");
+    QTEST(RGBToColor(ColorToRGB(number)), "back");
+    QCOMPARE(RGBToColor(qRgb(0, 148, 144)), 10);
+    QCOMPARE(RGBToColor(qRgb(1, 2, 3)), 0);
+}
+
+void TestWriter::specifications_data()
+{
+    QTest::addColumn<bool>("valid");
+    for (const char* text :
+         {"", "1", "12", "1,2", "12,3", "1,23", "1,", "12,", "12,34", ",1", ",12"})
+        QTest::newRow(text) << true;
+    for (const char* text :
+         {",", "123", "1,,", "1,234", "a", "1a", "1 ", " 1", ",123", "12,3a", "-1"})
+        QTest::newRow(text) << false;
+}
+
+void TestWriter::specifications()
+{
+    QTEST(IsColorSpec(QString::fromLatin1(QTest::currentDataTag())), "valid");
+}
+
+void TestWriter::palette()
+{
+    QCOMPARE(inputColors().size(), std::size_t(15));
+    QCOMPARE(inputColorOf(u"7"_s), qRgb(255, 160, 0));
+    QCOMPARE(inputColorOf(u"10"_s), qRgb(0, 99, 99));
+    QCOMPARE(inputColorOf(u"rainbow"_s), qRgb(0, 0, 0));
+    QVERIFY(!inputColorOf(u"16"_s));
+}
+
+void TestWriter::incoming_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("room");
+    QTest::addColumn<QString>("privately");
+
+    const auto same = [](const char* name, const char* text, const char* entry) {
+        QTest::newRow(name) << QString::fromLatin1(text) << QString::fromLatin1(entry)
+                            << QString::fromLatin1(entry);
+    };
+    QTest::newRow("line") << u"hi"_s << u"V| {C}12<bob> hi"_s << u"V| {C}12<bob>{C} hi"_s;
+    QTest::newRow("blanks at the end go")
+        << u"hi  "_s << u"V| {C}12<bob> hi"_s << u"V| {C}12<bob>{C} hi"_s;
+    QTest::newRow("version") << u"{A}VERSION{A} and more"_s
+                             << u"<< CTCPREPLY bob VERSION :Quill Harbor Messengr for Windows OS"_s
+                             << u"<< CTCPREPLY bob VERSION :Tarnwyk Messenger for Windows9x"_s;
+    QTest::newRow("lower case is no request")
+        << u"{A}version{A}"_s << u"V| {C}12<bob> {A}version{A}"_s
+        << u"V| {C}12<bob>{C} {A}version{A}"_s;
+    same("action", "{A}ACTION waves{A}", "V| {C}06bob waves");
+    same("action without its end loses a letter", "{A}ACTION waves", "V| {C}06bob wave");
+    same("empty action", "{A}ACTION {A}", "V| {C}06bob ");
+    same("action of nothing at all", "{A}ACTION ", "V| {C}06bob ");
+}
+
+void TestWriter::incoming()
+{
+    QFETCH(QString, text);
+    RecordingDesk desk;
+    desk.sock.setState(Winsock::Connected);
+    const auto entries = [&](const IncomingText::Manner& manner) {
+        RecordingView view(u"V"_s, desk.journal);
+        IncomingText(manner, desk.writer, desk.connection)
+            .PutText(view.view, u"bob"_s, RecordingDesk::coded(text));
+        return desk.take();
+    };
+    QFETCH(QString, room);
+    QFETCH(QString, privately);
+    QCOMPARE(entries(IncomingText::room), RecordingDesk::expected({room}));
+    QCOMPARE(entries(IncomingText::privateTalk), RecordingDesk::expected({privately}));
+}
+
+void TestWriter::statusTriesTwice()
+{
+    RecordingDesk desk;
+    int changes = 0;
+    desk.channel.dataIn.view.onChange([&] {
+        if (++changes == 1)
+            throw RunTimeError(RunTimeError::Number::Overflow);
+    });
+    desk.status.WriteStatus(u"note"_s, 6);
+    QVERIFY(desk.channel.dataIn.view.Text().endsWith("note \r\n"_L1));
+    desk.status.WriteStatus(QString(40000, u'x'), 6); // fails both times, and that is all
+    QVERIFY(desk.channel.dataIn.view.TextLength() < 40000);
+}
+
+QTEST_GUILESS_MAIN(TestWriter)
+#include "tst_writer.moc"
