@@ -5,8 +5,10 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-// Names and values stay UTF-8 bytes: nothing is to be converted.
+// Names and values stay UTF-8 bytes: nothing is to be converted. The definitions of its templates
+// are taken from the header, too.
 #define SI_NO_CONVERSION
+#define SI_IMPLEMENTATION
 #include <SimpleIni.h>
 
 #include <string>
