@@ -21,7 +21,10 @@ QString execValue(const QString& program)
             quoted += u'\\'; // each backslash is written twice in a value
         if (c == u'%')
             quoted += u'%';
-        quoted += c;
+        if (c == u'\n')
+            quoted += "\\n"_L1; // a line end of the name must not end the value
+        else
+            quoted += c;
     }
     return u'"' + quoted + u'"';
 }
