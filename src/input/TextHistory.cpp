@@ -2,8 +2,11 @@
 
 void TextHistory::add(const QString& text, int limit)
 {
-    if (m_lines.size() > limit)
+    if (m_lines.size() > limit) {
+        if (m_lines.isEmpty()) // a limit below zero
+            throw RunTimeError(RunTimeError::Number::SubscriptOutOfRange);
         m_lines.removeFirst();
+    }
     m_lines.append(text);
     m_cursor = m_lines.size() + 1;
 }

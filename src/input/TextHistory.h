@@ -11,7 +11,8 @@
 class TextHistory final
 {
 public:
-    // Holds up to one line more than the limit: the test comes before the line is added.
+    // Holds up to one line more than the limit: the test comes before the line is added. A limit
+    // below zero raises SubscriptOutOfRange (9).
     void add(const QString& text, int limit);
 
     // The line to show next; none at either end.
