@@ -94,7 +94,9 @@ void TcpWinsock::Listen()
         m_pendingRequest = descriptor;
         QMetaObject::invokeMethod(
             m_server.get(),
-            [this, descriptor] {
+            [this, descriptor, generation = m_generation] {
+                if (generation != m_generation)
+                    return;
                 m_answeringRequest = true; // its handler closes the listener, not the request
                 Q_EMIT ConnectionRequest(descriptor);
                 m_answeringRequest = false;
@@ -153,7 +155,6 @@ void TcpWinsock::setEventsHeld(bool held)
 void TcpWinsock::adopt(QTcpSocket* socket)
 {
     m_socket = socket;
-    m_peerHasGone = false;
     socket->setProxy(QNetworkProxy::NoProxy);
     socket->setReadBufferSize(readBufferSize);
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
@@ -167,7 +168,7 @@ void TcpWinsock::adopt(QTcpSocket* socket)
             if (error == QAbstractSocket::RemoteHostClosedError)
                 m_peerHasGone = true;
             else
-                raiseError(error, m_socket->errorString());
+                m_failure = Failure{error, m_socket->errorString()};
             deliver();
         },
         Qt::QueuedConnection);
@@ -184,11 +185,14 @@ void TcpWinsock::drop()
     ++m_generation;
     m_state = Closed;
     m_peerHasGone = false;
+    m_failure.reset();
     m_deliveryScheduled = false;
     if (!m_answeringRequest)
         refusePendingRequest();
-    if (m_server)
+    if (m_server) {
+        m_server->close(); // the port is free again at once
         m_server.release()->deleteLater();
+    }
     if (m_socket)
         letGo(std::exchange(m_socket, nullptr));
 }
@@ -207,7 +211,11 @@ void TcpWinsock::deliver()
         scheduleDelivery();
         return;
     }
-    if (m_peerHasGone && m_state == Connected) {
+    if (m_failure) {
+        const Failure failure = *std::exchange(m_failure, std::nullopt);
+        m_state = Failed;
+        Q_EMIT ErrorEvent(failure.number, failure.description);
+    } else if (m_peerHasGone && m_state == Connected) {
         m_state = Closing;
         Q_EMIT CloseEvent();
     }
@@ -217,15 +225,9 @@ void TcpWinsock::scheduleDelivery()
 {
     if (!m_socket || m_deliveryScheduled)
         return;
-    if (m_socket->bytesAvailable() == 0 && !m_peerHasGone)
+    if (m_socket->bytesAvailable() == 0 && !m_peerHasGone && !m_failure)
         return;
     m_deliveryScheduled = true;
     QMetaObject::invokeMethod(
         m_socket, [this] { deliver(); }, Qt::QueuedConnection);
-}
-
-void TcpWinsock::raiseError(int number, const QString& description)
-{
-    m_state = Failed;
-    Q_EMIT ErrorEvent(number, description);
 }

@@ -5,6 +5,7 @@
 #include <QHostAddress>
 
 #include <memory>
+#include <optional>
 
 class QTcpServer;
 class QTcpSocket;
@@ -39,7 +40,12 @@ private:
     void refusePendingRequest();
     void deliver();
     void scheduleDelivery();
-    void raiseError(int number, const QString& description);
+
+    struct Failure
+    {
+        int number = 0;
+        QString description;
+    };
 
     QHostAddress m_localAddress{QHostAddress::Any};
     State m_state = Closed;
@@ -51,5 +57,7 @@ private:
     int m_nesting = 0;
     bool m_held = false;
     bool m_deliveryScheduled = false;
+    // Raised when everything that came before has been read.
     bool m_peerHasGone = false;
+    std::optional<Failure> m_failure;
 };
