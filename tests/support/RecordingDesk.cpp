@@ -89,3 +89,9 @@ QStringList RecordingDesk::expected(const QStringList& entries)
     }
     return result;
 }
+
+QStringList RecordingDesk::expected(const char* lines)
+{
+    const QString text = QString::fromUtf8(lines);
+    return expected(text.isEmpty() ? QStringList() : text.split(u'\n'));
+}

@@ -41,6 +41,7 @@ public:
     static QString coded(QString markup);
     // Entries that begin with a view's name and "| " are markup; all others stay.
     static QStringList expected(const QStringList& entries);
+    static QStringList expected(const char* lines); // an entry a line
 
     Journal journal;
     RecordingWinsock sock{QStringLiteral("sock"), journal};

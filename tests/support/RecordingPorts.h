@@ -2,6 +2,7 @@
 
 #include "input/InputLine.h"
 #include "platform/Clock.h"
+#include "platform/Collation.h"
 #include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
 #include "platform/ListBox.h"
@@ -21,40 +22,93 @@
 class Journal final
 {
 public:
-    void operator()(const QString& entry) { m_entries.append(entry); }
+    // An entry in pieces; a truth value reads "true" or "false".
+    template<typename... Pieces>
+    void operator()(const Pieces&... pieces)
+    {
+        m_entries.append(QString((QString() + ... + text(pieces))));
+    }
     // What has happened since the last call.
     QStringList take() { return std::exchange(m_entries, {}); }
 
 private:
+    static QString text(const char* piece) { return QString::fromLatin1(piece); }
+    static QString text(const QString& piece) { return piece; }
+    static QString text(bool piece) { return text(piece ? "true" : "false"); }
+    template<std::integral Number>
+    static QString text(Number piece)
+    {
+        return QString::number(piece);
+    }
+
     QStringList m_entries;
 };
 
-class RecordingWinsock final : public Winsock
+// What all stand-ins are: a name in the journal.
+class Recorder
 {
-public:
-    RecordingWinsock(QString name, Journal& journal)
+protected:
+    Recorder(QString name, Journal& journal)
         : m_name(std::move(name))
         , m_journal(journal)
     {
     }
 
-    State state() const override { return m_state; }
-    void setState(State state) { m_state = state; }
-    void Connect() override;
-    void Listen() override;
-    void Accept(qintptr requestID) override;
-    void Close() override;
-    QString GetData() override { return std::exchange(m_waiting, {}); }
-    void SendData(const QString& text) override;
-    void setEventsHeld(bool held) override;
+    template<typename... Pieces>
+    void log(const Pieces&... pieces)
+    {
+        m_journal(m_name, pieces...);
+    }
 
-    // What the network does.
-    void arrive(const QString& data);
-    void beConnected();
-
-private:
     QString m_name;
     Journal& m_journal;
+};
+
+class RecordingWinsock final : public Winsock, Recorder
+{
+public:
+    RecordingWinsock(QString name, Journal& journal)
+        : Recorder(std::move(name), journal)
+    {
+    }
+
+    State state() const override { return m_state; }
+    void setState(State state) { m_state = state; }
+    void Connect() override { enter(Connecting, ".Connect ", RemoteHost, ":", RemotePort); }
+    void Listen() override { enter(Listening, ".Listen"); }
+    void Accept(qintptr requestID) override { enter(Connected, ".Accept ", requestID); }
+    void Close() override { enter(Closed, ".Close"); }
+    QString GetData() override { return std::exchange(m_waiting, {}); }
+    void SendData(const QString& text) override
+    {
+        const bool isLine = text.endsWith(u'\n') && text.count(u'\n') == 1 && !text.contains(u'\r');
+        if (isLine)
+            m_journal("<< ", text.chopped(1));
+        else
+            log(".SendData ", text);
+    }
+    void setEventsHeld(bool held) override { log(held ? ".hold" : ".release"); }
+
+    // What the network does.
+    void arrive(const QString& data)
+    {
+        m_waiting += data;
+        Q_EMIT DataArrival(m_waiting.size());
+    }
+    void beConnected()
+    {
+        m_state = Connected;
+        Q_EMIT ConnectEvent();
+    }
+
+private:
+    template<typename... Pieces>
+    void enter(State state, const Pieces&... pieces)
+    {
+        m_state = state;
+        log(pieces...);
+    }
+
     QString m_waiting;
     State m_state = Closed;
 };
@@ -69,8 +123,18 @@ public:
     {
     }
 
-    void DoEvents() override;
-    void Pause(double seconds) override;
+    void DoEvents() override
+    {
+        ++yields;
+        if (!onYield.isEmpty())
+            onYield.takeFirst()();
+    }
+    void Pause(double seconds) override
+    {
+        m_journal("Pause ", QString::number(seconds));
+        if (!onPause.isEmpty())
+            onPause.takeFirst()();
+    }
 
     QList<std::function<void()>> onYield;
     QList<std::function<void()>> onPause;
@@ -80,77 +144,101 @@ private:
     Journal& m_journal;
 };
 
-class MemoryListBox final : public ListBox
+class MemoryListBox final : public ListBox, Recorder
 {
 public:
     enum class Order { Sorted, AsAdded };
 
     MemoryListBox(QString name, Order order, Journal& journal)
-        : m_name(std::move(name))
+        : Recorder(std::move(name), journal)
         , m_order(order)
-        , m_journal(journal)
     {
     }
 
-    void AddItem(const QString& text) override;
-    void RemoveItem(int index) override;
-    void Clear() override;
+    void AddItem(const QString& text) override
+    {
+        qsizetype place = m_order == Order::Sorted ? 0 : m_rows.size();
+        while (place < m_rows.size() && collate(m_rows[place], text) <= 0)
+            ++place;
+        m_rows.insert(place, text);
+    }
+    void RemoveItem(int index) override
+    {
+        if (index >= 0 && index < m_rows.size())
+            m_rows.removeAt(index);
+    }
+    void Clear() override
+    {
+        m_rows.clear();
+        log(".Clear");
+    }
     int ListCount() const override { return static_cast<int>(m_rows.size()); }
     QString List(int index) const override { return m_rows.value(index); }
-    void setList(int index, const QString& text) override;
+    void setList(int index, const QString& text) override
+    {
+        if (index >= 0 && index < m_rows.size())
+            m_rows[index] = text;
+    }
     int ListIndex() const override { return m_selected; }
     void setListIndex(int index) override { m_selected = index; }
-    void setEnabled(bool enabled) override;
+    void setEnabled(bool enabled) override { log(".Enabled=", enabled); }
 
     const QStringList& rows() const { return m_rows; }
 
 private:
-    QString m_name;
     Order m_order;
-    Journal& m_journal;
     QStringList m_rows;
     int m_selected = -1;
 };
 
-class RecordingEntry final : public MenuEntry
+class RecordingEntry final : public MenuEntry, Recorder
 {
 public:
     RecordingEntry(QString name, QString caption, bool enabled, Journal& journal)
-        : m_name(std::move(name))
+        : Recorder(std::move(name), journal)
         , m_caption(std::move(caption))
         , m_enabled(enabled)
-        , m_journal(journal)
     {
     }
 
     QString Caption() const override { return m_caption; }
-    void setCaption(const QString& caption) override;
+    void setCaption(const QString& caption) override { log(".Caption=", m_caption = caption); }
     bool Enabled() const override { return m_enabled; }
-    void setEnabled(bool enabled) override;
+    void setEnabled(bool enabled) override { log(".Enabled=", m_enabled = enabled); }
     bool Checked() const override { return m_checked; }
     void setChecked(bool checked) override { m_checked = checked; }
 
 private:
-    QString m_name;
     QString m_caption;
     bool m_enabled;
     bool m_checked = false;
-    Journal& m_journal;
 };
 
 // A chat view that reports each finished line with its styles, and being emptied.
-class RecordingView final
+class RecordingView final : Recorder
 {
 public:
-    RecordingView(QString name, Journal& journal);
+    RecordingView(QString name, Journal& journal)
+        : Recorder(std::move(name), journal)
+    {
+        view.onChange([this] { changed(); });
+    }
 
     MemoryView view;
 
 private:
-    void changed();
+    void changed()
+    {
+        if (view.TextLength() == 0)
+            log(" emptied");
+        else if (view.TextLength() > m_reported) {
+            if (!view.Text().endsWith(QLatin1StringView("\r\n")))
+                return; // in the middle of a line
+            log("| ", view.runs(m_reported).chopped(2));
+        }
+        m_reported = view.TextLength();
+    }
 
-    QString m_name;
-    Journal& m_journal;
     qsizetype m_reported = 0;
 };
 
@@ -158,56 +246,60 @@ class RecordingLogin final : public SignInForm
 {
 public:
     explicit RecordingLogin(Journal& journal)
-        : m_journal(journal)
+        : log(journal)
     {
     }
 
     QString nickname() const override { return Text1; }
     void setNickname(const QString& nick) override { Text1 = nick; }
     QString sessionPassword() const override { return Text3; }
-    void setEntriesLocked(bool locked) override;
-    void setSignCaption(const QString& caption) override;
-    void cmdSignout_Click() override;
-    void Login_Log() override;
-    void Login_UnLog() override;
-    void Show() override;
-    void Hide() override;
+    void setEntriesLocked(bool locked) override { log("Login.locked=", locked); }
+    void setSignCaption(const QString& caption) override { log("mnu_Sign=", caption); }
+    void cmdSignout_Click() override { log("Login.cmdSignout"); }
+    void Login_Log() override { log("Login.Log"); }
+    void Login_UnLog() override { log("Login.UnLog"); }
+    void Show() override { log("Login.Show"); }
+    void Hide() override { log("Login.Hide"); }
 
     QString Text1 = QStringLiteral("typed");
     QString Text3;
 
 private:
-    Journal& m_journal;
+    Journal& log;
 };
 
 class RecordingChannel final : public MainForm
 {
 public:
-    explicit RecordingChannel(Journal& journal);
+    explicit RecordingChannel(Journal& journal)
+        : log(journal)
+    {
+    }
 
     RichTextBox& DataIn() override { return dataIn.view; }
     RichTextBox& rtbTopic() override { return topic.view; }
     ListBox& lstNicks() override { return nicks; }
-    void setCmdCount(const QString& caption) override;
-    void setVisible(bool visible) override;
+    void setCmdCount(const QString& caption) override { log("cmdCount=", caption); }
+    void setVisible(bool visible) override { log("Channel.Visible=", visible); }
     MenuEntry& mnu_File_Connect() override { return connectEntry; }
     MenuEntry& mnu_File_Disconnect() override { return disconnectEntry; }
     QString portText() const override { return Text1; }
-    void setPortText(const QString& port) override;
+    void setPortText(const QString& port) override { log("Text1=", Text1 = port); }
     QString computerName() const override { return QStringLiteral("PC1"); }
     void setComputerName(const QString&) override {}
-    void Show() override;
-    void Hide() override;
-
-    RecordingView dataIn;
-    RecordingView topic;
-    MemoryListBox nicks;
-    RecordingEntry connectEntry;
-    RecordingEntry disconnectEntry;
-    QString Text1 = QStringLiteral("6667");
+    void Show() override { log("Channel.Show"); }
+    void Hide() override { log("Channel.Hide"); }
 
 private:
-    Journal& m_journal;
+    Journal& log;
+
+public:
+    RecordingView dataIn{QStringLiteral("DataIn"), log};
+    RecordingView topic{QStringLiteral("Topic"), log};
+    MemoryListBox nicks{QStringLiteral("lstNicks"), MemoryListBox::Order::Sorted, log};
+    RecordingEntry connectEntry{QStringLiteral("Connect"), QStringLiteral("&Connect"), true, log};
+    RecordingEntry disconnectEntry{QStringLiteral("Disconnect"), {}, false, log};
+    QString Text1 = QStringLiteral("6667");
 };
 
 // The forms that are only told what to do.
@@ -215,121 +307,140 @@ class RecordingForms final : public NickPrompts, public WebPages, public Program
 {
 public:
     explicit RecordingForms(Journal& journal)
-        : m_journal(journal)
+        : log(journal)
     {
     }
 
-    void showPassword() override;
-    void unloadPassword() override;
-    void showUseNick() override;
-    void navigateHome(const QString& path) override;
-    void navigateMisc(const QString& path) override;
-    void unloadSmallForms() override;
-    void End() override;
+    void showPassword() override { log("frmPassword.Show"); }
+    void unloadPassword() override { log("frmPassword.Unload"); }
+    void showUseNick() override { log("usenick.Show"); }
+    void navigateHome(const QString& path) override { log("Home ", path); }
+    void navigateMisc(const QString& path) override { log("Misc ", path); }
+    void unloadSmallForms() override { log("unloadSmallForms"); }
+    void End() override { log("End"); }
     bool Visible() const override { return debugVisible; }
-    void received(const QString& data) override;
-    void sent(const QString& line) override;
+    void received(const QString& data) override { log("DebugWin >> ", data); }
+    void sent(const QString& line) override { log("DebugWin << ", line); }
 
     bool debugVisible = false;
 
 private:
-    Journal& m_journal;
+    Journal& log;
 };
 
 class RecordingBuddies final : public ContactList
 {
 public:
     explicit RecordingBuddies(Journal& journal)
-        : m_journal(journal)
+        : log(journal)
     {
     }
 
-    void AddUsers(const QString& names) override;
-    void clearOnline() override;
+    void AddUsers(const QString& names) override { log("BuddyList.AddUsers ", names); }
+    void clearOnline() override { log("BuddyList.clear"); }
     bool Visible() const override { return visible; }
-    void Load() override;
-    void Unload() override;
+    void Load() override { log("BuddyList.Load"); }
+    void Unload() override { log("BuddyList.Unload"); }
 
     bool visible = false;
 
 private:
-    Journal& m_journal;
+    Journal& log;
 };
 
 class RecordingLists final : public ListsForm
 {
 public:
     explicit RecordingLists(Journal& journal)
-        : m_journal(journal)
+        : log(journal)
     {
     }
 
-    void AddBEI(const QString& mask, const QString& setter, const QString& time) override;
+    void AddBEI(const QString& mask, const QString& setter, const QString& time) override
+    {
+        log("ChannelInfo.AddBEI ", mask, "|", setter, "|", time);
+    }
     bool Visible() const override { return visible; }
-    void Show() override;
+    void Show() override { log("ChannelInfo.Show"); }
 
     bool visible = false;
 
 private:
-    Journal& m_journal;
+    Journal& log;
 };
 
 class RecordingPopup final : public Popup
 {
 public:
     explicit RecordingPopup(Journal& journal)
-        : m_journal(journal)
+        : log(journal)
     {
     }
 
-    void Show() override;
-    void setBody(const QString& text) override;
+    void Show() override { log("frmPopup.Show"); }
+    void setBody(const QString& text) override { log("frmPopup.Label2=", text); }
 
 private:
-    Journal& m_journal;
+    Journal& log;
 };
 
 class RecordingDialogs final : public Dialogs
 {
 public:
     explicit RecordingDialogs(Journal& journal)
-        : m_journal(journal)
+        : log(journal)
     {
     }
 
-    void MsgBox(const QString& text, const QString& title, Icon icon) override;
-    bool askYesNo(const QString& text, const QString& title) override;
-    QString InputBox(const QString& prompt, const QString& title) override;
-    void Beep() override;
+    void MsgBox(const QString& text, const QString& title, Icon) override
+    {
+        log("MsgBox ", title, ": ", text);
+    }
+    bool askYesNo(const QString& text, const QString& title) override
+    {
+        log("askYesNo ", title, ": ", text);
+        return answerYes;
+    }
+    QString InputBox(const QString& prompt, const QString& title) override
+    {
+        log("InputBox ", title, ": ", prompt);
+        return nextInput;
+    }
+    void Beep() override { log("Beep"); }
 
     bool answerYes = false;
     QString nextInput;
 
 private:
-    Journal& m_journal;
+    Journal& log;
 };
 
-class RecordingQuery final : public PrivateWindow
+class RecordingQuery final : public PrivateWindow, Recorder
 {
 public:
-    RecordingQuery(int number, Journal& journal);
+    RecordingQuery(QString name, Journal& journal)
+        : Recorder(std::move(name), journal)
+    {
+    }
 
     RichTextBox& DataIn() override { return dataIn.view; }
-    void setCaption(const QString& caption) override;
-    void setNickLabel(const QString& nick) override;
-    void setHostLabel(const QString& host) override;
-    void setVisible(bool visible) override;
-    void setTag(const QString& tag) override;
-    void SetFocus() override;
-    void PutText(const QString& nick, const QString& text) override;
-    void Unload() override;
+    void setCaption(const QString& caption) override { log(".Caption=", caption); }
+    void setNickLabel(const QString& nick) override { log(".lblNick=", nick); }
+    void setHostLabel(const QString& host) override { log(".lblHost=", host); }
+    void setVisible(bool visible) override { log(".Visible=", visible); }
+    void setTag(const QString& tag) override { log(".Tag=", tag); }
+    void SetFocus() override { log(".SetFocus"); }
+    void PutText(const QString& nick, const QString& text) override
+    {
+        log(".PutText ", nick, ": ", text);
+    }
+    void Unload() override
+    {
+        QueryNick.clear();
+        log(".Unload");
+    }
 
-private:
-    QString m_name;
-    Journal& m_journal;
-
-public:
-    RecordingView dataIn;
+    RecordingView dataIn{m_name, m_journal};
 };
 
 class RecordingQueries final : public PrivateWindowFactory
@@ -340,7 +451,11 @@ public:
     {
     }
 
-    PrivateWindow& create() override;
+    PrivateWindow& create() override
+    {
+        const QString name = QStringLiteral("Query%1").arg(windows.size() + 1);
+        return *windows.emplace_back(std::make_unique<RecordingQuery>(name, m_journal));
+    }
 
     std::vector<std::unique_ptr<RecordingQuery>> windows;
 
@@ -353,7 +468,10 @@ class MemoryInputBox final : public InputBox
 public:
     QString text() const override { return content; }
     void setText(const QString& text) override { content = text; }
-    void setTypeface(const QString& family, int points) override;
+    void setTypeface(const QString& family, int points) override
+    {
+        typeface = QStringLiteral("%1 %2").arg(family).arg(points);
+    }
 
     QString content;
     QString typeface;

@@ -3,8 +3,6 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
-#include <sys/socket.h>
-
 ScriptedServer::ScriptedServer(const QString& address, quint16 port)
     : m_server(std::make_unique<QTcpServer>())
 {
@@ -41,21 +39,7 @@ void ScriptedServer::say(const QByteArray& bytes)
     m_peer->flush();
 }
 
-void ScriptedServer::sayInSegments(const QByteArray& piece, int times)
-{
-    for (int i = 0; i < times; ++i)
-        say(piece);
-}
-
 void ScriptedServer::closePeer()
 {
     m_peer->disconnectFromHost();
-}
-
-void ScriptedServer::resetPeer()
-{
-    const linger atOnce{1, 0};
-    ::setsockopt(static_cast<int>(m_peer->socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
-                 sizeof atOnce);
-    m_peer->abort();
 }

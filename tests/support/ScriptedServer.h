@@ -26,11 +26,7 @@ public:
     bool peerHasGone() const { return m_peerHasGone; }
 
     void say(const QByteArray& bytes);
-    // Each goes out in a segment of its own.
-    void sayInSegments(const QByteArray& piece, int times);
     void closePeer();
-    // Ends the connection so that the peer sees an error.
-    void resetPeer();
 
 private:
     std::unique_ptr<QTcpServer> m_server;

@@ -86,7 +86,7 @@ void TestConnection::bufferSurvivesAReconnect()
     desk.sock.beConnected();
     desk.take();
     desk.sock.arrive(u"d x\nPING new\n"_s);
-    QCOMPARE(desk.take(), (QStringList{u"<< PONG :old"_s, u"<< PONG :new"_s}));
+    QCOMPARE(desk.take(), RecordingDesk::expected("<< PONG :old\n<< PONG :new"));
 }
 
 void TestConnection::secondChunkDuringAYield()
@@ -108,7 +108,7 @@ void TestConnection::failingLineCostsOnlyItself()
     desk.sock.arrive(u":s MODE #room +o\nPING a x\n:s 333 me #room al soon\nPING b x\n"_s);
     QStringList journal = desk.take();
     journal.removeFirst(); // the mode line is shown before it fails
-    QCOMPARE(journal, (QStringList{u"<< PONG :a"_s, u"<< PONG :b"_s}));
+    QCOMPARE(journal, RecordingDesk::expected("<< PONG :a\n<< PONG :b"));
 }
 
 void TestConnection::nothingIsReadFromAClosedSocket()
@@ -168,17 +168,11 @@ void TestConnection::connecting()
     desk.variables.ServerHost = padded(u"irc.example"_s);
     desk.connection.mnu_File_Connect_Click();
     QCOMPARE(desk.take(),
-             RecordingDesk::expected({
-                 u"sock.Close"_s,
-                 u"Connect.Caption=&Cancel"_s,
-                 u"ident.Close"_s,
-                 u"ident.Listen"_s,
-                 u"DataIn| {C}02Connecting to {B}Quill Harbor Server{B} port {B}6667"_s,
-                 u"sock.Connect irc.example:6667"_s,
-                 u"mnu_Sign=Sign Out"_s,
-                 u"Login.locked=true"_s,
-                 u"cmdCount= Total Chatters :  [ 0 ]"_s,
-             }));
+             RecordingDesk::expected(
+                 "sock.Close\nConnect.Caption=&Cancel\nident.Close\nident.Listen\n"
+                 "DataIn| {C}02Connecting to {B}Quill Harbor Server{B} port {B}6667\n"
+                 "sock.Connect irc.example:6667\nmnu_Sign=Sign Out\nLogin.locked=true\n"
+                 "cmdCount= Total Chatters :  [ 0 ]"));
 }
 
 void TestConnection::badPortText()
@@ -198,17 +192,11 @@ void TestConnection::cancelling()
     desk.connection.mnu_File_Connect_Click();
     desk.take();
     desk.connection.mnu_File_Connect_Click();
-    QCOMPARE(desk.take(), RecordingDesk::expected({
-                              u"Login.cmdSignout"_s,
-                              u"mnu_Sign=Sign In"_s,
-                              u"sock.Close"_s,
-                              u"ident.Close"_s,
-                              u"Text1=6667"_s,
-                              u"Connect.Caption=&Connect"_s,
-                              u"DataIn| {C}05Connection attempt cancelled"_s,
-                              u"Login.locked=false"_s,
-                              u"cmdCount= Total Chatters :  [ 0 ]"_s,
-                          }));
+    QCOMPARE(desk.take(),
+             RecordingDesk::expected(
+                 "Login.cmdSignout\nmnu_Sign=Sign In\nsock.Close\nident.Close\nText1=6667\n"
+                 "Connect.Caption=&Connect\nDataIn| {C}05Connection attempt cancelled\n"
+                 "Login.locked=false\ncmdCount= Total Chatters :  [ 0 ]"));
     desk.channel.connectEntry.setCaption(u"something else"_s);
     desk.take();
     desk.connection.mnu_File_Connect_Click();
@@ -253,8 +241,9 @@ void TestConnection::establishedClosesPrivateWindows()
     desk.take();
     desk.sock.beConnected();
     const QStringList journal = desk.take();
-    QCOMPARE(journal.mid(0, 4), (QStringList{u"lstNicks.Clear"_s, u"Query1.Unload"_s,
-                                             u"Query2.Unload"_s, u"Connect.Enabled=false"_s}));
+    QCOMPARE(journal.mid(0, 4),
+             RecordingDesk::expected(
+                 "lstNicks.Clear\nQuery1.Unload\nQuery2.Unload\nConnect.Enabled=false"));
     QCOMPARE(desk.queries.QueryCount(), 0);
 }
 
@@ -266,20 +255,12 @@ void TestConnection::closedByServer()
     desk.channel.Text1 = u"8867"_s;
     desk.take();
     Q_EMIT desk.sock.CloseEvent();
-    QCOMPARE(desk.take(), RecordingDesk::expected({
-                              u"DataIn| {C}02Disconnected by SERVER from irc.example"_s,
-                              u"sock.Close"_s,
-                              u"ident.Close"_s,
-                              u"lstNicks.Clear"_s,
-                              u"cmdCount= Total Chatters :  [ 0 ]"_s,
-                              u"Connect.Enabled=true"_s,
-                              u"Connect.Caption=&Connect"_s,
-                              u"Disconnect.Enabled=false"_s,
-                              u"BuddyList.clear"_s,
-                              u"Login.cmdSignout"_s,
-                              u"mnu_Sign=Sign In"_s,
-                              u"Login.UnLog"_s,
-                          }));
+    QCOMPARE(desk.take(),
+             RecordingDesk::expected(
+                 "DataIn| {C}02Disconnected by SERVER from irc.example\nsock.Close\n"
+                 "ident.Close\nlstNicks.Clear\ncmdCount= Total Chatters :  [ 0 ]\n"
+                 "Connect.Enabled=true\nConnect.Caption=&Connect\nDisconnect.Enabled=false\n"
+                 "BuddyList.clear\nLogin.cmdSignout\nmnu_Sign=Sign In\nLogin.UnLog"));
     QCOMPARE(desk.channel.Text1, u"8867"_s); // the port stays
     QVERIFY(!desk.connection.isWaitingToRetry());
     QCOMPARE(desk.room.modes.ModeText(), QString());
@@ -303,21 +284,13 @@ void TestConnection::failing()
     desk.variables.Reconnect = reconnect;
     desk.take();
     Q_EMIT desk.sock.ErrorEvent(10061, u"Refused"_s);
-    QCOMPARE(desk.take(), RecordingDesk::expected({
-                              u"Connect.Enabled=true"_s,
-                              u"Disconnect.Enabled=false"_s,
-                              u"Connect.Caption=&Connect"_s,
-                              u"DataIn| {C}04ERROR : Refused"_s,
-                              u"lstNicks.Clear"_s,
-                              u"cmdCount= Total Chatters :  [ 0 ]"_s,
-                              u"Text1=8867"_s,
-                              u"Login.cmdSignout"_s,
-                              u"mnu_Sign=Sign In"_s,
-                              u"Login.UnLog"_s,
-                              u"frmPopup.Show"_s,
-                              u"frmPopup.Label2=Refused"_s,
-                              u"Login.locked=false"_s,
-                          }));
+    QCOMPARE(desk.take(),
+             RecordingDesk::expected(
+                 "Connect.Enabled=true\nDisconnect.Enabled=false\nConnect.Caption=&Connect\n"
+                 "DataIn| {C}04ERROR : Refused\nlstNicks.Clear\n"
+                 "cmdCount= Total Chatters :  [ 0 ]\nText1=8867\nLogin.cmdSignout\n"
+                 "mnu_Sign=Sign In\nLogin.UnLog\nfrmPopup.Show\nfrmPopup.Label2=Refused\n"
+                 "Login.locked=false"));
     QCOMPARE(desk.connection.isWaitingToRetry(), reconnect);
     // Neither the modes nor the topic go with a failure.
     QCOMPARE(desk.room.modes.ModeText(), u"+n"_s);
@@ -394,9 +367,10 @@ void TestConnection::terminating()
     desk.take();
     desk.events.yields = 0;
     desk.connection.mnu_terminate_Click();
-    QCOMPARE(desk.take(), (QStringList{u"<< QUIT :gone"_s, u"ident.Close"_s, u"sock.Close"_s,
-                                       u"unloadSmallForms"_s, u"Query1.Unload"_s,
-                                       u"Query3.Unload"_s, u"End"_s}));
+    QCOMPARE(desk.take(),
+             RecordingDesk::expected(
+                 "<< QUIT :gone\nident.Close\nsock.Close\nunloadSmallForms\nQuery1.Unload\n"
+                 "Query3.Unload\nEnd"));
     QCOMPARE(desk.events.yields, 16);
 }
 
@@ -449,7 +423,7 @@ void TestConnection::identFails()
 {
     RecordingDesk desk;
     Q_EMIT desk.ident.ErrorEvent(1, u"Refused"_s);
-    QCOMPARE(desk.take(), RecordingDesk::expected({u"DataIn| {C}04IDENT Error {C}Refused"_s}));
+    QCOMPARE(desk.take(), RecordingDesk::expected("DataIn| {C}04IDENT Error {C}Refused"));
 }
 
 QTEST_GUILESS_MAIN(TestConnection)

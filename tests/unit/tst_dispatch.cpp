@@ -283,9 +283,8 @@ void TestDispatch::welcome()
     desk.variables.AutoJoin = autoJoin;
     desk.hear(u":s 001 given :Welcome to it"_s);
     QCOMPARE(desk.variables.MyNick, u"given"_s);
-    QCOMPARE(desk.take(),
-             RecordingDesk::expected({u"DataIn| * Welcome to it"_s, u"<< MODE given +i"_s}) +
-                 joins + QStringList({u"Channel.Visible=true"_s, u"Channel.Show"_s}));
+    QCOMPARE(desk.take(), RecordingDesk::expected("DataIn| * Welcome to it\n<< MODE given +i") +
+                              joins + QStringList({u"Channel.Visible=true"_s, u"Channel.Show"_s}));
 }
 
 void TestDispatch::password()
@@ -294,9 +293,10 @@ void TestDispatch::password()
     desk.register_();
     desk.login.Text3 = u"secret"_s;
     desk.hear(u":s 005 me X=1 :are supported"_s);
-    QCOMPARE(desk.take(), RecordingDesk::expected({u"frmPassword.Unload"_s, u"<< IDENTIFY secret"_s,
-                                                   u"Login.cmdSignout"_s, u"Login.Hide"_s,
-                                                   u"DataIn| * X=1 are supported"_s}));
+    QCOMPARE(desk.take(),
+             RecordingDesk::expected(
+                 "frmPassword.Unload\n<< IDENTIFY secret\nLogin.cmdSignout\nLogin.Hide\n"
+                 "DataIn| * X=1 are supported"));
 }
 
 void TestDispatch::roomEntered()
@@ -304,7 +304,7 @@ void TestDispatch::roomEntered()
     RecordingDesk desk;
     desk.register_();
     desk.hear(u":ME!u@h JOIN :#room"_s);
-    QCOMPARE(desk.take(), (QStringList{u"Channel.Visible=true"_s, u"<< MODE #room"_s}));
+    QCOMPARE(desk.take(), RecordingDesk::expected("Channel.Visible=true\n<< MODE #room"));
     QCOMPARE(desk.room.Tag, u"1"_s);
 
     desk.channel.dataIn.view.setText(u"old"_s);
@@ -313,11 +313,11 @@ void TestDispatch::roomEntered()
     QCOMPARE(
         desk.take(),
         RecordingDesk::expected(
-            {u"Topic| xnews"_s, u"DataIn emptied"_s, u"Pause 0.2"_s,
-             u"DataIn| {C}3You have entered to the chat room"_s,
-             u"DataIn| {C}4Welcome To {B}{C}12Quill Harbor Messenger{C}!"_s,
-             u"DataIn| {C}5Checking Your Internet Connection {C}14 Connecting please wait... {C}"_s,
-             u"DataIn| {C}03Topic is \"{C}xnews{C}03\""_s}));
+            "Topic| xnews\nDataIn emptied\nPause 0.2\n"
+            "DataIn| {C}3You have entered to the chat room\n"
+            "DataIn| {C}4Welcome To {B}{C}12Quill Harbor Messenger{C}!\n"
+            "DataIn| {C}5Checking Your Internet Connection {C}14 Connecting please wait... {C}\n"
+            "DataIn| {C}03Topic is \"{C}xnews{C}03\""));
     QCOMPARE(desk.channel.rtbTopic().SelStart(), 0);
 
     desk.hear(u":s 333 me #room al!u@h :86400"_s);
@@ -340,12 +340,11 @@ void TestDispatch::ownJoinAgain()
     desk.hear(u":bob!u@h MODE me +i"_s); // the search comes first, so this is lost, too
     QCOMPARE(desk.take(), QStringList());
     desk.hear(u":bob!u@h PRIVMSG #room :heard"_s);
-    QCOMPARE(desk.take(), RecordingDesk::expected({u"DataIn| {C}12<bob> heard"_s}));
+    QCOMPARE(desk.take(), RecordingDesk::expected("DataIn| {C}12<bob> heard"));
     desk.hear(u":zed!u@h QUIT :x"_s); // walks all rooms, and gets past the last one
     desk.hear(u":me!u@h NICK :you"_s);
-    QCOMPARE(desk.take(),
-             RecordingDesk::expected({u"DataIn| {C}03Your nick is now {B}you"_s,
-                                      u"DataIn| {C}03{B}me{B} is now known as {B}you"_s}));
+    QCOMPARE(desk.take(), RecordingDesk::expected("DataIn| {C}03Your nick is now {B}you\n"
+                                                  "DataIn| {C}03{B}me{B} is now known as {B}you"));
 }
 
 void TestDispatch::ownKick()
@@ -358,24 +357,14 @@ void TestDispatch::ownKick()
     desk.events.onPause << [&] { desk.journal(desk.room.modes.ModeText()); };
     desk.hear(u":op!u@h KICK #room me :go"_s);
     QCOMPARE(desk.take(),
-             RecordingDesk::expected({
-                 u"DataIn| {C}04{B}me{B} was kicked from {B}#room{B} by {B}op{B} [ go ]"_s,
-                 u"cmdCount= Total Chatters : [ 1 ]"_s,
-                 u"Channel.Hide"_s,
-                 u"Login.Show"_s,
-                 u"mnu_Sign=Sign In"_s,
-                 u"Login.UnLog"_s,
-                 u"DataIn| {C}04You were kicked from {B}#room{B} by {B}op{B} [ go ]"_s,
-                 u"sock.Close"_s,
-                 u"lstNicks.Clear"_s,
-                 u"ident.Close"_s,
-                 u"Pause 0.1"_s,
-                 u"+nt"_s,
-                 u"Connect.Enabled=true"_s,
-                 u"Connect.Caption=&Connect"_s,
-                 u"Disconnect.Enabled=false"_s,
-                 u"cmdCount= Total Chatters :  [ 0 ]"_s,
-             }));
+             RecordingDesk::expected(
+                 "DataIn| {C}04{B}me{B} was kicked from {B}#room{B} by {B}op{B} [ go ]\n"
+                 "cmdCount= Total Chatters : [ 1 ]\nChannel.Hide\nLogin.Show\nmnu_Sign=Sign In\n"
+                 "Login.UnLog\n"
+                 "DataIn| {C}04You were kicked from {B}#room{B} by {B}op{B} [ go ]\nsock.Close\n"
+                 "lstNicks.Clear\nident.Close\nPause 0.1\n+nt\nConnect.Enabled=true\n"
+                 "Connect.Caption=&Connect\nDisconnect.Enabled=false\n"
+                 "cmdCount= Total Chatters :  [ 0 ]"));
     QCOMPARE(desk.room.Tag, u"NOPART"_s);
     QCOMPARE(desk.room.modes.ModeText(), QString());
     QCOMPARE(desk.room.nicks.ChatterCount(), 0);
@@ -390,30 +379,16 @@ void TestDispatch::cannotJoin()
         RecordingDesk desk;
         desk.register_();
         desk.hear(":s "_L1 + numeric + " me #shut :Cannot join"_L1);
-        QCOMPARE(desk.take(), RecordingDesk::expected({
-                                  u"DataIn| {C}04You cannot join #shut : Cannot join"_s,
-                                  u"sock.hold"_s,
-                                  u"MsgBox Error: You cannot join #shut : Cannot join"_s,
-                                  u"sock.release"_s,
-                                  u"<< QUIT :gone"_s,
-                                  u"Connect.Enabled=true"_s,
-                                  u"Connect.Caption=&Connect"_s,
-                                  u"Disconnect.Enabled=false"_s,
-                                  u"DataIn| {C}05You are Disconnected from Quill Harbor Server"_s,
-                                  u"sock.Close"_s,
-                                  u"lstNicks.Clear"_s,
-                                  u"Text1=6667"_s,
-                                  u"cmdCount= Total Chatters :  [ 0 ]"_s,
-                                  u"Login.UnLog"_s,
-                                  u"Login.cmdSignout"_s,
-                                  u"mnu_Sign=Sign In"_s,
-                                  u"Login.locked=false"_s,
-                                  u"Login.cmdSignout"_s,
-                                  u"mnu_Sign=Sign In"_s,
-                                  u"Login.Show"_s,
-                                  u"Login.locked=false"_s,
-                                  u"Channel.Hide"_s,
-                              }));
+        QCOMPARE(desk.take(),
+                 RecordingDesk::expected(
+                     "DataIn| {C}04You cannot join #shut : Cannot join\nsock.hold\n"
+                     "MsgBox Error: You cannot join #shut : Cannot join\nsock.release\n"
+                     "<< QUIT :gone\nConnect.Enabled=true\nConnect.Caption=&Connect\n"
+                     "Disconnect.Enabled=false\n"
+                     "DataIn| {C}05You are Disconnected from Quill Harbor Server\nsock.Close\n"
+                     "lstNicks.Clear\nText1=6667\ncmdCount= Total Chatters :  [ 0 ]\nLogin.UnLog\n"
+                     "Login.cmdSignout\nmnu_Sign=Sign In\nLogin.locked=false\nLogin.cmdSignout\n"
+                     "mnu_Sign=Sign In\nLogin.Show\nLogin.locked=false\nChannel.Hide"));
     }
 }
 
@@ -424,14 +399,20 @@ void TestDispatch::namesFillTheRoom()
     desk.hear(u":s 353 me @ #ROOM :~own &adm @op %half +voi  plain "_s);
     QCOMPARE(desk.channel.nicks.rows().join(u' '), u"+voi @adm @op @own half me plain"_s);
     QCOMPARE(desk.room.nicks.ChatterCount(), 7);
+    desk.lists.visible = true;
+    desk.take();
+    desk.hear(u":s 349 me #room :End"_s); // shown already
+    QCOMPARE(desk.take(), QStringList());
+    desk.lists.visible = false;
     desk.variables.ListFetching = true;
     desk.take();
     desk.hear(u":s 367 me #room *!*@x op :123"_s);
     desk.hear(u":s 348 me #room *!*@y"_s);
     desk.hear(u":s 368 me #room :End"_s);
     desk.hear(u":s 367 me #room *!*@z op :123"_s); // nobody asked any more
-    QCOMPARE(desk.take(), (QStringList{u"ChannelInfo.AddBEI *!*@x|op|123"_s,
-                                       u"ChannelInfo.AddBEI *!*@y||"_s, u"ChannelInfo.Show"_s}));
+    QCOMPARE(desk.take(),
+             RecordingDesk::expected(
+                 "ChannelInfo.AddBEI *!*@x|op|123\nChannelInfo.AddBEI *!*@y||\nChannelInfo.Show"));
 }
 
 void TestDispatch::topicIsShownWithoutItsFirstCharacter()
@@ -453,11 +434,10 @@ void TestDispatch::nickChanges()
     desk.queries.OpenQuery(u"pal"_s, {});
     desk.take();
     desk.hear(u":BOB!u@h NICK :rob"_s); // known in the room: his window follows
-    QCOMPARE(desk.take(),
-             RecordingDesk::expected({u"Query1.Caption=rob"_s, u"Query1.lblNick=rob"_s,
-                                      u"DataIn| {C}03{B}BOB{B} is now known as {B}rob"_s}));
+    QCOMPARE(desk.take(), RecordingDesk::expected("Query1.Caption=rob\nQuery1.lblNick=rob\n"
+                                                  "DataIn| {C}03{B}BOB{B} is now known as {B}rob"));
     QCOMPARE(desk.queries.FindQuery(u"rob"_s), 1);
-    QCOMPARE(desk.channel.nicks.rows(), (QStringList{u"@me"_s, u"rob"_s}));
+    QCOMPARE(desk.channel.nicks.rows(), RecordingDesk::expected("@me\nrob"));
     desk.hear(u":pal!u@h NICK :chum"_s); // not in the room: keeps the old nick
     QCOMPARE(desk.take(), QStringList());
     QCOMPARE(desk.queries.FindQuery(u"pal"_s), 2);
@@ -474,19 +454,20 @@ void TestDispatch::privateWindows()
     desk.enterRoom();
     desk.hear(u":Al!u@h PRIVMSG me :first"_s);
     QCOMPARE(desk.take(),
-             (QStringList{u"Query1.Caption=Al"_s, u"Query1.lblNick=Al"_s, u"Query1.lblHost=u@h"_s,
-                          u"Query1.Visible=true"_s, u"Query1.Tag=1"_s, u"Query1.Caption=Al"_s,
-                          u"Query1.lblNick=Al"_s, u"Query1.PutText Al: first"_s}));
+             RecordingDesk::expected(
+                 "Query1.Caption=Al\nQuery1.lblNick=Al\nQuery1.lblHost=u@h\n"
+                 "Query1.Visible=true\nQuery1.Tag=1\nQuery1.Caption=Al\nQuery1.lblNick=Al\n"
+                 "Query1.PutText Al: first"));
     desk.hear(u":AL!u@other PRIVMSG me :second"_s);
-    QCOMPARE(desk.take(), (QStringList{u"Query1.lblHost=u@other"_s, u"Query1.Caption=AL"_s,
-                                       u"Query1.lblNick=AL"_s, u"Query1.PutText AL: second"_s}));
+    QCOMPARE(desk.take(), RecordingDesk::expected(
+                              "Query1.lblHost=u@other\nQuery1.Caption=AL\nQuery1.lblNick=AL\n"
+                              "Query1.PutText AL: second"));
     QCOMPARE(desk.queries.Queries(1).QueryHost, u"u@other"_s);
 
     desk.ignored.AddItem(u"BAD - Blocked"_s);
     desk.hear(u":bad!u@h PRIVMSG me :let me in"_s);
     desk.hear(u":bad!u@h PRIVMSG #room :in the room it is heard"_s);
-    QCOMPARE(desk.take(),
-             RecordingDesk::expected({u"DataIn| {C}12<bad> in the room it is heard"_s}));
+    QCOMPARE(desk.take(), RecordingDesk::expected("DataIn| {C}12<bad> in the room it is heard"));
 
     desk.mnu_pm_yes.setChecked(true); // private talk is off
     desk.hear(u":new!u@h PRIVMSG me :lost"_s);

@@ -75,8 +75,9 @@ void TestQuery::slotIsReused()
     desk.take();
     QCOMPARE(desk.queries.OpenQuery(u"d"_s, u"d!u@h"_s), 2);
     QCOMPARE(desk.take(),
-             (QStringList{u"Query2.Caption=d"_s, u"Query2.lblNick=d"_s, u"Query2.lblHost=u@h"_s,
-                          u"Query2.Visible=true"_s, u"Query2.Tag=2"_s}));
+             RecordingDesk::expected(
+                 "Query2.Caption=d\nQuery2.lblNick=d\nQuery2.lblHost=u@h\nQuery2.Visible=true\n"
+                 "Query2.Tag=2"));
     QCOMPARE(desk.queries.QueryCount(), 3);
     QCOMPARE(desk.windows.windows.size(), std::size_t(3));
 }

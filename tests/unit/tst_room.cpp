@@ -72,13 +72,11 @@ void TestRoom::captions()
     nicks.RemoveNick(u"a"_s);
     nicks.showChatterCount();
     nicks.showNoChatters();
-    QCOMPARE(desk.take(), (QStringList{
-                              u"cmdCount= Total Chatters :  [ 1 ]"_s,
-                              u"cmdCount= Total Chatters :  [ 2 ]"_s,
-                              u"cmdCount= Total Chatters : [ 1 ]"_s,
-                              u"cmdCount= Total Chatters :  [ 1 ]"_s,
-                              u"cmdCount= Total Chatters :  [ 0 ]"_s,
-                          }));
+    QCOMPARE(desk.take(),
+             RecordingDesk::expected(
+                 "cmdCount= Total Chatters :  [ 1 ]\ncmdCount= Total Chatters :  [ 2 ]\n"
+                 "cmdCount= Total Chatters : [ 1 ]\ncmdCount= Total Chatters :  [ 1 ]\n"
+                 "cmdCount= Total Chatters :  [ 0 ]"));
     QCOMPARE(desk.channel.nicks.rows(), QStringList{u"a"_s}); // the second of the two
     nicks.RemoveNick(u"a"_s);
     QCOMPARE(nicks.NickCount(), 0);
@@ -121,10 +119,10 @@ void TestRoom::renaming()
         nicks.AddNick(nick);
     QVERIFY(nicks.ChangeNck(u"BOB"_s, u"zzz"_s)); // in place, flags and all
     QVERIFY(nicks.ChangeNck(u"alice"_s, u"amy"_s));
-    QCOMPARE(desk.channel.nicks.rows(), (QStringList{u"@amy"_s, u"zzz"_s, u"zed"_s}));
+    QCOMPARE(desk.channel.nicks.rows(), RecordingDesk::expected("@amy\nzzz\nzed"));
     nicks.SetVoice(u"zzz"_s, true);
     nicks.SetVoice(u"zzz"_s, false); // a change of rank sorts it afresh
-    QCOMPARE(desk.channel.nicks.rows(), (QStringList{u"@amy"_s, u"zed"_s, u"zzz"_s}));
+    QCOMPARE(desk.channel.nicks.rows(), RecordingDesk::expected("@amy\nzed\nzzz"));
     QVERIFY(!nicks.ChangeNck(u"nobody"_s, u"x"_s));
     desk.channel.nicks.Clear();
     QVERIFY(!nicks.ChangeNck(u"zed"_s, u"ted"_s));
@@ -185,7 +183,7 @@ void TestRoom::sorting()
     for (const QString& nick : {u"zed"_s, u"Bob"_s, u"+voiced"_s, u"@op"_s, u"alice"_s, u"1st"_s})
         desk.room.nicks.AddNick(nick);
     QCOMPARE(desk.channel.nicks.rows(),
-             (QStringList{u"+voiced"_s, u"@op"_s, u"1st"_s, u"alice"_s, u"Bob"_s, u"zed"_s}));
+             RecordingDesk::expected("+voiced\n@op\n1st\nalice\nBob\nzed"));
 }
 
 void TestRoom::modes_data()

@@ -22,7 +22,6 @@ private Q_SLOTS:
     void refused();
     void unknownHost();
     void closedByPeerAfterData();
-    void resetByPeer();
     void lastLineLeavesBeforeClose();
     void arrivesInsideItself();
     void nestingIsBounded();
@@ -140,18 +139,6 @@ void TestWinsock::closedByPeerAfterData()
     pair.server.say(QByteArray(1'000'000, 'x')); // more than is read at a time
     pair.server.closePeer();
     QTRY_COMPARE(order, QStringList{u"1000000"_s});
-}
-
-void TestWinsock::resetByPeer()
-{
-    Pair pair(u"127.9.1.5"_s);
-    QVERIFY(pair.connectBoth());
-    QSignalSpy failed(&pair.sock, &Winsock::ErrorEvent);
-    QSignalSpy closed(&pair.sock, &Winsock::CloseEvent);
-    pair.server.resetPeer();
-    // The toolkit takes a reset for an end; one of the two it is, and only once.
-    QTRY_COMPARE(failed.count() + closed.count(), 1);
-    QVERIFY(pair.sock.state() == Winsock::Failed || pair.sock.state() == Winsock::Closing);
 }
 
 void TestWinsock::lastLineLeavesBeforeClose()
