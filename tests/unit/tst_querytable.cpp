@@ -158,4 +158,4 @@ void TestQuery::thirtyFirst()
 }
 
 QTEST_GUILESS_MAIN(TestQuery)
-#include "tst_query.moc"
+#include "tst_querytable.moc"
