@@ -74,7 +74,7 @@ void BuddyList::connectControls(const Desk& desk)
     handlers.connect(lstNicks, &ListBoxWidget::DblClick, this, [this, &queries] {
         // A click beside the rows names nobody.
         if (lstNicks->ListIndex() != -1)
-            queries.OpenQuery(lstNicks->Text(), {});
+            queries.talkTo(lstNicks->Text());
     });
 }
 

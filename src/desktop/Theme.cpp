@@ -58,6 +58,14 @@ QToolButton:focus { border-color: @tide; }
 QToolButton[link="true"] { color: @sea; }
 QLabel[quiet="true"] { color: @slate; }
 QToolTip { background: @foam; color: @ink; border: 1px solid @shoal; padding: 3px 5px; }
+QScrollBar:vertical { background: transparent; width: 12px; margin: 2px; }
+QScrollBar:horizontal { background: transparent; height: 12px; margin: 2px; }
+QScrollBar::handle { background: @mist; border-radius: 4px; }
+QScrollBar::handle:vertical { min-height: 28px; }
+QScrollBar::handle:horizontal { min-width: 28px; }
+QScrollBar::handle:hover { background: @shoal; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 QSplitter::handle { background: transparent; width: 8px; }
 )"_L1;
 

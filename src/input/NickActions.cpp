@@ -143,7 +143,7 @@ void NickActions::lstNicks_DblClick()
         return;
     const QString selected = nick();
     if (!holdsRow(m_parts.ignoreRows(), blockedRow(selected)))
-        m_parts.queries.OpenQuery(selected, {});
+        m_parts.queries.talkTo(selected);
 }
 
 QString NickActions::nick() const
@@ -172,7 +172,7 @@ void NickActions::mnu_nicks_pm_Click()
 {
     // Nothing here looks for a block first: opening a blocked conversation is a failure.
     if (isConnected())
-        m_parts.queries.OpenQuery(nick(), {});
+        m_parts.queries.talkTo(nick());
 }
 
 void NickActions::mnu_blocked_Click()

@@ -86,6 +86,8 @@ QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures)
     , m_image2(new SvgPicture(u":/forms/send.svg"_s, this))
 {
     setMouseTracking(true);
+    // A stranger's message must not take the keyboard from what the user is typing elsewhere.
+    setAttribute(Qt::WA_ShowWithoutActivating);
 
     m_dataIn->setObjectName(u"DataIn"_s);
     m_dataIn->setAccessibleName(u"Conversation"_s);

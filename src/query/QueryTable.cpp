@@ -57,6 +57,12 @@ int QueryTable::OpenQuery(const QString& nick, const QString& host)
     return slot;
 }
 
+void QueryTable::talkTo(const QString& nick)
+{
+    if (const int slot = OpenQuery(nick, {}); slot != 0)
+        Queries(slot).SetFocus();
+}
+
 PrivateWindow& QueryTable::Queries(int slot) const
 {
     PrivateWindow* window = m_queries(slot);

@@ -34,6 +34,8 @@ public:
     bool QueryVisible(const QString& nick);
     // The slot of a new or reused window, 0 otherwise. Raises what QueryVisible raises.
     int OpenQuery(const QString& nick, const QString& host);
+    // The same by the user's own wish: a new window comes to the front as an open one does.
+    void talkTo(const QString& nick);
 
     PrivateWindow& Queries(int slot) const;
     int QueryCount() const { return m_queryCount; }

@@ -327,9 +327,16 @@ void ChatViewTest::drawsPictures()
     QVERIFY(std::abs(picture.width() - size.width()) <= 1); // its place may be a fraction
     QVERIFY(picture.height() >= size.height());
     QVERIFY(m_view->characterRect(position(u"next"_s)).top() > picture.top() + size.height() - 1);
-    const QImage shown = m_view->viewport()->grab().toImage();
-    const QPoint middle = picture.center() * shown.devicePixelRatio();
-    QCOMPARE(shown.pixelColor(middle), QColor(0, 0xc0, 0));
+    const auto middle = [&] {
+        const QImage shown = m_view->viewport()->grab().toImage();
+        return shown.pixelColor(picture.center() * shown.devicePixelRatio());
+    };
+    QCOMPARE(middle(), QColor(0, 0xc0, 0));
+
+    // The picture in sight stays what it is while new ones come to be known.
+    for (int i = 0; i < 64; ++i)
+        m_view->InsertPicture({QString::number(i), QString::number(i), {1, 1}});
+    QCOMPARE(middle(), QColor(0, 0xc0, 0));
 }
 
 void ChatViewTest::isReadableOnADarkBase()
