@@ -1,0 +1,57 @@
+#include "desktop/About.h"
+
+#include "platform/SvgPicture.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::array paragraphs{
+    "A small chat client for one network and its one room. Sign in, talk, whisper, and keep an "
+    "eye on your buddies."_L1,
+    "Written and drawn by the Quill Harbor crew: the keepers who wrote it, the sailors who tried "
+    "it in all weathers, and the artist of the harbour cat."_L1,
+    "It comes without any warranty. Fair winds!"_L1,
+};
+
+} // namespace
+
+About::About()
+{
+    setObjectName("About"_L1);
+    setWindowTitle(u"About QuillHarbor Alpha 1.0a"_s);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(12, 12, 12, 12);
+    layout->setSpacing(8);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+
+    auto* picture = new SvgPicture(u":/forms/about.svg"_s, this);
+    picture->setObjectName("Picture1"_L1);
+    picture->setAccessibleName(u"A boat under a quill sail comes home to the harbour"_s);
+    picture->setFixedSize(picture->sizeHint());
+    layout->addWidget(picture);
+
+    const auto addLabel = [&](const QString& name, const QString& text) {
+        auto* label = new QLabel(text, this);
+        label->setObjectName(name);
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+        label->setFixedWidth(picture->width());
+        layout->addWidget(label);
+        return label;
+    };
+    QLabel* title = addLabel(u"Label1"_s, u"QuillHarbor Messenger 1.0"_s);
+    QFont font = title->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * 1.4);
+    title->setFont(font);
+    int number = 2;
+    for (const auto& paragraph : paragraphs)
+        addLabel(QStringLiteral("Label%1").arg(number++), paragraph);
+}

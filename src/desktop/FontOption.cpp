@@ -1,0 +1,106 @@
+#include "desktop/FontOption.h"
+
+#include "common/Conversions.h"
+#include "common/SessionVariables.h"
+#include "common/TextHelpers.h"
+#include "desktop/xpButton.h"
+#include "platform/Handlers.h"
+
+#include <QComboBox>
+#include <QCompleter>
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRegularExpressionValidator>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QComboBox* makeCombo(const QString& name, const QString& accessibleName, QWidget* parent)
+{
+    auto* combo = new QComboBox(parent);
+    combo->setObjectName(name);
+    combo->setAccessibleName(accessibleName);
+    combo->setEditable(true);
+    combo->setInsertPolicy(QComboBox::NoInsert);
+    return combo;
+}
+
+} // namespace
+
+FontOption::FontOption(const Handlers& handlers, SessionVariables& variables)
+    : m_variables(variables)
+    , Label12(new QLabel(u"Font:"_s, this))
+    , cmbFontName(makeCombo(u"cmbFontName"_s, u"Font name"_s, this))
+    , cmbFontSize(makeCombo(u"cmbFontSize"_s, u"Font size"_s, this))
+    , command1(new xpButton(u"OK"_s, xpButton::Big, this))
+{
+    setObjectName("FontOption"_L1);
+    setWindowTitle(u"Change Your Font Name and Font Size"_s);
+
+    Label12->setObjectName("Label12"_L1);
+    // Completing inside the line would make an installed name of every beginning of one.
+    cmbFontName->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    cmbFontName->setMinimumContentsLength(22);
+    cmbFontSize->setCompleter(nullptr);
+    cmbFontSize->setMinimumContentsLength(4);
+    cmbFontSize->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(u"[+-]?[0-9]{0,5}"_s), cmbFontSize));
+    command1->setObjectName("command1"_L1);
+    command1->setAccessibleName(u"OK"_s);
+
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(12, 12, 12, 12);
+    layout->setSpacing(8);
+    layout->addWidget(Label12, 0, 0);
+    layout->addWidget(cmbFontName, 0, 1);
+    layout->addWidget(cmbFontSize, 0, 2);
+    layout->addWidget(command1, 1, 1, 1, 2, Qt::AlignRight);
+    layout->setColumnStretch(1, 1);
+    layout->setRowStretch(2, 1);
+
+    setTabOrder(cmbFontName, cmbFontSize);
+    setTabOrder(cmbFontSize, command1);
+    new ButtonKeys(this);
+    handlers.connect(command1, &xpButton::Click, this, [this] { command1_Click(); });
+}
+
+void FontOption::Form_Load()
+{
+    LoadFonts();
+    LoadFontsSize();
+}
+
+void FontOption::LoadFonts()
+{
+    cmbFontName->addItems(QFontDatabase::families());
+    cmbFontName->setCurrentIndex(-1);
+    const QString fontName = beforeNul(m_variables.FontName).toLower();
+    for (int i = 0; i < cmbFontName->count(); ++i) {
+        if (cmbFontName->itemText(i).toLower() == fontName)
+            cmbFontName->setCurrentIndex(i);
+    }
+    cmbFontSize->setEditText(QString::number(m_variables.FontSize));
+}
+
+void FontOption::LoadFontsSize()
+{
+    // As many sizes as there are fonts: it has always counted the other list.
+    const qsizetype fonts = QFontDatabase::families().size();
+    QStringList sizes;
+    for (qsizetype i = 1; i <= fonts; ++i)
+        sizes += QString::number(i - 1);
+    cmbFontSize->addItems(sizes);
+    cmbFontSize->setCurrentIndex(cmbFontSize->findText(u"0"_s));
+    cmbFontSize->setEditText(QString::number(m_variables.FontSize));
+}
+
+void FontOption::command1_Click()
+{
+    if (!cmbFontName->currentText().isEmpty())
+        m_variables.FontName = cmbFontName->currentText();
+    m_variables.FontSize = toInt16(cmbFontSize->currentText());
+    Unload();
+}

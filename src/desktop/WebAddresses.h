@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+// The web pages that the program knows. Their hosts are values of the build.
+namespace webAddresses {
+
+QString onHost(const QString& path); // a page of the network's own site
+QString home();
+QString misc();
+QString author();
+QString feedback();
+QString search();
+
+} // namespace webAddresses

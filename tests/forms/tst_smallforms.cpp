@@ -1,0 +1,326 @@
+#include "common/SessionVariables.h"
+#include "common/TextHelpers.h"
+#include "desktop/About.h"
+#include "desktop/Author.h"
+#include "desktop/FontOption.h"
+#include "desktop/Modules.h"
+#include "desktop/Sounds.h"
+#include "desktop/frmPopup.h"
+#include "desktop/xpButton.h"
+#include "platform/ActionEntry.h"
+#include "platform/EventLoop.h"
+#include "platform/Handlers.h"
+#include "platform/Resources.h"
+
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class RecordingPlayer final : public WavePlayer
+{
+public:
+    bool play(const QString& file) override
+    {
+        played += file;
+        return true;
+    }
+
+    QStringList played;
+};
+
+} // namespace
+
+// The popup, the sound option, the choice of fonts and the two forms that tell about the program.
+class tst_smallforms final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { loadResources(); }
+    void init() { m_fatal.clear(); }
+
+    void popupRisesAndGoes();
+    void secondShowLeavesTheFirst();
+    void popupClicksShowTheChannel_data();
+    void popupClicksShowTheChannel();
+    void unloadedPopupStaysAway();
+    void longBodyIsWrittenSmaller();
+
+    void soundFollowsTheEntries();
+    void entriesExcludeEachOther();
+    void missingSoundIsSilent();
+    void shippedModulePlays();
+
+    void fontChoice_data();
+    void fontChoice();
+    void fontListsAreFilled();
+    void sizeThatIsNoNumberIsFatal();
+
+    void authorLinkByMouseAndKeyboard();
+    void aboutShowsWhatItIs();
+
+private:
+    QString m_fatal;
+    const Handlers m_handlers{[this](const QString& message) { m_fatal = message; }};
+    QtEventLoop m_events;
+    int m_channelShown = 0;
+    FormSlot<frmPopup> m_popup{[this] {
+        return std::make_unique<frmPopup>(m_handlers, m_events, [this] { ++m_channelShown; });
+    }};
+};
+
+void tst_smallforms::popupRisesAndGoes()
+{
+    PopupOnDemand popup(m_popup);
+    popup.Show();
+    QVERIFY(m_popup.isVisible());
+    QPointer<frmPopup> form = &m_popup();
+    QVERIFY(form->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    QVERIFY(!form->isActiveWindow());
+
+    const QRect screen = form->screen()->geometry();
+    QTRY_COMPARE(form->height(), 116); // 1740 twips
+    QCOMPARE(form->y(), screen.bottom() + 1 - 2190 / 15);
+    QCOMPARE(form->x(), (screen.width() * 15 - 320 * 15 - 200) / 15);
+
+    QTRY_VERIFY_WITH_TIMEOUT(!m_popup.isLoaded(), 10000);
+    QTRY_VERIFY(form.isNull());
+    QVERIFY2(m_fatal.isEmpty(), qPrintable(m_fatal));
+}
+
+void tst_smallforms::secondShowLeavesTheFirst()
+{
+    PopupOnDemand popup(m_popup);
+    popup.Show();
+    popup.setBody(u"The remote host closed the connection"_s);
+    const auto* form = &m_popup();
+    QTRY_COMPARE(form->height(), 116);
+    const QRect place = form->geometry();
+
+    popup.Show();
+    QCOMPARE(&m_popup(), form);
+    QCOMPARE(form->geometry(), place);
+    QCOMPARE(form->findChild<QLabel*>(u"Label2"_s)->text(),
+             u"The remote host closed the connection"_s);
+    m_popup.Unload();
+}
+
+void tst_smallforms::popupClicksShowTheChannel_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<bool>("twice");
+    QTest::addColumn<int>("shown");
+    QTest::newRow("text") << u"Label2"_s << false << 1;
+    QTest::newRow("form") << QString() << false << 0;
+    QTest::newRow("form, double click") << QString() << true << 1;
+}
+
+void tst_smallforms::popupClicksShowTheChannel()
+{
+    QFETCH(QString, target);
+    QFETCH(bool, twice);
+    m_channelShown = 0;
+    m_popup().Show();
+    QWidget* widget = target.isEmpty() ? &m_popup() : m_popup().findChild<QWidget*>(target);
+    if (twice)
+        QTest::mouseDClick(widget, Qt::LeftButton);
+    else
+        QTest::mouseClick(widget, Qt::LeftButton);
+    QTEST(m_channelShown, "shown");
+    QVERIFY(m_popup.isVisible()); // only its timer ends it
+    m_popup.Unload();
+}
+
+void tst_smallforms::unloadedPopupStaysAway()
+{
+    m_popup().Show();
+    m_popup.Unload();
+    QTest::qWait(0);
+    QVERIFY(!m_popup.isLoaded());
+    m_popup().Show(); // a new one, with the text of the design
+    QVERIFY(m_popup()
+                .findChild<QLabel*>(u"Label2"_s)
+                ->text()
+                .startsWith(u"Messenger is already running! DOUBLE CLICK HERE"_s));
+    m_popup.Unload();
+}
+
+void tst_smallforms::longBodyIsWrittenSmaller()
+{
+    auto* label = m_popup().findChild<QLabel*>(u"Label2"_s);
+    m_popup().setBody(u"Connection refused"_s);
+    const double usual = label->font().pointSizeF();
+    m_popup().setBody(
+        u"The host name of the server is not known to any name server "_s.repeated(3));
+    QVERIFY(label->font().pointSizeF() < usual);
+    QVERIFY(label->heightForWidth(label->width()) <= label->height());
+    m_popup.Unload();
+}
+
+void tst_smallforms::soundFollowsTheEntries()
+{
+    QTemporaryDir folder;
+    QFile wave(folder.filePath(u"send.wav"_s));
+    QVERIFY(wave.open(QIODevice::WriteOnly));
+    ActionEntry no;
+    ActionEntry yes;
+    no.setCheckable(true);
+    yes.setCheckable(true);
+    RecordingPlayer player;
+    Sounds sounds(no, yes, player, {u"/nowhere"_s, folder.path()});
+
+    QVERIFY(no.Checked()); // captioned "Yes"
+    QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::optional(true));
+    QCOMPARE(player.played, QStringList{wave.fileName()});
+
+    yes.setChecked(true); // off wins when both are ticked
+    QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::nullopt);
+    yes.setChecked(false);
+    no.setChecked(false);
+    QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::nullopt);
+    QCOMPARE(player.played.size(), 1);
+}
+
+void tst_smallforms::entriesExcludeEachOther()
+{
+    ActionEntry no;
+    ActionEntry yes;
+    no.setCheckable(true);
+    yes.setCheckable(true);
+    RecordingPlayer player;
+    Sounds sounds(no, yes, player, {});
+    m_handlers.connect(&no, &QAction::triggered, this, [&] { sounds.mnu_sound_no_Click(); });
+    m_handlers.connect(&yes, &QAction::triggered, this, [&] { sounds.mnu_sound_yes_Click(); });
+
+    const auto state = [&] { return std::pair(no.Checked(), yes.Checked()); };
+    yes.trigger();
+    QCOMPARE(state(), std::pair(false, true));
+    yes.trigger(); // the checked one gives its mark to the other
+    QCOMPARE(state(), std::pair(true, false));
+    no.trigger();
+    QCOMPARE(state(), std::pair(false, true));
+    no.trigger();
+    QCOMPARE(state(), std::pair(true, false));
+}
+
+void tst_smallforms::missingSoundIsSilent()
+{
+    ActionEntry no;
+    ActionEntry yes;
+    no.setCheckable(true);
+    const Modules nothing({u"/nowhere"_s});
+    WavePlayerOnDemand player(nothing);
+    QVERIFY(!player.play(u"/nowhere/send.wav"_s));
+    Sounds sounds(no, yes, player, {u"/nowhere"_s});
+    QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::optional(false));
+}
+
+void tst_smallforms::shippedModulePlays()
+{
+    const QString program = QCoreApplication::applicationDirPath() + "/../src"_L1;
+    const Modules modules({program + "/modules"_L1});
+    WavePlayerOnDemand player(modules);
+    QVERIFY(player.play(program + "/send.wav"_L1));
+    QVERIFY(player.play(program + "/send.wav"_L1)); // while the first may still sound
+    QVERIFY(!player.play(u"/nowhere/send.wav"_s));
+}
+
+void tst_smallforms::fontChoice_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<QString>("expectedName");
+    QTest::addColumn<int>("expectedSize");
+    QTest::newRow("not installed") << u"No Such Face"_s << u"14"_s << u"No Such Face"_s << 14;
+    QTest::newRow("beginning of an installed one") << u"De"_s << u"9"_s << u"De"_s << 9;
+    QTest::newRow("no name keeps the old") << QString() << u"12"_s << u"Arial"_s << 12;
+    QTest::newRow("below zero") << u"Arial"_s << u"-3"_s << u"Arial"_s << -3;
+}
+
+void tst_smallforms::fontChoice()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, size);
+    SessionVariables variables;
+    variables.FontName = u"Arial"_s.leftJustified(255, QChar(0));
+    variables.FontSize = 10;
+    FormSlot<FontOption> slot([&] { return std::make_unique<FontOption>(m_handlers, variables); });
+    slot->Show();
+    auto* cmbFontName = slot->findChild<QComboBox*>(u"cmbFontName"_s);
+    auto* cmbFontSize = slot->findChild<QComboBox*>(u"cmbFontSize"_s);
+    QCOMPARE(cmbFontSize->currentText(), u"10"_s);
+
+    for (const auto& [combo, text] : {std::pair(cmbFontName, name), std::pair(cmbFontSize, size)}) {
+        combo->setFocus();
+        combo->lineEdit()->clear();
+        QTest::keyClicks(combo, text);
+    }
+    slot->findChild<xpButton*>()->setFocus();
+    QTest::keyClick(slot->findChild<xpButton*>(), Qt::Key_Space);
+
+    QVERIFY2(m_fatal.isEmpty(), qPrintable(m_fatal));
+    QVERIFY(!slot.isLoaded());
+    QTEST(beforeNul(variables.FontName), "expectedName");
+    QTEST(static_cast<int>(variables.FontSize), "expectedSize");
+}
+
+void tst_smallforms::fontListsAreFilled()
+{
+    const QStringList families = QFontDatabase::families();
+    QVERIFY(!families.isEmpty());
+    SessionVariables variables;
+    variables.FontName = families.last().toUpper();
+    FontOption form(m_handlers, variables);
+    form.Form_Load();
+
+    const auto* names = form.findChild<QComboBox*>(u"cmbFontName"_s);
+    QCOMPARE(names->count(), families.size());
+    QCOMPARE(names->currentText(), families.last());
+    const auto* sizes = form.findChild<QComboBox*>(u"cmbFontSize"_s);
+    QCOMPARE(sizes->count(), families.size());
+    QCOMPARE(sizes->itemText(0), u"0"_s);
+    QCOMPARE(sizes->itemText(sizes->count() - 1), QString::number(families.size() - 1));
+}
+
+void tst_smallforms::sizeThatIsNoNumberIsFatal()
+{
+    SessionVariables variables;
+    FontOption form(m_handlers, variables);
+    form.Form_Load();
+    form.findChild<QComboBox*>(u"cmbFontSize"_s)->setEditText(QString());
+    form.findChild<xpButton*>()->click();
+    QCOMPARE(m_fatal, u"Run-time error '13':\n\nType mismatch"_s);
+}
+
+void tst_smallforms::authorLinkByMouseAndKeyboard()
+{
+    QStringList opened;
+    Author form(m_handlers, [&](const QString& address) { opened += address; });
+    form.Show();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    auto* link = form.findChild<QLabel*>(u"Label10"_s);
+    QTest::mouseClick(link, Qt::LeftButton, {}, QPoint(12, link->height() / 2));
+    QCOMPARE(opened, QStringList{u"http://localhost:8667/qhmauthor"_s});
+    QTest::keyClick(&form, Qt::Key_Tab);
+    QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+    QCOMPARE(opened.size(), 2);
+}
+
+void tst_smallforms::aboutShowsWhatItIs()
+{
+    About form;
+    form.Show();
+    QCOMPARE(form.windowTitle(), u"About QuillHarbor Alpha 1.0a"_s);
+    const QImage picture = form.findChild<QWidget*>(u"Picture1"_s)->grab().toImage();
+    QVERIFY(picture.pixelColor(10, 10) != picture.pixelColor(10, picture.height() - 10));
+}
+
+QTEST_MAIN(tst_smallforms)
+#include "tst_smallforms.moc"
