@@ -58,8 +58,7 @@ FontOption::FontOption(const Handlers& handlers, SessionVariables& variables)
     layout->addWidget(cmbFontName, 0, 1);
     layout->addWidget(cmbFontSize, 0, 2);
     layout->addWidget(command1, 1, 1, 1, 2, Qt::AlignRight);
-    layout->setColumnStretch(1, 1);
-    layout->setRowStretch(2, 1);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
 
     setTabOrder(cmbFontName, cmbFontSize);
     setTabOrder(cmbFontSize, command1);
