@@ -5,6 +5,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
 
+#include <QEvent>
 #include <QScopedValueRollback>
 #include <QWidget>
 
@@ -16,15 +17,30 @@ constexpr int tipLength = 63; // the field has 64 characters, and the last one e
 
 } // namespace
 
+WidgetSourceForm::WidgetSourceForm(QWidget& window)
+    : m_window(window)
+{
+    m_window.installEventFilter(this);
+}
+
+bool WidgetSourceForm::eventFilter(QObject* watched, QEvent* event)
+{
+    // A spontaneous one tells of the desktop's icon for the window, not of a window shown.
+    if (event->type() == QEvent::Show && !event->spontaneous())
+        m_hiddenMinimized = false;
+    return QObject::eventFilter(watched, event);
+}
+
 int WidgetSourceForm::WindowState() const
 {
-    if (m_window.isMinimized())
+    if (m_hiddenMinimized || m_window.isMinimized())
         return Minimized;
     return m_window.isMaximized() ? Maximized : Normal;
 }
 
 void WidgetSourceForm::setWindowState(int state)
 {
+    m_hiddenMinimized = false;
     m_window.setWindowState(state == Minimized   ? Qt::WindowMinimized
                             : state == Maximized ? Qt::WindowMaximized
                                                  : Qt::WindowNoState);
@@ -39,7 +55,11 @@ void WidgetSourceForm::Show()
 
 void WidgetSourceForm::Hide()
 {
+    const bool minimized = WindowState() == Minimized;
     m_window.hide();
+    // Whoever shows it next wants to see it.
+    m_window.setWindowState(m_window.windowState() & ~Qt::WindowMinimized);
+    m_hiddenMinimized = minimized;
 }
 
 void WidgetSourceForm::setCaption(const QString& caption)

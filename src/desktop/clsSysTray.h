@@ -25,13 +25,13 @@ public:
     virtual QIcon Icon() const = 0;
 };
 
-class WidgetSourceForm final : public SourceForm
+// A window of the toolkit. A desktop forgets that a window was minimised once it is hidden, so that
+// is kept here until the window is shown again.
+class WidgetSourceForm final : public QObject, public SourceForm
 {
+    Q_OBJECT
 public:
-    explicit WidgetSourceForm(QWidget& window)
-        : m_window(window)
-    {
-    }
+    explicit WidgetSourceForm(QWidget& window);
 
     int WindowState() const override;
     void setWindowState(int state) override;
@@ -40,8 +40,12 @@ public:
     void setCaption(const QString& caption) override;
     QIcon Icon() const override;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QWidget& m_window;
+    bool m_hiddenMinimized = false;
 };
 
 // One icon in the notification area and the six events of its two buttons. Order of use: source

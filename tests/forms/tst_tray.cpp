@@ -235,6 +235,14 @@ void tst_tray::realWindow()
     Q_EMIT m_area->mouse(Message::LButtonDblClk);
     QVERIFY(window.isVisible());
     QVERIFY(window.isMaximized());
+
+    // Shown by something else meanwhile, it is an ordinary window again.
+    Q_EMIT m_area->mouse(Message::LButtonDblClk);
+    window.setWindowState(Qt::WindowNoState); // as a desktop does with a window that is hidden
+    QCOMPARE(form.WindowState(), 1);
+    window.show();
+    QCOMPARE(form.WindowState(), 0);
+    QVERIFY(!window.isMinimized());
 }
 
 void tst_tray::activationReasons_data()
