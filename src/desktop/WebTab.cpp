@@ -1,0 +1,137 @@
+#include "desktop/WebTab.h"
+
+#include "desktop/xpButton.h"
+#include "platform/Handlers.h"
+
+#include <QLabel>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+WebTab::WebTab(const Handlers& handlers, AskEngine askEngine, Pages pages,
+               std::chrono::milliseconds discardAfter)
+    : m_askEngine(std::move(askEngine))
+    , m_pages(std::move(pages))
+    , m_discardAfter(discardAfter)
+    , m_layout(new QStackedLayout(this))
+    , m_notice(new QWidget)
+    , m_noticeTitle(new QLabel)
+    , m_noticeText(new QLabel)
+    , cmdRetry(new xpButton(u"Try again"_s, xpButton::Long))
+{
+    m_noticeTitle->setObjectName("lblNoticeTitle"_L1);
+    m_noticeText->setObjectName("lblNotice"_L1);
+    cmdRetry->setObjectName("cmdRetry"_L1);
+    cmdRetry->setAccessibleName(u"Try again to load the page"_s);
+
+    QFont font = m_noticeTitle->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * 1.3);
+    m_noticeTitle->setFont(font);
+    auto* lines = new QVBoxLayout(m_notice);
+    lines->setContentsMargins(12, 12, 12, 12);
+    lines->setSpacing(8);
+    lines->addStretch(1);
+    for (QLabel* label : {m_noticeTitle, m_noticeText}) {
+        label->setTextFormat(Qt::PlainText); // addresses and reasons come from elsewhere
+        label->setWordWrap(true);
+        label->setAlignment(Qt::AlignCenter);
+        lines->addWidget(label);
+    }
+    lines->addSpacing(8);
+    lines->addWidget(cmdRetry, 0, Qt::AlignHCenter);
+    lines->addStretch(2);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->addWidget(m_notice);
+    showNotice(u"Nothing here yet"_s, u"This page opens when you are connected."_s, false);
+
+    new ButtonKeys(m_notice);
+    handlers.connect(cmdRetry, &xpButton::Click, this, [this] { Refresh(); });
+}
+
+WebTab::~WebTab() = default;
+
+void WebTab::Navigate(const QString& address)
+{
+    const QUrl url(address);
+    if (url.isValid() && (url.scheme() == "http"_L1 || url.scheme() == "https"_L1))
+        load(url);
+}
+
+void WebTab::load(const QUrl& address)
+{
+    if (!m_asked) {
+        m_asked = true;
+        const WebModule::Answer answer = m_askEngine();
+        if (answer.engine) {
+            m_view = answer.engine->create(this, *this, m_discardAfter);
+            m_layout->addWidget(m_view->widget());
+        } else {
+            showNotice(u"No web page today"_s, answer.reason, false);
+        }
+    }
+    if (m_view)
+        m_view->load(address);
+}
+
+void WebTab::GoBack()
+{
+    if (m_view)
+        m_view->back();
+}
+
+void WebTab::GoForward()
+{
+    if (m_view)
+        m_view->forward();
+}
+
+void WebTab::GoHome()
+{
+    Navigate(m_pages.own);
+}
+
+void WebTab::GoSearch()
+{
+    Navigate(m_pages.search);
+}
+
+void WebTab::Refresh()
+{
+    if (!m_failedAddress.isEmpty())
+        load(m_failedAddress);
+    else if (m_view)
+        m_view->reload();
+}
+
+void WebTab::Stop()
+{
+    if (m_view)
+        m_view->stop();
+}
+
+void WebTab::started()
+{
+    m_failedAddress.clear();
+    m_layout->setCurrentWidget(m_view->widget());
+}
+
+void WebTab::finished() {}
+
+void WebTab::failed(const QUrl& address, const QString& reason)
+{
+    m_failedAddress = address;
+    showNotice(u"This page did not load"_s,
+               reason.isEmpty() ? address.toDisplayString()
+                                : QString(address.toDisplayString() + u'\n' + reason),
+               true);
+}
+
+void WebTab::showNotice(const QString& title, const QString& text, bool retry)
+{
+    m_noticeTitle->setText(title);
+    m_noticeText->setText(text);
+    cmdRetry->setVisible(retry);
+    m_layout->setCurrentWidget(m_notice);
+}

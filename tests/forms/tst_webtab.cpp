@@ -1,0 +1,423 @@
+#include "desktop/Modules.h"
+#include "desktop/WebAddresses.h"
+#include "desktop/WebModule.h"
+#include "desktop/WebTab.h"
+#include "desktop/WebToolBar.h"
+#include "desktop/xpButton.h"
+#include "platform/Handlers.h"
+#include "platform/Resources.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QPointer>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class FakeView final : public WebView
+{
+public:
+    FakeView(QWidget* parent, WebViewListener& listener, QStringList& calls)
+        : listener(listener)
+        , m_calls(calls)
+        , m_widget(new QWidget(parent))
+    {
+        m_widget->setObjectName("page"_L1);
+    }
+    ~FakeView() override { delete m_widget; }
+
+    QWidget* widget() override { return m_widget; }
+    void load(const QUrl& address) override
+    {
+        m_calls += QString("load "_L1 + address.toString());
+        listener.started();
+    }
+    void back() override { m_calls += u"back"_s; }
+    void forward() override { m_calls += u"forward"_s; }
+    void reload() override { m_calls += u"reload"_s; }
+    void stop() override { m_calls += u"stop"_s; }
+
+    WebViewListener& listener;
+
+private:
+    QStringList& m_calls;
+    QPointer<QWidget> m_widget;
+};
+
+class FakeEngine final : public WebEngine
+{
+public:
+    std::unique_ptr<WebView> create(QWidget* parent, WebViewListener& listener,
+                                    std::chrono::milliseconds) override
+    {
+        auto made = std::make_unique<FakeView>(parent, listener, calls);
+        view = made.get();
+        return made;
+    }
+
+    QStringList calls;
+    FakeView* view = nullptr;
+};
+
+// A browser at the end of its history.
+class FailingBrowser final : public WebBrowser
+{
+public:
+    void Navigate(const QString&) override { fail(u"Navigate"_s); }
+    void GoBack() override { fail(u"Back"_s); }
+    void GoForward() override { fail(u"Forward"_s); }
+    void GoHome() override { fail(u"Home"_s); }
+    void GoSearch() override { fail(u"Search"_s); }
+    void Refresh() override { fail(u"Refresh"_s); }
+    void Stop() override { fail(u"Stop"_s); }
+
+    QStringList calls;
+
+private:
+    void fail(const QString& call)
+    {
+        calls += call;
+        throw RunTimeError(RunTimeError::Number::ObjectRequired);
+    }
+};
+
+// Answers each path with its page and keeps the paths that were asked for.
+class PageServer final : public QTcpServer
+{
+public:
+    PageServer()
+    {
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            QTcpSocket* socket = nextPendingConnection();
+            connect(socket, &QTcpSocket::readyRead, this, [this, socket] { answer(socket); });
+        });
+    }
+
+    QString address(const QString& path) const
+    {
+        return QStringLiteral("http://127.0.0.1:%1%2").arg(serverPort()).arg(path);
+    }
+
+    QHash<QString, QByteArray> pages;
+    QByteArray disposition; // of what is not a page
+    QStringList asked;
+
+private:
+    void answer(QTcpSocket* socket)
+    {
+        if (!socket->canReadLine())
+            return;
+        const QString path = QString::fromLatin1(socket->readAll()).section(u' ', 1, 1);
+        asked += path;
+        const bool download = path == "/download"_L1;
+        const QByteArray body = pages.value(path, "<p>nothing");
+        socket->write("HTTP/1.1 200 OK\r\nConnection: close\r\nCache-Control: no-store\r\n" +
+                      QByteArray(download ? "Content-Type: application/octet-stream\r\n"
+                                            "Content-Disposition: attachment; filename=x.bin\r\n"
+                                          : "Content-Type: text/html\r\n") +
+                      "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
+        socket->disconnectFromHost();
+    }
+};
+
+} // namespace
+
+// A tab with a web page: what it asks of the engine, what it says without one, and the engine.
+class tst_webtab final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void engineComesWithTheFirstAddress();
+    void onlyWebAddresses_data();
+    void onlyWebAddresses();
+    void buttonsCommand();
+    void failingBrowserIsSkipped();
+    void failureAndRetry();
+    void withoutEngine();
+    void missingModule();
+
+    void realPage();
+    void realPageThatDoesNotLoad();
+    void realHiddenPageSleeps();
+
+private:
+    WebTab::Pages pages() const { return {u"http://own/home"_s, u"https://find/"_s}; }
+    WebTab::AskEngine fake()
+    {
+        return [this] {
+            ++m_asked;
+            return WebModule::Answer{&m_engine, {}};
+        };
+    }
+    static QString title(const WebTab& tab)
+    {
+        return tab.findChild<QLabel*>(u"lblNoticeTitle"_s)->text();
+    }
+    static bool noticeStands(const WebTab& tab)
+    {
+        return tab.findChild<QLabel*>(u"lblNoticeTitle"_s)->isVisible();
+    }
+
+    QString m_fatal;
+    const Handlers m_handlers{[this](const QString& message) { m_fatal = message; }};
+    QTemporaryDir m_home;
+    FakeEngine m_engine;
+    int m_asked = 0;
+    Modules m_modules{{QString()}};
+    WebModule m_module{m_modules};
+};
+
+void tst_webtab::initTestCase()
+{
+    loadResources();
+    qputenv("HOME", m_home.path().toLocal8Bit()); // where downloads would go
+    if (geteuid() == 0)
+        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+    m_modules = Modules({QCoreApplication::applicationDirPath() + "/../src/modules"_L1});
+}
+
+void tst_webtab::engineComesWithTheFirstAddress()
+{
+    m_asked = 0;
+    m_engine.calls.clear();
+    WebTab tab(m_handlers, fake(), pages());
+    tab.show();
+    tab.Refresh();
+    tab.GoBack();
+    tab.Stop();
+    QCOMPARE(m_asked, 0);
+    QVERIFY(noticeStands(tab));
+
+    tab.Navigate(u"http://own/home"_s);
+    tab.Navigate(u"http://own/other"_s);
+    QCOMPARE(m_asked, 1);
+    QCOMPARE(m_engine.calls, (QStringList{u"load http://own/home"_s, u"load http://own/other"_s}));
+    QVERIFY(!noticeStands(tab));
+    QVERIFY(tab.findChild<QWidget*>(u"page"_s)->isVisible());
+}
+
+void tst_webtab::onlyWebAddresses_data()
+{
+    QTest::addColumn<QString>("address");
+    for (const char* address : {"file:///etc/passwd", "javascript:alert(1)", "data:text/html,x",
+                                "chrome://gpu", "ftp://own/", "/relative", ""})
+        QTest::newRow(address) << QString::fromLatin1(address);
+}
+
+void tst_webtab::onlyWebAddresses()
+{
+    QFETCH(QString, address);
+    m_asked = 0;
+    WebTab tab(m_handlers, fake(), pages());
+    tab.Navigate(address);
+    QCOMPARE(m_asked, 0);
+}
+
+void tst_webtab::buttonsCommand()
+{
+    m_engine.calls.clear();
+    WebTab tab(m_handlers, fake(), pages());
+    WebToolBar bar(m_handlers, tab);
+    bar.show();
+    tab.Navigate(u"http://own/first"_s);
+
+    QStringList captions;
+    const auto buttons = bar.findChildren<QToolButton*>();
+    for (QToolButton* button : buttons) {
+        captions += button->text();
+        QCOMPARE(button->objectName(), button->text());
+        QVERIFY(!button->icon().isNull());
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+    QCOMPARE(captions, (QStringList{u"Back"_s, u"Forward"_s, u"Stop"_s, u"Refresh"_s, u"Home"_s,
+                                    u"Search"_s}));
+    const QStringList expected{u"load http://own/first"_s,
+                               u"back"_s,
+                               u"forward"_s,
+                               u"stop"_s,
+                               u"reload"_s,
+                               u"load http://own/home"_s,
+                               u"load https://find/"_s};
+    QCOMPARE(m_engine.calls, expected);
+
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {
+        QTest::keyClick(buttons.first(), key);
+        QCOMPARE(m_engine.calls.last(), u"back"_s);
+        m_engine.calls += u"-"_s;
+    }
+}
+
+void tst_webtab::failingBrowserIsSkipped()
+{
+    m_fatal.clear();
+    FailingBrowser browser;
+    WebToolBar bar(m_handlers, browser);
+    for (QToolButton* button : bar.findChildren<QToolButton*>())
+        button->click();
+    QCOMPARE(browser.calls.size(), 6);
+    QVERIFY2(m_fatal.isEmpty(), qPrintable(m_fatal));
+}
+
+void tst_webtab::failureAndRetry()
+{
+    m_engine.calls.clear();
+    WebTab tab(m_handlers, fake(), pages());
+    tab.show();
+    tab.Navigate(u"http://own/first"_s);
+    m_engine.view->listener.failed(QUrl(u"http://own/<b>second"_s), u"connection refused"_s);
+    QVERIFY(noticeStands(tab));
+    QCOMPARE(title(tab), u"This page did not load"_s);
+    const auto* text = tab.findChild<QLabel*>(u"lblNotice"_s);
+    QVERIFY(text->text().contains(u"connection refused"_s));
+    QCOMPARE(text->textFormat(), Qt::PlainText);
+
+    QTest::mouseClick(tab.findChild<xpButton*>(u"cmdRetry"_s), Qt::LeftButton);
+    QCOMPARE(m_engine.calls.last(),
+             QString("load "_L1 + QUrl(u"http://own/<b>second"_s).toString()));
+    QVERIFY(!noticeStands(tab));
+    tab.Refresh(); // of a page that is there again
+    QCOMPARE(m_engine.calls.last(), u"reload"_s);
+}
+
+void tst_webtab::withoutEngine()
+{
+    int asked = 0;
+    WebTab tab(
+        m_handlers,
+        [&] {
+            ++asked;
+            return WebModule::Answer{nullptr, u"Not in this build."_s};
+        },
+        pages());
+    tab.show();
+    tab.Navigate(u"http://own/first"_s);
+    tab.Navigate(u"http://own/second"_s);
+    tab.GoBack();
+    tab.Refresh();
+    QCOMPARE(asked, 1);
+    QVERIFY(noticeStands(tab));
+    QCOMPARE(tab.findChild<QLabel*>(u"lblNotice"_s)->text(), u"Not in this build."_s);
+    QVERIFY(!tab.findChild<xpButton*>(u"cmdRetry"_s)->isVisible());
+}
+
+void tst_webtab::missingModule()
+{
+    const Modules none({u"/nowhere"_s});
+    const WebModule::Answer answer = WebModule(none).engine();
+    QVERIFY(!answer.engine);
+    QVERIFY(answer.reason.contains(u"not available in this build"_s));
+}
+
+#define NEED_ENGINE()                                                                              \
+    if (!m_module.engine().engine)                                                                 \
+    QSKIP("no web engine here")
+
+void tst_webtab::realPage()
+{
+    NEED_ENGINE();
+    PageServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    // Everything a page may try is tried, and the last thing is what it may do.
+    server.pages[u"/first"_s] =
+        "<title>first</title><script>"
+        "alert('in the way');"
+        "try { location.href = 'file:///etc/passwd' } catch (e) {}"
+        "setTimeout(() => { location.href = '/download'; }, 50);"
+        "setTimeout(() => { location.href = 'mailto:nobody@example.net'; }, 150);"
+        "setTimeout(() => { document.querySelector('a').click(); }, 300);"
+        "</script><a target='_blank' href='/second'>on</a>";
+    server.pages[u"/download"_s] = QByteArray(100, 'x');
+
+    WebTab tab(m_handlers, [this] { return m_module.engine(); },
+               {server.address(u"/own"_s), server.address(u"/search"_s)});
+    tab.resize(400, 300);
+    tab.show();
+    tab.Navigate(server.address(u"/first"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(server.asked.contains(u"/second"_s), 20000); // in the same view
+    QVERIFY(server.asked.contains(u"/download"_s));
+    QVERIFY(!noticeStands(tab));
+    QVERIFY2(QDir(m_home.path()).entryList(QDir::Files).isEmpty(), "something was downloaded");
+    QVERIFY(!QDir(m_home.filePath(u"Downloads"_s)).exists(u"x.bin"_s));
+
+    tab.GoHome();
+    QTRY_VERIFY(server.asked.contains(u"/own"_s));
+    tab.GoSearch();
+    QTRY_VERIFY(server.asked.contains(u"/search"_s));
+    const auto owns = server.asked.count(u"/own"_s);
+    tab.GoBack();
+    QTRY_COMPARE(server.asked.count(u"/own"_s), owns + 1);
+}
+
+void tst_webtab::realPageThatDoesNotLoad()
+{
+    NEED_ENGINE();
+    PageServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    const quint16 port = server.serverPort();
+    const QString address = server.address(u"/own"_s);
+    server.close();
+
+    WebTab tab(m_handlers, [this] { return m_module.engine(); }, {address, address});
+    tab.resize(400, 300);
+    tab.show();
+    tab.GoHome();
+    QTRY_VERIFY_WITH_TIMEOUT(noticeStands(tab) && title(tab) == u"This page did not load"_s, 20000);
+
+    QVERIFY(server.listen(QHostAddress::LocalHost, port));
+    tab.findChild<xpButton*>(u"cmdRetry"_s)->click();
+    QTRY_VERIFY(server.asked.contains(u"/own"_s));
+    QTRY_VERIFY(!noticeStands(tab));
+}
+
+void tst_webtab::realHiddenPageSleeps()
+{
+    NEED_ENGINE();
+    PageServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    // While it is awake the page keeps asking.
+    server.pages[u"/page"_s] = "<script>setInterval(() => fetch('/tick'), 20)</script>awake";
+
+    WebTab tab(
+        m_handlers, [this] { return m_module.engine(); }, {}, std::chrono::milliseconds(50));
+    tab.resize(400, 300);
+    tab.Navigate(server.address(u"/page"_s)); // a tab that has never been shown loads too
+    QTRY_COMPARE_WITH_TIMEOUT(server.asked.count(u"/page"_s), 1, 20000);
+
+    tab.show();
+    QTRY_VERIFY(server.asked.count(u"/tick"_s) > 3);
+    tab.hide();
+    const auto settled = [&] { // nothing for as long as ten ticks take
+        const auto before = server.asked.size();
+        QTest::qWait(200);
+        return server.asked.size() == before;
+    };
+    QTRY_VERIFY(settled());
+
+    // What it was has been given up: it comes again from the server.
+    const auto loads = server.asked.count(u"/page"_s);
+    const auto ticks = server.asked.count(u"/tick"_s);
+    tab.show();
+    QTRY_VERIFY(server.asked.count(u"/page"_s) > loads);
+    QTRY_VERIFY(server.asked.count(u"/tick"_s) > ticks);
+    QVERIFY(!noticeStands(tab));
+
+    // An address that arrives while it sleeps is loaded all the same.
+    tab.hide();
+    QTRY_VERIFY(settled());
+    tab.Navigate(server.address(u"/next"_s));
+    QTRY_VERIFY(server.asked.contains(u"/next"_s));
+}
+
+QTEST_MAIN(tst_webtab)
+#include "tst_webtab.moc"
