@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QStringList>
 
 // Parts of the program that are shared libraries of their own and are loaded when they are first

@@ -124,7 +124,7 @@ void WebTab::failed(const QUrl& address, const QString& reason)
     m_failedAddress = address;
     showNotice(u"This page did not load"_s,
                reason.isEmpty() ? address.toDisplayString()
-                                : QString(address.toDisplayString() + u'\n' + reason),
+                                : QString(reason + u'\n' + address.toDisplayString()),
                true);
 }
 

@@ -18,9 +18,33 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int nameNotResolved = -105;
+
 bool isWebAddress(const QUrl& url)
 {
     return url.scheme() == "http"_L1 || url.scheme() == "https"_L1;
+}
+
+// The engine's own words are meant for developers.
+QString reasonOf(const QWebEngineLoadingInfo& info)
+{
+    switch (info.errorDomain()) {
+    case QWebEngineLoadingInfo::ConnectionErrorDomain:
+        return info.errorCode() == nameNotResolved ? u"No server of this name was found."_s
+                                                   : u"The server does not answer."_s;
+    case QWebEngineLoadingInfo::DnsErrorDomain:
+        return u"No server of this name was found."_s;
+    case QWebEngineLoadingInfo::CertificateErrorDomain:
+        return u"The server could not prove that it is the right one."_s;
+    case QWebEngineLoadingInfo::HttpStatusCodeDomain:
+        return QStringLiteral("The server answered with error %1.").arg(info.errorCode());
+    case QWebEngineLoadingInfo::NoErrorDomain:
+    case QWebEngineLoadingInfo::InternalErrorDomain:
+    case QWebEngineLoadingInfo::HttpErrorDomain:
+    case QWebEngineLoadingInfo::FtpErrorDomain:
+        break;
+    }
+    return {};
 }
 
 // What every page may and may not do.
@@ -147,7 +171,7 @@ private:
             m_listener.started();
             break;
         case QWebEngineLoadingInfo::LoadFailedStatus:
-            m_listener.failed(info.url(), info.errorString());
+            m_listener.failed(info.url(), reasonOf(info));
             break;
         case QWebEngineLoadingInfo::LoadStoppedStatus:
         case QWebEngineLoadingInfo::LoadSucceededStatus:

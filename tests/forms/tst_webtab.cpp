@@ -373,6 +373,8 @@ void tst_webtab::realPageThatDoesNotLoad()
     tab.show();
     tab.GoHome();
     QTRY_VERIFY_WITH_TIMEOUT(noticeStands(tab) && title(tab) == u"This page did not load"_s, 20000);
+    QCOMPARE(tab.findChild<QLabel*>(u"lblNotice"_s)->text(),
+             QString("The server does not answer.\n"_L1 + address));
 
     QVERIFY(server.listen(QHostAddress::LocalHost, port));
     tab.findChild<xpButton*>(u"cmdRetry"_s)->click();
