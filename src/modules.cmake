@@ -1,7 +1,7 @@
 include(GNUInstallDirs)
 
 # Where an installed program finds its modules and its data, told from the program's own folder.
-set(QH_MODULE_DIR ${CMAKE_INSTALL_LIBDIR}/quillharbor)
+set(QH_MODULE_DIR ${CMAKE_INSTALL_LIBDIR}/quillharbor/modules)
 set(QH_DATA_DIR ${CMAKE_INSTALL_DATADIR}/quillharbor)
 file(RELATIVE_PATH QH_MODULES_FROM_PROGRAM
   ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_PREFIX}/${QH_MODULE_DIR})
@@ -19,6 +19,7 @@ function(qh_add_module name)
   target_link_libraries(${name} PRIVATE qh_options Qt6::Core Qt6::Gui)
   set_target_properties(${name} PROPERTIES
     PREFIX ""
+    NO_SONAME ON
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
     LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/src/modules)
