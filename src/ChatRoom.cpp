@@ -2,13 +2,17 @@
 
 #include "Surroundings.h"
 #include "common/ControlCharacters.h"
+#include "desktop/WebAddresses.h"
+#include "desktop/WebToolBar.h"
 #include "platform/ActionEntry.h"
 #include "platform/Handlers.h"
 #include "render/ColorTables.h"
+#include "render/Links.h"
 #include "render/PictureCache.h"
 #include "session/SessionStart.h"
 
 #include <QMenu>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -29,11 +33,15 @@ ChatRoom::ChatRoom(const Parts& parts)
         return form;
     })
     , m_pictures(std::make_shared<PictureCache>())
+    , m_home(makeWebPage(u"Home"_s, webAddresses::home()))
+    , m_misc(makeWebPage(u"Misc"_s, webAddresses::misc()))
     , window(parts.handlers, parts.surroundings.dialogs, m_pictures)
     , room(window)
     , channels(room)
     , writer(parts.variables)
     , status(writer, window.DataIn())
+    , sounds(window.entry(u"mnu_sound_no"_s), window.entry(u"mnu_sound_yes"_s),
+             parts.surroundings.waves, Sounds::programFolders())
     , ignoreList([this] {
         return std::make_unique<IgnoreList>(IgnoreList::Desk{
             m_parts.handlers, m_parts.variables, room, connection, m_parts.surroundings.dialogs});
@@ -54,7 +62,7 @@ ChatRoom::ChatRoom(const Parts& parts)
               [this](const QString& target, const QString& text) {
                   return commands.ProcessInput(target, text);
               },
-          .PlayWave = [](const QString&) {},
+          .PlayWave = [this](const QString& name) { sounds.PlayWave(name); },
           .pictures = m_pictures,
           .viewChanged = {},
       })
@@ -69,7 +77,7 @@ ChatRoom::ChatRoom(const Parts& parts)
               .login = parts.login,
               .channel = window,
               .buddies = buddies,
-              .pages = parts.pages,
+              .pages = *this,
               .popup = parts.popup,
               .debugWin = parts.debugWin,
               .program = parts.program,
@@ -163,6 +171,16 @@ void ChatRoom::wireWindow()
     connect(&window, &Channel::Check4_Click, this, [this](bool underline) {
         ownStyle.UnderlinePrefix = underline ? QString(strUnderline) : QString();
     });
+    const auto page = [&](const QString& toolBar, WebTab* tab) {
+        auto* widget = new QWidget;
+        auto* layout = new QVBoxLayout(widget);
+        auto* bar = new WebToolBar(handlers, *tab);
+        bar->setObjectName(toolBar);
+        layout->addWidget(bar);
+        layout->addWidget(tab, 1);
+        return widget;
+    };
+    window.setWebPages(page(u"ToolBar1"_s, m_home), page(u"Toolbar2"_s, m_misc));
     connect(&window, &Channel::closedToTray, this, [this] { m_parts.login.Show(); });
     handlers.connect(&window, &Channel::Label1_Click, this,
                      [this] { nickActions.click(u"mnu_ownaction"_s); });
@@ -195,6 +213,8 @@ void ChatRoom::wireEntries()
     onClick(u"mnu_systray_about"_s, [this] { m_parts.smallForms.showAbout(); });
     onClick(u"mnu_author_systray"_s, [this] { m_parts.smallForms.showAuthor(); });
     onClick(u"mnu_systray_hide"_s, [this] { m_parts.login.Show(); });
+    onClick(u"mnu_Homepage"_s,
+            [this] { m_parts.surroundings.links.OpenLink(webAddresses::home()); });
     onClick(u"mnu_chatroom"_s, [this] { window.Show(); });
     onClick(u"mnu_chan_ban"_s, [this] { channelLists.mnu_chan_ban_Click(); });
 
@@ -215,6 +235,24 @@ void ChatRoom::wirePalettes()
     handlers.connect(&window, &Channel::Command3_Click, this, [this] { showFontOption(); });
     handlers.connect(&window, &Channel::command1_Click, this, [this] { showIgnoreList(); });
     handlers.connect(&window, &Channel::authorLinkClicked, this, [this] { showAuthor(); });
+}
+
+WebTab* ChatRoom::makeWebPage(const QString& name, const QString& address)
+{
+    auto* tab = new WebTab(m_parts.handlers, m_parts.surroundings.askWebEngine,
+                           {.own = address, .search = webAddresses::search()});
+    tab->setObjectName(name);
+    return tab;
+}
+
+void ChatRoom::navigateHome(const QString& path)
+{
+    m_home->Navigate(webAddresses::onHost(path));
+}
+
+void ChatRoom::navigateMisc(const QString& path)
+{
+    m_misc->Navigate(webAddresses::onHost(path));
 }
 
 void ChatRoom::selectcolor(const QString& code)

@@ -8,6 +8,8 @@
 #include "contacts/BuddyList.h"
 #include "contacts/IgnoreList.h"
 #include "desktop/Channel.h"
+#include "desktop/Sounds.h"
+#include "desktop/WebTab.h"
 #include "input/ChatOptions.h"
 #include "input/CommandProcessor.h"
 #include "input/Identifiers.h"
@@ -47,7 +49,10 @@ public:
 
 // The main window with all that lives as long as it: the session, the room, the input. Made at
 // the first touch of the main window.
-class ChatRoom final : public QObject, private NickFormHost, private QueryNeighbours
+class ChatRoom final : public QObject,
+                       private NickFormHost,
+                       private QueryNeighbours,
+                       private WebPages
 {
     Q_OBJECT
 public:
@@ -59,7 +64,6 @@ public:
         SessionVariables& variables;
         SignInForm& login;
         const UserStore& store;
-        WebPages& pages;
         Popup& popup;
         TrafficLog& debugWin;
         Program& program;
@@ -79,6 +83,11 @@ private:
     void wireWindow();
     void wireEntries();
     void wirePalettes();
+    WebTab* makeWebPage(const QString& name, const QString& address);
+
+    // WebPages
+    void navigateHome(const QString& path) override;
+    void navigateMisc(const QString& path) override;
 
     // QueryNeighbours
     QRgb inputColor() const override { return window.inputColor().rgb(); }
@@ -96,6 +105,8 @@ private:
     FormSlot<frmSmileys> m_smileys;
     FormSlot<frmcolor> m_colors;
     std::shared_ptr<PictureCache> m_pictures;
+    WebTab* m_home;
+    WebTab* m_misc;
 
 public:
     Channel window;
@@ -106,6 +117,7 @@ public:
     TextWriter writer;
     StatusLine status;
     OwnTextStyle ownStyle;
+    Sounds sounds;
     FormSlot<IgnoreList> ignoreList; // hides itself and is never unloaded
     QueryFactory queryFactory;
     QueryTable queries;

@@ -1,5 +1,11 @@
 #include "Messenger.h"
 
+#include "desktop/WebAddresses.h"
+#include "render/Links.h"
+
+#include <QCursor>
+#include <QMenu>
+
 using namespace Qt::StringLiterals;
 
 Messenger::Messenger(const Surroundings& surroundings)
@@ -11,9 +17,24 @@ Messenger::Messenger(const Surroundings& surroundings)
     , m_previousInstance(surroundings.configFolder)
     , m_splash([] { return std::make_unique<frmSplash>(); })
     , m_debugWin([] { return std::make_unique<DebugWin>(); })
+    , m_popupForm([this] {
+        return std::make_unique<frmPopup>(m_handlers, m_surroundings.events,
+                                          [this] { showChatRoom(); });
+    })
+    , m_popup(m_popupForm)
+    , m_fontOption([this] { return std::make_unique<FontOption>(m_handlers, m_variables); })
+    , m_about([] { return std::make_unique<About>(); })
+    , m_author([this] {
+        return std::make_unique<Author>(
+            m_handlers, [this](const QString& address) { m_surroundings.links.OpenLink(address); });
+    })
     , m_login({*this, m_settings, m_store, m_runKey, surroundings.dialogs, surroundings.clock},
               m_handlers)
+    , m_loginAsSource(m_login)
+    , gSysTray(m_handlers, surroundings.notificationArea, surroundings.dialogs)
 {
+    m_handlers.connect(&gSysTray, &clsSysTray::LButtonDblClk, this, [this] { showChatRoom(); });
+    m_handlers.connect(&gSysTray, &clsSysTray::RButtonUp, this, [this] { showTrayMenu(); });
     if (!surroundings.serverHost.isEmpty())
         m_settings.overrule(u"connect"_s, u"server"_s, surroundings.serverHost);
 }
@@ -44,8 +65,7 @@ ChatRoom& Messenger::chatRoom()
         .variables = m_variables,
         .login = m_login,
         .store = m_store,
-        .pages = m_pending,
-        .popup = m_pending,
+        .popup = m_popup,
         .debugWin = *this,
         .program = *this,
         .smallForms = *this,
@@ -56,18 +76,45 @@ ChatRoom& Messenger::chatRoom()
         m_chatRoom.reset(); // not loaded; the next touch tries again
         throw;
     }
+    m_surroundings.notificationArea.setMenu(m_chatRoom->window.menus().systray());
     return *m_chatRoom;
 }
 
-void Messenger::createTrayIcon() {}
-void Messenger::showPopup() {}
-void Messenger::showAbout() {}
-void Messenger::showAuthor() {}
-void Messenger::showFontOption() {}
-void Messenger::openFeedbackPage() {}
+void Messenger::createTrayIcon()
+{
+    gSysTray.setSourceWindow(&m_loginAsSource);
+    gSysTray.ChangeIcon(m_debugWin->windowIcon());
+    gSysTray.IconInSysTray();
+    gSysTray.setToolTip(u"QuillHarbor Messenger V. 1.0"_s);
+}
+
+bool Messenger::canHideSignIn() const
+{
+    return m_surroundings.notificationArea.isAvailable() ||
+           (m_chatRoom && m_chatRoom->window.isVisible());
+}
+
+void Messenger::showTrayMenu()
+{
+    QMenu* menu = chatRoom().window.menus().systray();
+    if (!menu->isVisible()) // the desktop may have shown it already
+        menu->popup(QCursor::pos());
+}
+
+void Messenger::openFeedbackPage()
+{
+    m_surroundings.links.OpenLink(webAddresses::feedback());
+}
+
 void Messenger::unloadSmallForms()
 {
     m_debugWin.Unload();
+    m_chatRoom->nickForms.unloadRegister();
+    m_chatRoom->unloadSmileys();
+    m_chatRoom->nickForms.unloadChange();
+    m_chatRoom->nickForms.unloadUseNick();
+    m_author.Unload();
+    m_about.Unload();
 }
 
 void Messenger::fail(const QString& message)

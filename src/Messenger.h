@@ -1,13 +1,17 @@
 #pragma once
 
 #include "ChatRoom.h"
-#include "PendingWindows.h"
 #include "Surroundings.h"
 #include "account/Login.h"
 #include "account/LoginDesk.h"
 #include "account/frmSplash.h"
 #include "common/SessionVariables.h"
+#include "desktop/About.h"
+#include "desktop/Author.h"
+#include "desktop/FontOption.h"
 #include "desktop/Settings.h"
+#include "desktop/clsSysTray.h"
+#include "desktop/frmPopup.h"
 #include "platform/Form.h"
 #include "platform/Handlers.h"
 #include "platform/PreviousInstance.h"
@@ -41,6 +45,7 @@ public:
 private:
     void showLogin();
     void wireChatRoom();
+    void showTrayMenu();
     void fail(const QString& message);
 
     // LoginDesk
@@ -50,10 +55,11 @@ private:
     void mnu_File_Disconnect_Click() override { chatRoom().connection.mnu_File_Disconnect_Click(); }
     void showChatRoom() override { chatRoom().window.Show(); }
     void createTrayIcon() override;
-    void showPopup() override;
-    void showAbout() override;
-    void showAuthor() override;
-    void showFontOption() override;
+    bool canHideSignIn() const override;
+    void showPopup() override { m_popup.Show(); }
+    void showAbout() override { m_about->Show(); }
+    void showAuthor() override { m_author->Show(); }
+    void showFontOption() override { m_fontOption->Show(); }
     void openFeedbackPage() override;
     bool hasPreviousInstance() const override { return m_previousInstance.found(); }
 
@@ -76,7 +82,13 @@ private:
 
     FormSlot<frmSplash> m_splash;
     FormSlot<DebugWin> m_debugWin;
-    PendingWindows m_pending;
+    FormSlot<frmPopup> m_popupForm;
+    PopupOnDemand m_popup;
+    FormSlot<FontOption> m_fontOption;
+    FormSlot<About> m_about;
+    FormSlot<Author> m_author;
     Login m_login;
+    WidgetSourceForm m_loginAsSource;
+    clsSysTray gSysTray;
     std::unique_ptr<ChatRoom> m_chatRoom;
 };

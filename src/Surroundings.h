@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/WebTab.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
@@ -10,6 +11,8 @@
 #include <functional>
 
 class LinkOpener;
+class NotificationArea;
+class WavePlayer;
 
 // What one running program is set into. A test sets it into surroundings of its own; references
 // outlive the program.
@@ -26,5 +29,8 @@ struct Surroundings
     const Clock& clock;
     std::function<double()> random; // 0 up to, but not including, 1
     LinkOpener& links;
+    NotificationArea& notificationArea;
+    WavePlayer& waves;
+    WebTab::AskEngine askWebEngine; // with the first page
     std::function<void()> end;
 };

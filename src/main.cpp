@@ -1,6 +1,10 @@
 #include "Messenger.h"
 #include "Surroundings.h"
+#include "desktop/Modules.h"
+#include "desktop/NotificationArea.h"
+#include "desktop/Sounds.h"
 #include "desktop/Theme.h"
+#include "desktop/WebModule.h"
 #include "platform/QtDialogs.h"
 #include "platform/Resources.h"
 #include "render/Links.h"
@@ -35,6 +39,8 @@ QString serverFromCommandLine(const QApplication& application)
 
 int main(int argc, char* argv[])
 {
+    // The web engine, which is loaded later, needs it before the application object.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"quillharbor"_s);
     QApplication::setApplicationDisplayName(QString());
@@ -50,6 +56,10 @@ int main(int argc, char* argv[])
     QtEventLoop events;
     const SystemClock clock;
     DesktopLinkOpener links;
+    DesktopNotificationArea notificationArea;
+    const Modules modules(Modules::programFolders());
+    WavePlayerOnDemand waves(modules);
+    const WebModule webModule(modules);
     Messenger messenger({
         .configFolder = config + "/quillharbor"_L1,
         .autostartFolder = config + "/autostart"_L1,
@@ -59,6 +69,9 @@ int main(int argc, char* argv[])
         .clock = clock,
         .random = [] { return QRandomGenerator::global()->generateDouble(); },
         .links = links,
+        .notificationArea = notificationArea,
+        .waves = waves,
+        .askWebEngine = [&] { return webModule.engine(); },
         // At once: handlers below this frame must not go on.
         .end = [] { std::_Exit(EXIT_SUCCESS); },
     });

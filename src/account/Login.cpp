@@ -449,7 +449,10 @@ void Login::Timer2_Timer()
 void Login::closeEvent(QCloseEvent* event)
 {
     event->ignore();
-    hide();
+    if (m_parts.desk.canHideSignIn())
+        hide();
+    else
+        showMinimized();
 }
 
 void Login::resizeEvent(QResizeEvent* event)

@@ -16,7 +16,8 @@ public:
     virtual void mnu_File_Disconnect_Click() = 0;
     virtual void showChatRoom() = 0;
     virtual void createTrayIcon() = 0;
-    virtual void showPopup() = 0; // with its own text
+    virtual bool canHideSignIn() const = 0; // there is another way back to it
+    virtual void showPopup() = 0;           // with its own text
     virtual void showAbout() = 0;
     virtual void showAuthor() = 0;
     virtual void openFeedbackPage() = 0;

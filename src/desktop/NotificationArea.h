@@ -31,6 +31,9 @@ public:
     virtual void add(const Record& record) = 0; // of an icon that is there: nothing happens
     virtual void modify(const Record& record) = 0;
     virtual void remove() = 0;
+    // For hosts that draw an icon's menu themselves and send no right click. Others show it before
+    // the right click is reported, so its handler leaves a visible menu alone.
+    virtual void setMenu(QMenu* menu) = 0;
 
 Q_SIGNALS:
     void mouse(Message message);
@@ -49,9 +52,7 @@ public:
     void modify(const Record& record) override;
     void remove() override;
 
-    // For hosts that draw an icon's menu themselves and send no right click. Others show it before
-    // the right click is reported, so its handler leaves a visible menu alone.
-    void setMenu(QMenu* menu);
+    void setMenu(QMenu* menu) override;
 
 private:
     void activated(QSystemTrayIcon::ActivationReason reason);

@@ -9,14 +9,13 @@
 
 using namespace Qt::StringLiterals;
 
-Sounds::Sounds(MenuEntry& mnu_sound_no, MenuEntry& mnu_sound_yes, WavePlayer& player,
+Sounds::Sounds(const MenuEntry& mnu_sound_no, const MenuEntry& mnu_sound_yes, WavePlayer& player,
                QStringList folders)
     : m_mnuSoundNo(mnu_sound_no)
     , m_mnuSoundYes(mnu_sound_yes)
     , m_player(player)
     , m_folders(std::move(folders))
 {
-    m_mnuSoundNo.setChecked(true);
 }
 
 QStringList Sounds::programFolders()
@@ -36,16 +35,6 @@ std::optional<bool> Sounds::PlayWave(const QString& name)
             return m_player.play(file);
     }
     return false;
-}
-
-void Sounds::mnu_sound_no_Click()
-{
-    m_mnuSoundYes.setChecked(!m_mnuSoundNo.Checked());
-}
-
-void Sounds::mnu_sound_yes_Click()
-{
-    m_mnuSoundNo.setChecked(!m_mnuSoundYes.Checked());
 }
 
 bool WavePlayerOnDemand::play(const QString& file)

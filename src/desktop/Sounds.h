@@ -10,11 +10,11 @@ class MenuEntry;
 class Modules;
 
 // The sound option and the one thing it decides. The names of its two menu entries cross over their
-// captions: mnu_sound_no is "Yes". Nothing of it is kept; each start has sound on.
+// captions: mnu_sound_no is "Yes".
 class Sounds final
 {
 public:
-    Sounds(MenuEntry& mnu_sound_no, MenuEntry& mnu_sound_yes, WavePlayer& player,
+    Sounds(const MenuEntry& mnu_sound_no, const MenuEntry& mnu_sound_yes, WavePlayer& player,
            QStringList folders);
 
     // Beside the program, then where an installed program keeps its data.
@@ -23,13 +23,9 @@ public:
     // Plays a file of the program and does not wait for it. Nothing when sound is off.
     std::optional<bool> PlayWave(const QString& name);
 
-    // A checkable entry has toggled itself when its click arrives here.
-    void mnu_sound_no_Click();
-    void mnu_sound_yes_Click();
-
 private:
-    MenuEntry& m_mnuSoundNo;
-    MenuEntry& m_mnuSoundYes;
+    const MenuEntry& m_mnuSoundNo;
+    const MenuEntry& m_mnuSoundYes;
     WavePlayer& m_player;
     QStringList m_folders;
 };

@@ -20,6 +20,7 @@ public:
         last = record;
     }
     void modify(const Record& record) override { last = record; }
+    void setMenu(QMenu*) override {}
     void remove() override { shown = false; }
 
     bool shown = false;
