@@ -39,8 +39,6 @@ QString serverFromCommandLine(const QApplication& application)
 
 int main(int argc, char* argv[])
 {
-    // The web engine, which is loaded later, needs it before the application object.
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"quillharbor"_s);
     QApplication::setApplicationDisplayName(QString());
