@@ -76,11 +76,11 @@ clsSysTray::clsSysTray(const Handlers& handlers, NotificationArea& area, Dialogs
     : m_area(area)
     , m_dialogs(dialogs)
 {
-    handlers.connect(&m_area, &NotificationArea::mouse, this,
-                     [this](NotificationArea::Message message) {
-                         if (m_hooked)
-                             pichook_MouseMove(message);
-                     });
+    connect(&m_area, &NotificationArea::mouse, this,
+            [this, &handlers](NotificationArea::Message message) {
+                if (m_hooked)
+                    handlers.run([&] { pichook_MouseMove(message); });
+            });
 }
 
 SourceForm& clsSysTray::source() const

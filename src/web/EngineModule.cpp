@@ -1,4 +1,4 @@
-#include "desktop/WebEngine.h"
+#include "web/EngineModule.h"
 
 #include <QContextMenuEvent>
 #include <QLoggingCategory>
@@ -204,36 +204,23 @@ private:
 
 } // namespace
 
-class EngineModule final : public QObject, public WebEngine
+EngineModule::EngineModule()
 {
-    Q_OBJECT
-    Q_PLUGIN_METADATA(IID QH_WebEngine_iid)
-    Q_INTERFACES(WebEngine)
+    QLoggingCategory::setFilterRules(u"qt.webenginecontext.info=false"_s); // a page of it
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
 
-public:
-    EngineModule()
-    {
-        QLoggingCategory::setFilterRules(u"qt.webenginecontext.info=false"_s); // a page of it
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+std::unique_ptr<WebView> EngineModule::create(QWidget* parent, WebViewListener& listener,
+                                              std::chrono::milliseconds discardAfter)
+{
+    std::shared_ptr<QWebEngineProfile> profile = m_profile.lock();
+    if (!profile) {
+        // Without a name it keeps nothing on disk. It goes with the last view.
+        profile = std::make_shared<QWebEngineProfile>();
+        restrict(*profile->settings());
+        connect(profile.get(), &QWebEngineProfile::downloadRequested, profile.get(),
+                [](QWebEngineDownloadRequest* download) { download->cancel(); });
+        m_profile = profile;
     }
-
-    std::unique_ptr<WebView> create(QWidget* parent, WebViewListener& listener,
-                                    std::chrono::milliseconds discardAfter) override
-    {
-        std::shared_ptr<QWebEngineProfile> profile = m_profile.lock();
-        if (!profile) {
-            // Without a name it keeps nothing on disk. It goes with the last view.
-            profile = std::make_shared<QWebEngineProfile>();
-            restrict(*profile->settings());
-            connect(profile.get(), &QWebEngineProfile::downloadRequested, profile.get(),
-                    [](QWebEngineDownloadRequest* download) { download->cancel(); });
-            m_profile = profile;
-        }
-        return std::make_unique<EngineView>(std::move(profile), parent, listener, discardAfter);
-    }
-
-private:
-    std::weak_ptr<QWebEngineProfile> m_profile;
-};
-
-#include "EngineModule.moc"
+    return std::make_unique<EngineView>(std::move(profile), parent, listener, discardAfter);
+}
