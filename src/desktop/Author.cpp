@@ -68,5 +68,5 @@ Author::Author(const Handlers& handlers, OpenLink openLink)
     Label10->setAccessibleName(u"Visit the crew on their page"_s);
     layout->addWidget(Label10, layout->rowCount(), 0, 1, 2);
     handlers.connect(Label10, &QLabel::linkActivated, this,
-                     [openLink = std::move(openLink)] { openLink(WebAddresses::author()); });
+                     [openLink = std::move(openLink)] { openLink(web_addresses::author()); });
 }

@@ -2,7 +2,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace WebAddresses {
+namespace web_addresses {
 
 QString onHost(const QString& path)
 {
@@ -34,4 +34,4 @@ QString search()
     return QStringLiteral(QH_SEARCH_PAGE);
 }
 
-} // namespace WebAddresses
+} // namespace web_addresses

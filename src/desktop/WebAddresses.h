@@ -3,7 +3,7 @@
 #include <QString>
 
 // The web pages that the program knows. Their hosts are values of the build.
-namespace WebAddresses {
+namespace web_addresses {
 
 QString onHost(const QString& path); // a page of the network's own site
 QString home();
@@ -12,4 +12,4 @@ QString author();
 QString feedback();
 QString search();
 
-} // namespace WebAddresses
+} // namespace web_addresses
