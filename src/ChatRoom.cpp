@@ -33,8 +33,8 @@ ChatRoom::ChatRoom(const Parts& parts)
         return form;
     })
     , m_pictures(std::make_shared<PictureCache>())
-    , m_home(makeWebPage(u"Home"_s, webAddresses::home()))
-    , m_misc(makeWebPage(u"Misc"_s, webAddresses::misc()))
+    , m_home(makeWebPage(u"Home"_s, web_addresses::home()))
+    , m_misc(makeWebPage(u"Misc"_s, web_addresses::misc()))
     , window(parts.handlers, parts.surroundings.dialogs, m_pictures)
     , room(window)
     , channels(room)
@@ -214,7 +214,7 @@ void ChatRoom::wireEntries()
     onClick(u"mnu_author_systray"_s, [this] { m_parts.smallForms.showAuthor(); });
     onClick(u"mnu_systray_hide"_s, [this] { m_parts.login.Show(); });
     onClick(u"mnu_Homepage"_s,
-            [this] { m_parts.surroundings.links.OpenLink(webAddresses::home()); });
+            [this] { m_parts.surroundings.links.OpenLink(web_addresses::home()); });
     onClick(u"mnu_chatroom"_s, [this] { window.Show(); });
     onClick(u"mnu_chan_ban"_s, [this] { channelLists.mnu_chan_ban_Click(); });
 
@@ -240,19 +240,19 @@ void ChatRoom::wirePalettes()
 WebTab* ChatRoom::makeWebPage(const QString& name, const QString& address)
 {
     auto* tab = new WebTab(m_parts.handlers, m_parts.surroundings.askWebEngine,
-                           {.own = address, .search = webAddresses::search()});
+                           {.own = address, .search = web_addresses::search()});
     tab->setObjectName(name);
     return tab;
 }
 
 void ChatRoom::navigateHome(const QString& path)
 {
-    m_home->Navigate(webAddresses::onHost(path));
+    m_home->Navigate(web_addresses::onHost(path));
 }
 
 void ChatRoom::navigateMisc(const QString& path)
 {
-    m_misc->Navigate(webAddresses::onHost(path));
+    m_misc->Navigate(web_addresses::onHost(path));
 }
 
 void ChatRoom::selectcolor(const QString& code)

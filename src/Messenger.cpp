@@ -103,7 +103,7 @@ void Messenger::showTrayMenu()
 
 void Messenger::openFeedbackPage()
 {
-    m_surroundings.links.OpenLink(webAddresses::feedback());
+    m_surroundings.links.OpenLink(web_addresses::feedback());
 }
 
 void Messenger::unloadSmallForms()

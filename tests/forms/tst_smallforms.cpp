@@ -192,6 +192,7 @@ void tst_smallforms::missingSoundIsSilent()
     ActionEntry no;
     ActionEntry yes;
     no.setCheckable(true);
+    no.setChecked(true);
     const Modules nothing({u"/nowhere"_s});
     WavePlayerOnDemand player(nothing);
     QVERIFY(!player.play(u"/nowhere/send.wav"_s));
