@@ -3,9 +3,7 @@
 #include "common/TextHelpers.h"
 
 #include <QAbstractTextDocumentLayout>
-#include <QContextMenuEvent>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
@@ -16,7 +14,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <memory>
 
 namespace {
 
@@ -24,6 +21,8 @@ using namespace Qt::StringLiterals;
 
 constexpr int frameMilliseconds = 16;
 constexpr int pictureType = QTextFormat::UserObject + 1;
+constexpr Qt::TextInteractionFlags readingOnly =
+    Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
 
 enum PictureProperty {
     CodeProperty = QTextFormat::UserProperty + 1,
@@ -73,29 +72,25 @@ public:
     }
 
 protected:
-    bool canInsertFromMimeData(const QMimeData* source) const override
+    bool event(QEvent* event) override
     {
-        return !isLocked() && source->hasText();
+        heedLock();
+        return QTextEdit::event(event);
     }
 
-    void keyPressEvent(QKeyEvent* event) override
+    bool viewportEvent(QEvent* event) override
     {
-        if (isLocked() &&
-            (event->matches(QKeySequence::Cut) || event->matches(QKeySequence::Paste)))
-            return;
-        QTextEdit::keyPressEvent(event);
+        heedLock();
+        return QTextEdit::viewportEvent(event);
     }
 
-    // The toolkit's own menu offers cutting and deleting whatever the lock says.
-    void contextMenuEvent(QContextMenuEvent* event) override
+    // The toolkit lets these pass for the sake of selecting by keyboard.
+    void inputMethodEvent(QInputMethodEvent* event) override
     {
-        const std::unique_ptr<QMenu> menu(createStandardContextMenu(event->pos()));
-        for (QAction* action : menu->actions()) {
-            const QString name = action->objectName();
-            if (isLocked() && (name == "edit-cut"_L1 || name == "edit-delete"_L1))
-                action->setEnabled(false);
-        }
-        menu->exec(event->globalPos());
+        if (isLocked())
+            event->ignore();
+        else
+            QTextEdit::inputMethodEvent(event);
     }
 
     // A click into a selection gives it up only here, so what it comes to is known afterwards.
@@ -128,12 +123,23 @@ protected:
     void insertFromMimeData(const QMimeData* source) override
     {
         // A pasted line end would break the one line that this is.
-        if (!isLocked())
-            insertPlainText(source->text().simplified());
+        insertPlainText(source->text().simplified());
     }
 
 private:
     bool isLocked() const { return m_box.m_locked && m_box.m_locked(); }
+
+    // Keys are not all that changes text: shortcuts, input methods, drops and selections that are
+    // dragged away do, too. None of them works on a box that is there to be read.
+    void heedLock()
+    {
+        if (!m_box.m_locked)
+            return;
+        const Qt::TextInteractionFlags wanted =
+            isLocked() ? readingOnly : Qt::TextEditorInteraction;
+        if (textInteractionFlags() != wanted)
+            setTextInteractionFlags(wanted);
+    }
 
     RichTextBoxWidget& m_box;
     Released m_released;
@@ -168,7 +174,7 @@ void RichTextBoxWidget::setReadOnly(bool readOnly)
 {
     m_edit->setReadOnly(readOnly);
     if (readOnly)
-        m_edit->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+        m_edit->setTextInteractionFlags(readingOnly);
 }
 
 void RichTextBoxWidget::setSingleLine()

@@ -22,7 +22,7 @@ public:
 
     void setReadOnly(bool readOnly);
     void setSingleLine();
-    // While it says true nothing can be pasted, dropped or cut.
+    // While it says true the user can read and copy but not change the text.
     void setLockTest(std::function<bool()> locked) { m_locked = std::move(locked); }
     void setKeyFilter(KeyFilter filter) { m_keyFilter = std::move(filter); }
 
