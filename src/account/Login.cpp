@@ -8,6 +8,7 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
+#include "platform/OneLineField.h"
 #include "platform/RunKey.h"
 #include "platform/SvgPicture.h"
 #include "platform/Twips.h"
@@ -72,8 +73,8 @@ Login::Login(const Parts& parts, const Handlers& handlers)
     buildMenus();
     buildControls();
     connectEvents(handlers);
-    Timer1.setInterval(32);
-    Timer2.setInterval(500);
+    named(&Timer1, u"Timer1"_s)->setInterval(32);
+    named(&Timer2, u"Timer2"_s)->setInterval(500);
     resize(toPixels(formWidth), toPixels(formHeight));
     setMinimumSize(300, 480);
 }
@@ -128,6 +129,8 @@ void Login::buildControls()
     Text2->setEchoMode(QLineEdit::Password);
     Text2->setAccessibleName(u"Your password"_s);
     Label4->setBuddy(Text2);
+    for (QLineEdit* field : {Text1, Text2})
+        keepToOneLine(field);
     check1 = box(u"check1"_s, u"Remember my password"_s);
     check2 = box(u"check2"_s, u"Sign me as Guest On Chat"_s);
     Check3 = box(u"Check3"_s, u"Remember me [recommend]"_s);

@@ -111,8 +111,8 @@ private:
     QCheckBox* Check3 = nullptr;
     QCheckBox* ChkStartUp = nullptr;
     xpButton* cmdSignIn = nullptr;
-    QTimer Timer1;
-    QTimer Timer2;
+    QTimer Timer1{this}; // the strip
+    QTimer Timer2{this}; // the clock
 
     bool RememberNick = false;
     bool RememberPass = false;

@@ -5,6 +5,7 @@
 #include "platform/ActionEntry.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
+#include "platform/OneLineField.h"
 #include "platform/SvgPicture.h"
 #include "platform/Twips.h"
 
@@ -205,6 +206,7 @@ QWidget* Channel::buildInputRow()
 {
     DataOut = named(new QLineEdit, u"DataOut"_s, u"Your message"_s);
     DataOut->setMaxLength(InputLine::maxLength);
+    keepToOneLine(DataOut);
     DataOut->setPlaceholderText(u"Type here and press Enter"_s);
     DataOut->setMinimumHeight(36);
     DataOut->installEventFilter(this);

@@ -42,6 +42,7 @@ xpButton::xpButton(const QString& caption, Size size, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    Timer1.setObjectName(u"Timer1"_s);
     Timer1.setInterval(tickMilliseconds);
     connect(&Timer1, &QTimer::timeout, this, &xpButton::Timer1_Timer);
     connect(this, &QAbstractButton::clicked, this, &xpButton::Click);
