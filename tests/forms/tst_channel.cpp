@@ -1,0 +1,661 @@
+#include "channel/Room.h"
+#include "channel/TopicField.h"
+#include "common/SessionVariables.h"
+#include "desktop/Channel.h"
+#include "input/OwnTextStyle.h"
+#include "platform/ActionEntry.h"
+#include "platform/Handlers.h"
+#include "platform/Resources.h"
+#include "platform/SvgPicture.h"
+#include "platform/Twips.h"
+#include "render/TextWriter.h"
+#include "session/LineSink.h"
+#include "support/TestSurroundings.h"
+
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct SentLines final : LineSink
+{
+    QStringList lines;
+
+    void SendData(const QString& line) override { lines += line; }
+};
+
+// The main window over the logic of its keys, with nobody on the line.
+struct Desk final
+{
+    Desk()
+    {
+        room.ChannelName = u"#room"_s;
+        variables.MyNick = u"me"_s;
+        variables.FontName = u"Arial"_s;
+        variables.FontSize = Int16(10);
+        variables.MaxTextHistory = Int16(30);
+        window.setKeyHooks({
+            .topicKeyDown = [this](int code) { return topicField.KeyDown(code); },
+            .topicKeyPress = [this](int character) { return topicField.KeyPress(character); },
+            .inputKeyDown = [this](int code) { return inputLine.KeyDown(code); },
+            .inputKeyPress = [this](int character) { return inputLine.KeyPress(character); },
+        });
+    }
+
+    TestSurroundings around{u"127.0.0.1"_s};
+    QStringList fatal;
+    Handlers handlers{[this](const QString& text) { fatal += text; }};
+    Channel window{handlers, around.dialogs};
+    SessionVariables variables;
+    OwnTextStyle style;
+    SentLines server;
+    Room room{window};
+    TextWriter writer{variables};
+    TopicField topicField{room, server};
+    InputLine inputLine{{variables, style, room, window, server, writer, around.dialogs}};
+};
+
+// Every entry in front of the level that it stands on.
+QStringList entriesOf(const QMenu& menu, int level)
+{
+    QStringList entries;
+    for (const QAction* action : menu.actions()) {
+        const QMenu* inner = action->menu();
+        const QString name = inner ? inner->objectName() : action->objectName();
+        entries += QString(QString(level, u'-') + name + u'|' +
+                           (action->isSeparator() ? u"(line)"_s : action->text()));
+        if (inner)
+            entries += entriesOf(*inner, level + 1);
+    }
+    return entries;
+}
+
+} // namespace
+
+// The main window: its menus and pages, and what real keys and clicks do in it.
+class ChannelTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { loadResources(); }
+    void init();
+    void cleanup();
+
+    void menus_data();
+    void menus();
+    void stateOfEntries();
+    void tabs_data();
+    void tabs();
+    void smallestSize();
+    void links_data();
+    void links();
+
+    void topicLock_data();
+    void topicLock();
+    void topicGoesOutOnEnter();
+    void clickWithoutSelectionLeadsToTheInput_data();
+    void clickWithoutSelectionLeadsToTheInput();
+
+    void inputLine_data();
+    void inputLine();
+    void inputKeepsToItsLength();
+    void pastedLineEndsSendNothing();
+    void historyKeys();
+    void styleBoxes();
+    void sendPicture();
+    void failingKeyIsFatal();
+
+    void rightButtonSelectsNothing();
+    void doubleClickOnARow();
+    void disabledListTakesNoClicks();
+
+    void closingAsks_data();
+    void closingAsks();
+
+private:
+    template<typename T>
+    T* control(const QString& name) const
+    {
+        T* found = m_desk->window.findChild<T*>(name);
+        Q_ASSERT(found);
+        return found;
+    }
+    QLineEdit* input() const { return control<QLineEdit>(u"DataOut"_s); }
+    QWidget* topicEdit() const { return control<QWidget>(u"rtbTopic"_s)->focusProxy(); }
+    void click(const QWidget* target, Qt::MouseButton button = Qt::LeftButton,
+               QPoint at = {-1, -1}) const;
+    void setTopic(const QString& text) const { m_desk->window.rtbTopic().setText(text); }
+    QPoint middleOfRow(int row) const;
+
+    std::unique_ptr<Desk> m_desk;
+};
+
+void ChannelTest::init()
+{
+    m_desk = std::make_unique<Desk>();
+    m_desk->window.Show();
+    QVERIFY(QTest::qWaitForWindowActive(&m_desk->window));
+    QGuiApplication::clipboard()->clear();
+}
+
+void ChannelTest::cleanup()
+{
+    const QStringList fatal = m_desk->fatal;
+    m_desk.reset();
+    QCOMPARE(fatal, QStringList()); // whoever wants one takes it
+}
+
+// As the pointer meets the window, so that it is the control on top that gets it.
+void ChannelTest::click(const QWidget* target, Qt::MouseButton button, QPoint at) const
+{
+    if (at == QPoint(-1, -1))
+        at = target->rect().center();
+    QTest::mouseClick(m_desk->window.windowHandle(), button, {},
+                      target->mapTo(&m_desk->window, at));
+}
+
+QPoint ChannelTest::middleOfRow(int row) const
+{
+    const ListBoxWidget& rows = m_desk->window.nickRows();
+    return rows.viewport()->mapTo(&rows, rows.visualItemRect(rows.item(row)).center());
+}
+
+void ChannelTest::menus_data()
+{
+    QTest::addColumn<QStringList>("entries");
+
+    QTest::newRow("mnu_File") << QStringList{
+        u"-mnu_File_Connect|&Connect"_s,           u"-mnu_File_Disconnect|&Disconnect"_s,
+        u"-mnu_File_Register|&Register"_s,         u"--mnu_register_nickname|Your Chat Name"_s,
+        u"-mnu_options_clear|&Get Clear Screen"_s, u"-LB1|(line)"_s,
+        u"-mnu_Terminate|&Exit Application"_s,
+    };
+    QTest::newRow("mnu_option") << QStringList{
+        u"-mnu_file_change|&Change"_s,
+        u"--mnu_File_changenick|&Your NickName"_s,
+        u"--mnu_File_changepass|&Your Password"_s,
+        u"-mnu_view_fontsize|&Font Settings"_s,
+        u"-mnu_view_status|&Present Status"_s,
+        u"--mnu_status_brb|&..:Be Right Back:.."_s,
+        u"--mnu_away_dinner|&..:On The Dinner:.."_s,
+        u"--mnu_status_lunch|&..:On The Lunch:.."_s,
+        u"--mnu_status_phone|&..:On The Phone:.."_s,
+        u"--mnu_status_busy|&..:Busy:.."_s,
+        u"--mnu_status_afk|&..:Away From Keyboard:.."_s,
+        u"--mnu_status_away|&..:Away [Own Reason]:."_s,
+        u"-mnu_options_pm|&Recieve/Send Private Chat"_s,
+        u"--mnu_pm_no|&Yes"_s,
+        u"--mnu_pm_yes|&No"_s,
+        u"-mnu_sound|&Get Private Chat Sound"_s,
+        u"--mnu_sound_no|&Yes"_s,
+        u"--mnu_sound_yes|&No"_s,
+    };
+    QTest::newRow("mnu_view") << QStringList{
+        u"-mnu_chan_ban|&View Channel Ban List"_s,
+        u"-mnu_View_Buddylist|&View Buddy List Users"_s,
+        u"-mnu_ingorelist|&View Ignore List Users"_s,
+    };
+    QTest::newRow("mnu_Help") << QStringList{
+        u"-mnu_About|&About Application"_s,
+        u"-mnu_author|&About Author/Creator"_s,
+        u"-LB3|(line)"_s,
+        u"-mnu_Homepage|&Application Homepage"_s,
+    };
+    QTest::newRow("mnu_systray") << QStringList{
+        u"-mnu_systray_hide|&Show Main Window"_s,
+        u"-mnu_chatroom|&Show ChatRoom"_s,
+        u"-mnu_systray_about|&About Application/Software"_s,
+        u"-mnu_author_systray|&About Author/Creator"_s,
+        u"-mnu_systray_exit|&Exit Application"_s,
+    };
+    QTest::newRow("mnu_nicks") << QStringList{
+        u"-mnu_nicks_pm|Conversation"_s,
+        u"-mnu_blocked|Block Conversation"_s,
+        u"-mnu_slap|&Slap"_s,
+        u"-mnu_OB|(line)"_s,
+        u"-mnu_action|&Action"_s,
+        u"--mnu_hi|&Hi"_s,
+        u"--mnu_welcome|&Welome"_s,
+        u"--mnu_hugs|&Hugs"_s,
+        u"--mnu_handshake|&Handshakes"_s,
+        u"--mnu_ownaction|Own Action"_s,
+        u"-mnu_zip|(line)"_s,
+        u"-mnu_nicks_whois|Whois"_s,
+        u"-mnu_nicks_op|&Op"_s,
+        u"-mnu_nicks_halfop|&Halfop"_s,
+        u"-mnu_nicks_voice|&Voice"_s,
+        u"-LB5|(line)"_s,
+        u"-mnu_nicks_kick|Kick this user"_s,
+        u"-mnu_nicks_ban|Ban this user"_s,
+    };
+}
+
+void ChannelTest::menus()
+{
+    const QMenu* menu = control<QMenu>(QString::fromLatin1(QTest::currentDataTag()));
+    QTEST(entriesOf(*menu, 1), "entries");
+}
+
+void ChannelTest::stateOfEntries()
+{
+    const Channel& window = m_desk->window;
+    QStringList bar;
+    for (const QAction* action : window.menus().bar()->actions())
+        bar += action->text();
+    QCOMPARE(bar, (QStringList{u"&File"_s, u"&Option"_s, u"&View"_s, u"&Help"_s}));
+    QVERIFY(window.entry("mnu_File_Connect"_L1).Enabled());
+    QVERIFY(!window.entry("mnu_File_Disconnect"_L1).Enabled());
+    // "Yes" holds at the start for both pairs; their names cross over the captions.
+    for (const auto& [name, checked] :
+         {std::pair("mnu_pm_no"_L1, true), std::pair("mnu_pm_yes"_L1, false),
+          std::pair("mnu_sound_no"_L1, true), std::pair("mnu_sound_yes"_L1, false)})
+        QCOMPARE(window.entry(name).Checked(), checked);
+    QCOMPARE(window.windowTitle(), u"QuillHarbor Messenger 1.0"_s);
+}
+
+void ChannelTest::tabs_data()
+{
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QString>("shown");
+
+    QTest::newRow("0") << u"Home"_s << u"home"_s;
+    QTest::newRow("1") << u"ChatRoom"_s << u"chat"_s;
+    QTest::newRow("2") << u"Misc"_s << u"misc"_s;
+}
+
+void ChannelTest::tabs()
+{
+    QFETCH(QString, shown);
+    Channel& window = m_desk->window;
+    auto* home = new QWidget;
+    auto* misc = new QWidget;
+    const auto visiblePage = [&] {
+        QStringList pages;
+        if (home->isVisible())
+            pages += u"home"_s;
+        if (misc->isVisible())
+            pages += u"misc"_s;
+        for (const QString& name : {u"rtbTopic"_s, u"DataIn"_s, u"DataOut"_s, u"lstNicks"_s,
+                                    u"Check3"_s, u"Check4"_s, u"Label4"_s}) {
+            if (control<QWidget>(name)->isVisible() && !pages.contains(u"chat"_s))
+                pages += u"chat"_s;
+        }
+        return pages.join(u'+');
+    };
+    QCOMPARE(visiblePage(), u"chat"_s); // before any click
+    window.setWebPages(home, misc);
+    QCOMPARE(visiblePage(), u"chat"_s);
+
+    auto* tabs = control<QTabBar>(u"TBar"_s);
+    const int index = QByteArray(QTest::currentDataTag()).toInt();
+    QTEST(tabs->tabText(index), "caption");
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(index == 2 ? 0 : 2).center());
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(index).center());
+    QCOMPARE(visiblePage(), shown);
+
+    // The same by the routines, which take the tab along.
+    for (int i = 0; i < 3; ++i) {
+        const auto show = std::array{&Channel::myHome, &Channel::myChatRoom, &Channel::myMisc}[i];
+        (window.*show)();
+        QCOMPARE(tabs->currentIndex(), i);
+        QCOMPARE(visiblePage(), (QStringList{u"home"_s, u"chat"_s, u"misc"_s}[i]));
+    }
+}
+
+void ChannelTest::smallestSize()
+{
+    QWidget& window = m_desk->window;
+    window.resize(100, 100);
+    QTRY_COMPARE(window.size(), QSize(toPixels(11500), toPixels(7650)));
+    // Everything still has its place.
+    for (const QString& name : {u"rtbTopic"_s, u"DataIn"_s, u"DataOut"_s, u"lstNicks"_s,
+                                u"Image2"_s, u"Label5"_s, u"cmdCount"_s}) {
+        const auto* each = control<QWidget>(name);
+        const QRect place(each->mapTo(&window, QPoint(0, 0)), each->size());
+        QVERIFY2(window.rect().contains(place), qPrintable(name));
+        QVERIFY2(place.width() > 20 && place.height() > 8, qPrintable(name));
+    }
+}
+
+void ChannelTest::links_data()
+{
+    QTest::addColumn<QByteArray>("signal");
+
+    QTest::newRow("check1") << QByteArray(SIGNAL(check1_Click()));
+    QTest::newRow("check2") << QByteArray(SIGNAL(check2_Click()));
+    QTest::newRow("Command3") << QByteArray(SIGNAL(Command3_Click()));
+    QTest::newRow("command1") << QByteArray(SIGNAL(command1_Click()));
+    QTest::newRow("Label1") << QByteArray(SIGNAL(Label1_Click()));
+    QTest::newRow("Label4") << QByteArray(SIGNAL(authorLinkClicked()));
+    QTest::newRow("Label5") << QByteArray(SIGNAL(authorLinkClicked()));
+}
+
+void ChannelTest::links()
+{
+    QFETCH(QByteArray, signal);
+    const QSignalSpy spy(&m_desk->window, signal.constData());
+    QVERIFY(spy.isValid());
+    auto* button = control<QWidget>(QString::fromLatin1(QTest::currentDataTag()));
+    click(button);
+    QCOMPARE(spy.count(), 1);
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Space); // by keyboard, too
+    QCOMPARE(spy.count(), 2);
+}
+
+void ChannelTest::topicLock_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<QString>("unlocked"); // what becomes of "abc", with the caret at its start
+
+    QTest::newRow("letter") << u"letter"_s << u"xabc"_s;
+    QTest::newRow("blank") << u"blank"_s << u" abc"_s;
+    QTest::newRow("Delete") << u"Delete"_s << u"bc"_s;
+    QTest::newRow("Backspace") << u"End Backspace"_s << u"ab"_s;
+    QTest::newRow("word") << u"End Ctrl+Backspace"_s << u""_s;
+    QTest::newRow("over a selection") << u"Ctrl+A letter"_s << u"x"_s;
+    QTest::newRow("paste") << u"Ctrl+V"_s << u"two linesabc"_s;
+    QTest::newRow("paste, other keys") << u"Shift+Ins"_s << u"two linesabc"_s;
+    QTest::newRow("cut") << u"Ctrl+A Ctrl+X"_s << u""_s;
+    QTest::newRow("cut, other keys") << u"Ctrl+A Shift+Del"_s << u""_s;
+    QTest::newRow("input method") << u"compose"_s << u"éabc"_s;
+    QTest::newRow("drop") << u"End drop"_s << u"abctwo lines"_s;
+    QTest::newRow("Tab leaves") << u"Tab"_s << u"abc"_s;
+    QTest::newRow("copy") << u"Ctrl+A Ctrl+C"_s << u"abc"_s;
+}
+
+void ChannelTest::topicLock()
+{
+    QFETCH(QString, action);
+    for (const bool locked : {true, false}) {
+        TopicField::setLocked(m_desk->window.rtbTopic(), locked);
+        setTopic(u"abc"_s);
+        QGuiApplication::clipboard()->setText(u"two\nlines"_s);
+        QWidget* edit = topicEdit();
+        edit->setFocus();
+        QTest::keyClick(edit, Qt::Key_Home);
+        for (const QString& step : action.split(u' ')) {
+            if (step == "letter"_L1) {
+                QTest::keyClick(edit, 'x');
+            } else if (step == "blank"_L1) {
+                QTest::keyClick(edit, ' ');
+            } else if (step == "compose"_L1) {
+                QInputMethodEvent event;
+                event.setCommitString(u"é"_s);
+                QCoreApplication::sendEvent(edit, &event);
+            } else if (step == "drop"_L1) {
+                auto* viewport = edit->findChild<QWidget*>(u"qt_scrollarea_viewport"_s);
+                QMimeData data;
+                data.setText(u"two\nlines"_s);
+                const QPoint at(viewport->width() - 4, viewport->height() / 2);
+                QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+                QCoreApplication::sendEvent(viewport, &enter);
+                QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+                QCoreApplication::sendEvent(viewport, &drop);
+            } else {
+                const QKeyCombination keys = QKeySequence(step)[0];
+                QTest::keyClick(edit, keys.key(), keys.keyboardModifiers());
+            }
+        }
+        const QString text = m_desk->window.rtbTopic().Text();
+        if (locked)
+            QCOMPARE(text, u"abc"_s);
+        else
+            QTEST(text, "unlocked");
+        QCOMPARE(m_desk->server.lines, QStringList());
+    }
+    if (action.endsWith("Ctrl+C"_L1))
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"abc"_s); // reading is always allowed
+}
+
+void ChannelTest::topicGoesOutOnEnter()
+{
+    TopicField::setLocked(m_desk->window.rtbTopic(), true);
+    setTopic(u"old"_s);
+    QWidget* edit = topicEdit();
+    edit->setFocus();
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
+        QTest::keyClick(edit, key);
+    QCOMPARE(m_desk->server.lines, QStringList());
+
+    TopicField::setLocked(m_desk->window.rtbTopic(), false);
+    QTest::keyClick(edit, Qt::Key_End);
+    QTest::keyClicks(edit, u" and new"_s);
+    QTest::keyClick(edit, Qt::Key_Return);
+    QTest::keyClick(edit, Qt::Key_Enter);
+    QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
+    QCOMPARE(m_desk->server.lines, QStringList(3, u"TOPIC #room :old and new"_s));
+    QCOMPARE(m_desk->window.rtbTopic().Text(), u"old and new"_s); // no line break
+}
+
+void ChannelTest::clickWithoutSelectionLeadsToTheInput_data()
+{
+    QTest::addColumn<QString>("name");
+
+    QTest::newRow("conversation") << u"DataIn"_s;
+    QTest::newRow("topic") << u"rtbTopic"_s;
+}
+
+void ChannelTest::clickWithoutSelectionLeadsToTheInput()
+{
+    QFETCH(QString, name);
+    auto* view = control<QWidget>(name);
+    auto& text = dynamic_cast<RichTextBox&>(*view);
+    text.setText(u"some words to select"_s);
+    control<QWidget>(u"lstNicks"_s)->setFocus();
+    QVERIFY(!input()->hasFocus());
+    const QPoint first(12, 14);
+    click(view, Qt::LeftButton, first);
+    QVERIFY(input()->hasFocus());
+
+    // Whoever has selected something is left to copy it.
+    QWindow* window = m_desk->window.windowHandle();
+    const QPoint from = view->mapTo(&m_desk->window, first);
+    QTest::mousePress(window, Qt::LeftButton, {}, from);
+    QTest::mouseMove(window, from + QPoint(20, 0));
+    QTest::mouseMove(window, from + QPoint(60, 0));
+    QTest::mouseRelease(window, Qt::LeftButton, {}, from + QPoint(60, 0));
+    QVERIFY(text.SelLength() > 0);
+    QVERIFY(!input()->hasFocus());
+}
+
+void ChannelTest::inputLine_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("line");  // to the server
+    QTest::addColumn<QString>("shown"); // in the conversation
+    QTest::addColumn<QString>("left");  // in the box
+
+    QTest::newRow("message") << u"hi there"_s
+                             << u"PRIVMSG #room :\x03"
+                                "1 hi there"_s
+                             << u"<me> hi there"_s << u""_s;
+    QTest::newRow("slash means nothing") << u"/me waves"_s
+                                         << u"PRIVMSG #room :\x03"
+                                            "1 /me waves"_s
+                                         << u"<me> /me waves"_s << u""_s;
+    QTest::newRow("for bots") << u" !help "_s << u"PRIVMSG #room : !help "_s << u"<me>   !help "_s
+                              << u""_s;
+    QTest::newRow("raw") << u"IRC JOIN #x"_s << u"JOIN #x"_s << QString() << u""_s;
+    QTest::newRow("blanks") << u"   "_s << QString() << QString() << u"   "_s;
+    QTest::newRow("nothing") << u""_s << QString() << QString() << u""_s;
+}
+
+void ChannelTest::inputLine()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, line);
+    QFETCH(QString, shown);
+    QTest::keyClicks(input(), typed);
+    QTest::keyClick(input(), Qt::Key_Return);
+    QCOMPARE(m_desk->server.lines.join(u'\n'), line);
+    QCOMPARE(m_desk->window.DataIn().Text().trimmed(), shown.trimmed());
+    QTEST(input()->text(), "left");
+    QVERIFY(input()->hasFocus());
+}
+
+void ChannelTest::inputKeepsToItsLength()
+{
+    QGuiApplication::clipboard()->setText(QString(1200, u'x'));
+    QTest::keyClick(input(), Qt::Key_V, Qt::ControlModifier);
+    QTest::keyClick(input(), 'y');
+    QCOMPARE(input()->text(), QString(1100, u'x'));
+}
+
+void ChannelTest::pastedLineEndsSendNothing()
+{
+    for (const QString& lines : {u"hi\nQUIT :gone"_s, u"hi\r\nQUIT :gone"_s, u"hi\rQUIT :gone"_s}) {
+        QGuiApplication::clipboard()->setText(lines);
+        QTest::keyClick(input(), Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(input(), Qt::Key_Return);
+        QCOMPARE(m_desk->server.lines.size(), 1);
+        const QString line = m_desk->server.lines.takeFirst();
+        QVERIFY(line.startsWith(u"PRIVMSG #room :\x03"
+                                "1 hi"_s));
+        QVERIFY(!line.contains(u'\n') && !line.contains(u'\r'));
+    }
+}
+
+void ChannelTest::historyKeys()
+{
+    const auto press = [this](Qt::Key key) {
+        QTest::keyClick(input(), key);
+        return QString(input()->text() + u'/' + QString::number(m_desk->around.dialogs.beeps));
+    };
+    QCOMPARE(press(Qt::Key_Up), u"/1"_s);
+    QCOMPARE(press(Qt::Key_Down), u"/2"_s);
+    for (const QString& text : {u"a"_s, u"!not kept"_s, u"IRC nor this"_s, u"b"_s}) {
+        QTest::keyClicks(input(), text);
+        QTest::keyClick(input(), Qt::Key_Return);
+    }
+    QTest::keyClicks(input(), u"lost"_s);
+    QCOMPARE(press(Qt::Key_Up), u"b/2"_s);
+    QCOMPARE(press(Qt::Key_Up), u"a/2"_s);
+    QCOMPARE(press(Qt::Key_Up), u"a/3"_s);
+    QCOMPARE(press(Qt::Key_Down), u"b/3"_s);
+    QCOMPARE(press(Qt::Key_Down), u"b/4"_s);
+    QTest::keyClick(input(), Qt::Key_Up);
+    QTest::keyClick(input(), Qt::Key_Return);
+    QCOMPARE(m_desk->server.lines.last(), u"PRIVMSG #room :\x03"
+                                          "1 a"_s);
+    QCOMPARE(press(Qt::Key_Up), u"a/4"_s);
+}
+
+void ChannelTest::styleBoxes()
+{
+    const QSignalSpy bold(&m_desk->window, &Channel::Check3_Click);
+    const QSignalSpy underline(&m_desk->window, &Channel::Check4_Click);
+    for (const QString& name : {u"Check3"_s, u"Check4"_s}) {
+        auto* box = control<QCheckBox>(name);
+        click(box, Qt::LeftButton, {8, box->height() / 2});
+        QVERIFY(box->isChecked());
+    }
+    QCOMPARE(bold.value(0), QVariantList{true});
+    QCOMPARE(underline.value(0), QVariantList{true});
+    QTest::keyClick(input(), 'x'); // each key sets the typeface anew, the style stays
+    QVERIFY(input()->font().bold() && input()->font().underline());
+    QCOMPARE(input()->font().families(), QStringList{u"Arial"_s});
+    QCOMPARE(input()->font().pointSize(), 10);
+    click(control<QWidget>(u"Check3"_s), Qt::LeftButton, {8, 8});
+    QVERIFY(!input()->font().bold() && input()->font().underline());
+    QCOMPARE(bold.value(1), QVariantList{false});
+}
+
+void ChannelTest::sendPicture()
+{
+    const auto* picture = control<QWidget>(u"Image2"_s);
+    click(picture);
+    QCOMPARE(m_desk->server.lines, QStringList());
+    QTest::keyClicks(input(), u"hi"_s);
+    click(picture);
+    QCOMPARE(m_desk->server.lines, QStringList{u"PRIVMSG #room :\x03"
+                                               "1 hi"_s});
+    QCOMPARE(input()->text(), QString());
+}
+
+void ChannelTest::failingKeyIsFatal()
+{
+    m_desk->variables.MaxTextHistory = Int16(-1);
+    QTest::keyClicks(input(), u"hi"_s);
+    QTest::keyClick(input(), Qt::Key_Return);
+    QCOMPARE(std::exchange(m_desk->fatal, {}),
+             QStringList{u"Run-time error '9':\n\nSubscript out of range"_s});
+}
+
+void ChannelTest::rightButtonSelectsNothing()
+{
+    Channel& window = m_desk->window;
+    for (const QString& nick : {u"@ann"_s, u"bob"_s, u"cleo"_s})
+        window.lstNicks().AddItem(nick);
+    const QSignalSpy asked(&window, &Channel::lstNicks_RightButtonDown);
+    const auto* rows = &window.nickRows();
+    click(rows, Qt::RightButton, middleOfRow(1));
+    QCOMPARE(window.lstNicks().ListIndex(), -1);
+    click(rows, Qt::LeftButton, middleOfRow(0));
+    QCOMPARE(window.lstNicks().Text(), u"@ann"_s);
+    click(rows, Qt::RightButton, middleOfRow(2));
+    QCOMPARE(window.lstNicks().Text(), u"@ann"_s);
+    QCOMPARE(asked.count(), 2);
+    QCOMPARE(asked.at(1).at(0).toPoint(), rows->mapToGlobal(middleOfRow(2)));
+}
+
+void ChannelTest::doubleClickOnARow()
+{
+    Channel& window = m_desk->window;
+    window.lstNicks().AddItem(u"bob"_s);
+    const QSignalSpy clicked(&window, &Channel::lstNicks_DblClick);
+    const QPoint at = window.nickRows().mapTo(&window, middleOfRow(0));
+    QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, at);
+    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(window.lstNicks().Text(), u"bob"_s);
+    QTest::mouseDClick(window.windowHandle(), Qt::RightButton, {}, at);
+    QCOMPARE(clicked.count(), 1);
+}
+
+void ChannelTest::disabledListTakesNoClicks()
+{
+    Channel& window = m_desk->window;
+    window.lstNicks().AddItem(u"bob"_s);
+    const QSignalSpy asked(&window, &Channel::lstNicks_RightButtonDown);
+    window.lstNicks().setEnabled(false);
+    click(&window.nickRows(), Qt::RightButton, middleOfRow(0));
+    click(&window.nickRows(), Qt::LeftButton, middleOfRow(0));
+    QCOMPARE(asked.count(), 0);
+    QCOMPARE(window.lstNicks().ListIndex(), -1);
+}
+
+void ChannelTest::closingAsks_data()
+{
+    QTest::addColumn<bool>("yes");
+
+    QTest::newRow("yes") << true;
+    QTest::newRow("no") << false;
+}
+
+void ChannelTest::closingAsks()
+{
+    QFETCH(bool, yes);
+    const QSignalSpy closed(&m_desk->window, &Channel::closedToTray);
+    m_desk->around.dialogs.answerYes = yes;
+    m_desk->window.close();
+    QCOMPARE(m_desk->around.dialogs.shown,
+             QStringList{u"Quill Harbor Messenger|This will resize (minmize) messenger in system "
+                         "tray. Are you sure you want to to exit Quill Harbor Messenger ChatRoom? "
+                         "Messenger will be running in system tray."_s});
+    QCOMPARE(m_desk->window.isVisible(), !yes);
+    QCOMPARE(closed.count(), yes ? 1 : 0);
+}
+
+QTEST_MAIN(ChannelTest)
+#include "tst_channel.moc"

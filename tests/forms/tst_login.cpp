@@ -1,0 +1,714 @@
+#include "account/Login.h"
+#include "account/LoginDesk.h"
+#include "desktop/Settings.h"
+#include "desktop/xpButton.h"
+#include "platform/ActionEntry.h"
+#include "platform/Handlers.h"
+#include "platform/Resources.h"
+#include "platform/RunKey.h"
+#include "platform/SvgPicture.h"
+#include "platform/Twips.h"
+#include "platform/UserStore.h"
+#include "support/TestSurroundings.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct FakeDesk final : LoginDesk
+{
+    QStringList calls;
+    bool loads = true;
+    bool previous = false;
+
+    void touch() const
+    {
+        if (!loads)
+            throw RunTimeError(RunTimeError::Number::TypeMismatch);
+    }
+    void stopRetrying() override
+    {
+        touch();
+        calls += u"stopRetrying"_s;
+    }
+    void loadChannel() override { calls += u"loadChannel"_s; }
+    void mnu_File_Connect_Click() override { calls += u"connect"_s; }
+    void mnu_File_Disconnect_Click() override
+    {
+        touch();
+        calls += u"disconnect"_s;
+    }
+    void showChatRoom() override { calls += u"showChatRoom"_s; }
+    void createTrayIcon() override { throw RunTimeError(RunTimeError::Number::ObjectRequired); }
+    void showPopup() override { calls += u"showPopup"_s; }
+    void showAbout() override { calls += u"showAbout"_s; }
+    void showAuthor() override { calls += u"showAuthor"_s; }
+    void openFeedbackPage() override { calls += u"openFeedbackPage"_s; }
+    bool hasPreviousInstance() const override { return previous; }
+    void End() override { calls += u"End"_s; }
+};
+
+const QStringList sessionStarts{u"stopRetrying"_s, u"loadChannel"_s, u"connect"_s};
+
+} // namespace
+
+// The sign-in form: what it makes of what is stored, what it stores, and its steps into a session.
+class LoginTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { loadResources(); }
+    void init();
+    void cleanup();
+
+    void loads_data();
+    void loads();
+    void previousInstanceChangesNothing();
+
+    void signsIn_data();
+    void signsIn();
+    void refusesTheEmptyName_data();
+    void refusesTheEmptyName();
+    void writesFourSettings();
+    void remembers_data();
+    void remembers();
+    void failingLoad_data();
+    void failingLoad();
+
+    void startsWithTheDesktop();
+    void entryOfAnotherRunStays();
+    void lockedAutostartEndsTheSignIn();
+
+    void boxesAct();
+    void pastedLineEndsTheName();
+
+    void looksConnected();
+    void menus_data();
+    void menus();
+    void signEntryIsTheState();
+    void exitAsks_data();
+    void exitAsks();
+    void closingHides();
+
+    void stripLeapfrogs();
+    void sizeHoldsWhileTheStripRuns();
+    void showsTheTime();
+
+private:
+    template<typename T>
+    T* control(const QString& name) const
+    {
+        T* found = m_login->findChild<T*>(name);
+        Q_ASSERT(found);
+        return found;
+    }
+    QLineEdit* field(const QString& name) const { return control<QLineEdit>(name); }
+    QCheckBox* box(const QString& name) const { return control<QCheckBox>(name); }
+    ActionEntry* entry(const QString& name) const { return control<ActionEntry>(name); }
+    bool shows(const QString& name) const { return control<QWidget>(name)->isVisible(); }
+
+    void make();
+    void load();
+    void tick(const QString& timer) const;
+    void trigger(const QString& way);
+    void setBox(const QString& name, bool on) const;
+    void enter(const QString& name, const QString& password);
+
+    UserStore store() const { return UserStore(m_around->folder.filePath(u"store"_s)); }
+    QString stored(const QString& key) const
+    {
+        return store().GetSetting(u"QuillHarbor"_s, u"main"_s, key, u"(none)"_s);
+    }
+    QString autostart() const { return m_around->folder.filePath(u"autostart"_s); }
+    bool startsAtLogin() const
+    {
+        return QFile::exists(autostart() + "/QuillHarborMessenger.desktop"_L1);
+    }
+    QStringList settingsLines() const;
+
+    std::unique_ptr<TestSurroundings> m_around;
+    FakeDesk m_desk;
+    QStringList m_fatal;
+    std::unique_ptr<Handlers> m_handlers;
+    std::unique_ptr<Settings> m_settings;
+    std::unique_ptr<UserStore> m_store;
+    std::unique_ptr<RunKey> m_runKey;
+    std::unique_ptr<Login> m_login;
+};
+
+void LoginTest::init()
+{
+    m_around = std::make_unique<TestSurroundings>(u"127.0.0.1"_s);
+    m_desk = {};
+    m_fatal.clear();
+    make();
+}
+
+void LoginTest::cleanup()
+{
+    m_login.reset();
+    QCOMPARE(m_fatal, QStringList()); // whoever wants one takes it
+}
+
+// A fresh start of the program on the same folders.
+void LoginTest::make()
+{
+    m_login.reset();
+    m_handlers = std::make_unique<Handlers>([this](const QString& text) { m_fatal += text; });
+    m_settings = std::make_unique<Settings>(m_around->settingsPath());
+    m_store = std::make_unique<UserStore>(store());
+    m_runKey = std::make_unique<RunKey>(autostart());
+    m_login = std::make_unique<Login>(
+        Login::Parts{m_desk, *m_settings, *m_store, *m_runKey, m_around->dialogs, m_around->clock},
+        *m_handlers);
+}
+
+void LoginTest::load()
+{
+    m_login->Form_Load();
+    m_login->Show();
+    QVERIFY(QTest::qWaitForWindowActive(m_login.get()));
+}
+
+QStringList LoginTest::settingsLines() const
+{
+    QFile file(m_around->settingsPath());
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    for (QString& line : lines)
+        line.remove(u'\r').remove(u' ');
+    lines.sort();
+    return lines;
+}
+
+void LoginTest::tick(const QString& timer) const
+{
+    auto* ticking = control<QTimer>(timer);
+    QVERIFY(ticking->isActive());
+    QTimerEvent event(ticking->timerId());
+    QCoreApplication::sendEvent(ticking, &event);
+}
+
+// The ways into DoSignIn, as the user goes them.
+void LoginTest::trigger(const QString& way)
+{
+    const auto click = [](QWidget* target) { QTest::mouseClick(target, Qt::LeftButton); };
+    if (way == "button"_L1)
+        click(control<xpButton>(u"cmdSignIn"_s));
+    else if (way == "picture"_L1)
+        click(control<SvgPicture>(u"Image3"_s));
+    else if (way == "name"_L1)
+        QTest::keyClick(field(u"Text1"_s), Qt::Key_Return);
+    else if (way == "password"_L1)
+        QTest::keyClick(field(u"Text2"_s), Qt::Key_Enter);
+    else if (way == "menu"_L1)
+        entry(u"mnu_Sign"_s)->trigger();
+    else
+        QFAIL(qPrintable(way));
+}
+
+void LoginTest::setBox(const QString& name, bool on) const
+{
+    QCheckBox* target = box(name);
+    if (target->isChecked() != on)
+        QTest::mouseClick(target, Qt::LeftButton, {}, QPoint(8, target->height() / 2));
+    QCOMPARE(target->isChecked(), on);
+}
+
+void LoginTest::enter(const QString& name, const QString& password)
+{
+    field(u"Text1"_s)->clear();
+    field(u"Text2"_s)->clear();
+    QTest::keyClicks(field(u"Text1"_s), name);
+    QTest::keyClicks(field(u"Text2"_s), password);
+}
+
+void LoginTest::loads_data()
+{
+    QTest::addColumn<QByteArray>("settings");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("password");
+    QTest::addColumn<QString>("boxes"); // those that are ticked
+    QTest::addColumn<QString>("fields");
+    QTest::addColumn<bool>("entry");
+
+    const auto row = [](const char* title) -> QTestData& { return QTest::newRow(title); };
+    row("first start") << QByteArray() << u""_s << u""_s << u"Check3 ChkStartUp"_s << u"/"_s
+                       << true;
+    row("name and password stored")
+        << QByteArray("[irc]\nPassword=True\n") << u"anna"_s << u"secret"_s
+        << u"check1 Check3 ChkStartUp"_s << u"anna/secret"_s << true;
+    row("name alone") << QByteArray("[irc]\nPassword=True\n") << u"anna"_s << u""_s
+                      << u"Check3 ChkStartUp"_s << u"anna/"_s << true;
+    row("a stored password ticks its box")
+        << QByteArray("[irc]\nPassword=False\n") << u"anna"_s << u"secret"_s
+        << u"check1 Check3 ChkStartUp"_s << u"anna/secret"_s << true;
+    row("remembering off is not heeded") << QByteArray("[NickName]\nbremnick=False\n") << u"anna"_s
+                                         << u""_s << u"Check3 ChkStartUp"_s << u"anna/"_s << true;
+    row("guest") << QByteArray("[irc]\nGuest=True\n") << u"Guest"_s << u""_s
+                 << u"check2 Check3 ChkStartUp"_s << u"Guest/"_s << true;
+    row("guest without a stored name") << QByteArray("[irc]\nGuest=1\n") << u""_s << u""_s
+                                       << u"check2 Check3 ChkStartUp"_s << u"/"_s << true;
+    row("not with the desktop") << QByteArray("[load]\nstartup=False\n") << u""_s << u""_s
+                                << u"Check3"_s << u"/"_s << false;
+    row("what cannot be read stays off")
+        << QByteArray("[load]\nstartup=perhaps\n[irc]\nPassword=x\nGuest=TRUE\n") << u"Guest"_s
+        << u"p"_s << u"check1 check2 Check3"_s << u"Guest/p"_s << false;
+}
+
+void LoginTest::loads()
+{
+    QFETCH(QByteArray, settings);
+    QFETCH(QString, name);
+    QFETCH(QString, password);
+    QVERIFY(settings.isEmpty() || m_around->writeSettings(settings));
+    m_store->SaveSetting(u"QuillHarbor"_s, u"main"_s, u"name"_s, name);
+    m_store->SaveSetting(u"QuillHarbor"_s, u"main"_s, u"pass"_s, password);
+    load();
+
+    QStringList ticked;
+    for (const QString& each : {u"check1"_s, u"check2"_s, u"Check3"_s, u"ChkStartUp"_s})
+        ticked += box(each)->isChecked() ? each : QString();
+    ticked.removeAll(QString());
+    QTEST(ticked.join(u' '), "boxes");
+    QTEST(QString(field(u"Text1"_s)->text() + u'/' + field(u"Text2"_s)->text()), "fields");
+    QTEST(startsAtLogin(), "entry");
+    QCOMPARE(field(u"Text2"_s)->isEnabled(), !box(u"check2"_s)->isChecked());
+    QCOMPARE(QFile::exists(m_around->settingsPath()), !settings.isEmpty()); // reading makes none
+    QVERIFY(control<QTimer>(u"Timer2"_s)->isActive());
+    QVERIFY(!control<QTimer>(u"Timer1"_s)->isActive());
+    QVERIFY(!control<QLabel>(u"Label7"_s)->text().isEmpty());
+    QVERIFY(!control<QLabel>(u"Label8"_s)->text().isEmpty());
+    QVERIFY(shows(u"Image1"_s) && !shows(u"Picture1"_s) && !shows(u"Label6"_s));
+}
+
+void LoginTest::previousInstanceChangesNothing()
+{
+    m_desk.previous = true;
+    m_login->show();
+    m_login->Form_Load();
+    QVERIFY(!m_login->isVisible());
+    QVERIFY(box(u"ChkStartUp"_s)->isChecked()); // the load went on
+    QCOMPARE(m_desk.calls, QStringList());
+}
+
+void LoginTest::signsIn_data()
+{
+    QTest::addColumn<bool>("resizes");
+
+    QTest::newRow("button") << true;
+    QTest::newRow("picture") << true;
+    QTest::newRow("name") << true;
+    QTest::newRow("menu") << true;
+    QTest::newRow("password") << false;
+}
+
+void LoginTest::signsIn()
+{
+    QFETCH(bool, resizes);
+    load();
+    enter(u"anna"_s, u"secret"_s);
+    m_login->resize(500, 700);
+    trigger(QString::fromLatin1(QTest::currentDataTag()));
+
+    QCOMPARE(m_desk.calls, sessionStarts);
+    QVERIFY(field(u"Text1"_s)->isReadOnly() && field(u"Text2"_s)->isReadOnly());
+    QCOMPARE(entry(u"mnu_Sign"_s)->Caption(), u"Sign Out"_s);
+    QVERIFY(shows(u"Picture1"_s) && shows(u"Picture2"_s) && !shows(u"Image1"_s));
+    QVERIFY(control<QTimer>(u"Timer1"_s)->isActive());
+    QVERIFY(shows(u"Text1"_s) && !shows(u"Label6"_s)); // connected only when the socket says so
+    QCOMPARE(m_login->size(), resizes ? QSize(toPixels(5415), toPixels(8790)) : QSize(500, 700));
+    QCOMPARE(stored(u"name"_s), u"anna"_s);
+    QCOMPARE(m_around->dialogs.shown, QStringList());
+}
+
+void LoginTest::refusesTheEmptyName_data()
+{
+    signsIn_data();
+}
+
+void LoginTest::refusesTheEmptyName()
+{
+    load();
+    enter({}, u"secret"_s);
+    setBox(u"check1"_s, true);
+    trigger(QString::fromLatin1(QTest::currentDataTag()));
+
+    QCOMPARE(m_around->dialogs.shown, QStringList{u"No NickName|Enter Your NickName"_s});
+    QCOMPARE(m_around->dialogs.lastIcon, Dialogs::Icon::Exclamation);
+    QCOMPARE(m_desk.calls, QStringList{u"stopRetrying"_s});
+    QCOMPARE(entry(u"mnu_Sign"_s)->Caption(), u"Sign In"_s);
+    QVERIFY(field(u"Text1"_s)->hasFocus());
+    QVERIFY(!field(u"Text1"_s)->isReadOnly() && !field(u"Text2"_s)->isReadOnly());
+    QVERIFY(shows(u"Image1"_s) && !shows(u"Picture1"_s));
+    QVERIFY(!control<QTimer>(u"Timer1"_s)->isActive());
+    // What follows the session's start happens all the same.
+    QCOMPARE(stored(u"name"_s), QString());
+    QCOMPARE(stored(u"pass"_s), u"secret"_s);
+    QVERIFY(settingsLines().contains(u"Password=True"_s));
+}
+
+void LoginTest::writesFourSettings()
+{
+    load();
+    QVERIFY(!QFile::exists(m_around->settingsPath()));
+    enter(u"anna"_s, u"secret"_s);
+    trigger(u"button"_s);
+    QCOMPARE(settingsLines(),
+             (QStringList{u"Guest=False"_s, u"Password=False"_s, u"[NickName]"_s, u"[irc]"_s,
+                          u"[load]"_s, u"bremnick=True"_s, u"startup=True"_s}));
+
+    setBox(u"ChkStartUp"_s, false);
+    setBox(u"check1"_s, true);
+    trigger(u"button"_s);
+    QCOMPARE(settingsLines(),
+             (QStringList{u"Guest=False"_s, u"Password=True"_s, u"[NickName]"_s, u"[irc]"_s,
+                          u"[load]"_s, u"bremnick=True"_s, u"startup=False"_s}));
+}
+
+void LoginTest::remembers_data()
+{
+    QTest::addColumn<bool>("password");
+    QTest::addColumn<bool>("name");
+    QTest::addColumn<QString>("kept");  // in the store: name/password
+    QTest::addColumn<QString>("shown"); // in the fields afterwards
+    QTest::addColumn<QString>("session");
+
+    QTest::newRow("both") << true << true << u"anna/secret"_s << u"anna/secret"_s << u"early"_s;
+    QTest::newRow("name") << false << true << u"anna/"_s << u"anna/"_s << u"secret"_s;
+    QTest::newRow("password") << true << false << u"/secret"_s << u"/secret"_s << u"early"_s;
+    QTest::newRow("nothing") << false << false << u"/"_s << u"/"_s << u"secret"_s;
+}
+
+void LoginTest::remembers()
+{
+    QFETCH(bool, password);
+    QFETCH(bool, name);
+    load();
+    // What was remembered before is erased by a sign-in that is not to be remembered.
+    enter(u"before"_s, u"early"_s);
+    setBox(u"check1"_s, false);
+    trigger(u"button"_s);
+    m_login->setEntriesLocked(false);
+    QCOMPARE(m_login->sessionPassword(), u"early"_s);
+
+    setBox(u"Check3"_s, name);
+    setBox(u"check1"_s, password);
+    enter(u"anna"_s, u"secret"_s);
+    trigger(u"button"_s);
+    QTEST(QString(stored(u"name"_s) + u'/' + stored(u"pass"_s)), "kept");
+    QTEST(QString(field(u"Text1"_s)->text() + u'/' + field(u"Text2"_s)->text()), "shown");
+    QTEST(m_login->sessionPassword(), "session"); // a remembered one leaves the older one standing
+    QCOMPARE(box(u"Check3"_s)->isChecked(), name);
+    QCOMPARE(box(u"check1"_s)->isChecked(), password);
+}
+
+void LoginTest::failingLoad_data()
+{
+    QTest::addColumn<bool>("fatal");
+
+    QTest::newRow("button") << false;
+    QTest::newRow("picture") << false;
+    QTest::newRow("name") << false;
+    QTest::newRow("menu") << false;
+    QTest::newRow("password") << true;
+}
+
+void LoginTest::failingLoad()
+{
+    QFETCH(bool, fatal);
+    load();
+    m_desk.loads = false;
+    enter(u"anna"_s, u"secret"_s);
+    trigger(QString::fromLatin1(QTest::currentDataTag()));
+    QCOMPARE(std::exchange(m_fatal, {}),
+             fatal ? QStringList(u"Run-time error '13':\n\nType mismatch"_s) : QStringList());
+    // The first step failed: nothing of the others was done.
+    QVERIFY(!field(u"Text1"_s)->isReadOnly());
+    QCOMPARE(stored(u"name"_s), u"(none)"_s);
+    QVERIFY(!QFile::exists(m_around->settingsPath()));
+}
+
+void LoginTest::startsWithTheDesktop()
+{
+    load();
+    QVERIFY(startsAtLogin());
+    setBox(u"ChkStartUp"_s, false);
+    QVERIFY(!startsAtLogin());
+    setBox(u"ChkStartUp"_s, true);
+    QVERIFY(startsAtLogin());
+
+    QVERIFY(QFile::remove(autostart() + "/QuillHarborMessenger.desktop"_L1));
+    enter(u"anna"_s, {});
+    trigger(u"button"_s);
+    QVERIFY(startsAtLogin()); // each sign-in writes it anew
+}
+
+void LoginTest::entryOfAnotherRunStays()
+{
+    load();
+    QVERIFY(startsAtLogin());
+    QVERIFY(m_around->writeSettings("[load]\nstartup=False\n"));
+    make();
+    load();
+    enter(u"anna"_s, {});
+    trigger(u"button"_s);
+    QCOMPARE(m_desk.calls, sessionStarts);
+    QVERIFY(startsAtLogin()); // nothing has opened the key in this run
+}
+
+void LoginTest::lockedAutostartEndsTheSignIn()
+{
+    QFile file(autostart()); // where the folder would be
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    load();
+    QVERIFY(box(u"ChkStartUp"_s)->isChecked());
+    enter(u"anna"_s, u"secret"_s);
+    trigger(u"button"_s);
+    QCOMPARE(m_desk.calls, sessionStarts);             // the attempt has begun
+    QCOMPARE(m_login->sessionPassword(), u"secret"_s); // this step came before
+    QCOMPARE(stored(u"name"_s), u"(none)"_s);
+    QVERIFY(!QFile::exists(m_around->settingsPath()));
+}
+
+void LoginTest::boxesAct()
+{
+    m_store->SaveSetting(u"QuillHarbor"_s, u"main"_s, u"name"_s, u"anna"_s);
+    m_store->SaveSetting(u"QuillHarbor"_s, u"main"_s, u"pass"_s, u"secret"_s);
+    load();
+    setBox(u"check1"_s, false);
+    setBox(u"Check3"_s, false);
+    QCOMPARE(field(u"Text1"_s)->text(), QString());
+    QCOMPARE(field(u"Text2"_s)->text(), u"secret"_s); // the name alone goes
+    field(u"Text2"_s)->clear();
+    setBox(u"Check3"_s, true);
+    QCOMPARE(field(u"Text1"_s)->text(), u"anna"_s);
+    QCOMPARE(field(u"Text2"_s)->text(), u"secret"_s);
+    QVERIFY(box(u"check1"_s)->isChecked());
+
+    setBox(u"check2"_s, true);
+    QCOMPARE(field(u"Text1"_s)->text(), u"Guest"_s);
+    QVERIFY(!field(u"Text2"_s)->isEnabled() && !control<QLabel>(u"Label4"_s)->isEnabled());
+    setBox(u"check2"_s, false);
+    QCOMPARE(field(u"Text1"_s)->text(), QString());
+    QVERIFY(field(u"Text2"_s)->isEnabled() && control<QLabel>(u"Label4"_s)->isEnabled());
+}
+
+void LoginTest::pastedLineEndsTheName()
+{
+    load();
+    for (const QString& name : {u"Text1"_s, u"Text2"_s}) {
+        QGuiApplication::clipboard()->setText(u"anna\r\nQUIT\n"_s);
+        field(name)->setFocus();
+        QTest::keyClick(field(name), Qt::Key_V, Qt::ControlModifier);
+        QVERIFY(field(name)->text().startsWith("anna"_L1));
+    }
+    // A line end in a nickname or password would end the line that carries it to the server.
+    QVERIFY(!m_login->nickname().contains(u'\n') && !m_login->nickname().contains(u'\r'));
+    trigger(u"button"_s);
+    QVERIFY(!m_login->sessionPassword().contains(u'\n'));
+    QVERIFY(!m_login->sessionPassword().contains(u'\r'));
+}
+
+void LoginTest::looksConnected()
+{
+    static const QStringList signInControls{u"Label3"_s, u"Text1"_s,  u"Label4"_s, u"Text2"_s,
+                                            u"check1"_s, u"check2"_s, u"Check3"_s, u"ChkStartUp"_s};
+    load();
+    enter(u"anna"_s, {});
+    trigger(u"button"_s);
+    m_desk.calls.clear();
+    m_login->Login_Log();
+    QVERIFY(shows(u"Label6"_s));
+    for (const QString& name : signInControls)
+        QVERIFY2(!shows(name), qPrintable(name));
+
+    // Signing in while connected only says so.
+    const QStringList before = settingsLines();
+    for (const QString& way : {u"button"_s, u"picture"_s})
+        trigger(way);
+    QCOMPARE(m_desk.calls, (QStringList{u"showPopup"_s, u"showPopup"_s}));
+    QCOMPARE(settingsLines(), before);
+    m_login->hide(); // the flag is not whether somebody sees it
+    m_login->cmdSignIn_Click();
+    QCOMPARE(m_desk.calls.size(), 3);
+    QCOMPARE(m_desk.calls.last(), u"showPopup"_s);
+    m_login->Show();
+
+    m_login->cmdSignout_Click();
+    m_login->Login_UnLog();
+    QVERIFY(!shows(u"Label6"_s) && shows(u"Image1"_s) && !shows(u"Picture1"_s));
+    QVERIFY(!control<QTimer>(u"Timer1"_s)->isActive());
+    for (const QString& name : signInControls)
+        QVERIFY2(shows(name), qPrintable(name));
+}
+
+void LoginTest::menus_data()
+{
+    QTest::addColumn<QString>("menu");
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QString>("call");
+
+    QTest::newRow("mnu_Sign") << u"mnu_File"_s << u"Sign In"_s << QString();
+    QTest::newRow("mnu_chatroom") << u"mnu_File"_s << u"&Go Chat!"_s << u"showChatRoom"_s;
+    QTest::newRow("mnu_Close") << u"mnu_File"_s << u"Close"_s << u"End"_s;
+    QTest::newRow("mnu_Feedback") << u"mnu_help"_s << u"Send Feedback"_s << u"openFeedbackPage"_s;
+    QTest::newRow("mnu_About") << u"mnu_help"_s << u"About Messenger"_s << u"showAbout"_s;
+    QTest::newRow("mnu_author") << u"mnu_help"_s << u"About Author/Creator"_s << u"showAuthor"_s;
+}
+
+void LoginTest::menus()
+{
+    QFETCH(QString, menu);
+    QFETCH(QString, call);
+    load();
+    ActionEntry* action = entry(QString::fromLatin1(QTest::currentDataTag()));
+    QTEST(action->Caption(), "caption");
+    QVERIFY(control<QMenu>(menu)->actions().contains(action));
+    if (call.isEmpty())
+        return;
+    action->trigger();
+    QCOMPARE(m_desk.calls, QStringList{call});
+}
+
+void LoginTest::signEntryIsTheState()
+{
+    load();
+    ActionEntry* sign = entry(u"mnu_Sign"_s);
+    enter(u"anna"_s, u"secret"_s);
+    sign->trigger();
+    QCOMPARE(sign->Caption(), u"Sign Out"_s);
+    QCOMPARE(m_desk.calls, sessionStarts);
+
+    m_desk.calls.clear();
+    sign->trigger();
+    QCOMPARE(sign->Caption(), u"Sign In"_s);
+    QCOMPARE(m_desk.calls, QStringList{u"disconnect"_s});
+    QVERIFY(!field(u"Text1"_s)->isReadOnly());
+    QVERIFY(field(u"Text2"_s)->isReadOnly()); // the disconnect itself unlocks it
+    QVERIFY(shows(u"Image1"_s));
+
+    // A name that is not remembered is gone after the sign-in, and with it the caption.
+    m_login->setEntriesLocked(false);
+    setBox(u"Check3"_s, false);
+    enter(u"anna"_s, {});
+    sign->trigger();
+    QCOMPARE(sign->Caption(), u"Sign In"_s);
+
+    // Nobody knows another caption.
+    m_desk.calls.clear();
+    m_login->setSignCaption(u"Sign"_s);
+    sign->trigger();
+    QCOMPARE(m_desk.calls, QStringList());
+}
+
+void LoginTest::exitAsks_data()
+{
+    QTest::addColumn<bool>("yes");
+
+    QTest::newRow("yes") << true;
+    QTest::newRow("no") << false;
+}
+
+void LoginTest::exitAsks()
+{
+    QFETCH(bool, yes);
+    load();
+    m_around->dialogs.answerYes = yes;
+    entry(u"mnu_Close"_s)->trigger();
+    QCOMPARE(m_around->dialogs.shown,
+             QStringList{u"Quill Harbor Messenger|Are you sure you want to exit QuillHarbor "
+                         "Messenger?"_s});
+    QCOMPARE(m_desk.calls, yes ? QStringList{u"End"_s} : QStringList());
+    QVERIFY(m_login->isVisible());
+}
+
+void LoginTest::closingHides()
+{
+    load();
+    enter(u"anna"_s, {});
+    trigger(u"button"_s);
+    m_desk.calls.clear();
+    m_login->close();
+    QVERIFY(!m_login->isVisible());
+    QCOMPARE(m_desk.calls, QStringList());
+    m_login->Show();
+    QVERIFY(m_login->isVisible());
+    QCOMPARE(field(u"Text1"_s)->text(), u"anna"_s); // it was never unloaded
+}
+
+void LoginTest::stripLeapfrogs()
+{
+    load();
+    enter(u"anna"_s, {});
+    trigger(u"button"_s);
+    const auto* first = control<SvgPicture>(u"Picture1"_s);
+    const auto* second = control<SvgPicture>(u"Picture2"_s);
+    const QWidget* band = first->parentWidget();
+    QCOMPARE(toTwips(second->x()), 14040);
+    QCOMPARE(first->y(), second->y());
+    QVERIFY(!first->isEnabled() && !second->isEnabled());
+    QCOMPARE(toTwips(first->width()), 23040);
+    int leaps = 0;
+    for (int i = 0; i < 400; ++i) {
+        const int firstBefore = first->x();
+        const int secondBefore = second->x();
+        tick(u"Timer1"_s);
+        // Side by side, from the left edge of the band to its right one.
+        QCOMPARE(std::abs(first->x() - second->x()), first->width());
+        QVERIFY(std::min(first->x(), second->x()) <= 0);
+        QVERIFY(std::max(first->x(), second->x()) + second->width() >= band->width());
+        const bool firstLeaps = first->x() > firstBefore;
+        const bool secondLeaps = second->x() > secondBefore;
+        QVERIFY(!firstLeaps || !secondLeaps);
+        leaps += firstLeaps || secondLeaps;
+        QCOMPARE(toTwips(firstLeaps ? secondBefore - second->x() : firstBefore - first->x()), 720);
+    }
+    QCOMPARE(leaps, 400 / 32);
+    QVERIFY(band->width() < first->width());
+}
+
+void LoginTest::sizeHoldsWhileTheStripRuns()
+{
+    const QSize running(toPixels(5415), toPixels(8550));
+    load();
+    m_login->resize(600, 700);
+    QCOMPARE(m_login->size(), QSize(600, 700));
+    enter(u"anna"_s, {});
+    trigger(u"button"_s);
+    m_login->resize(600, 700);
+    QTRY_COMPARE(m_login->size(), running);
+    m_login->resize(310, 490);
+    QTRY_COMPARE(m_login->size(), running);
+
+    m_login->showMaximized();
+    QTRY_VERIFY(m_login->width() > 600); // a maximised window is left alone
+    m_login->showNormal();
+    QTRY_COMPARE(m_login->size(), running);
+
+    m_login->cmdSignout_Click();
+    m_login->resize(600, 700);
+    QCOMPARE(m_login->size(), QSize(600, 700));
+}
+
+void LoginTest::showsTheTime()
+{
+    load();
+    QCOMPARE(control<QLabel>(u"Label5"_s)->text(),
+             QString("Time: "_L1 + m_around->clock.longTime()));
+    m_around->clock.time = m_around->clock.time.addSecs(61);
+    tick(u"Timer2"_s);
+    QVERIFY(control<QLabel>(u"Label5"_s)->text().contains("6:08:09"_L1) ||
+            control<QLabel>(u"Label5"_s)->text().contains("06:08:09"_L1));
+}
+
+QTEST_MAIN(LoginTest)
+#include "tst_login.moc"

@@ -1,0 +1,584 @@
+#include "platform/Resources.h"
+#include "support/ScriptedServer.h"
+#include "support/TestClient.h"
+
+#include <QRandomGenerator>
+#include <QSysInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint16 firstPort = 6667;
+constexpr quint16 fallbackPort = 8867;
+
+const QString signedOut = u"&Connect on off"_s;
+const QString attempting = u"&Cancel on off"_s;
+const QString connected = u"&Connect off on"_s;
+
+// A line that ends in a settings text, as it goes over the wire.
+QByteArray padded(const QByteArray& head, const QByteArray& setting)
+{
+    return head + setting + QByteArray(255 - setting.size(), '\0') + '\n';
+}
+
+const QByteArray quitLine = padded("QUIT :", "Quill Harbor Messenger v 1.0");
+
+} // namespace
+
+// The whole program against a server that says what a test wants it to say.
+class MessengerTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { loadResources(); }
+    void init();
+    void cleanup();
+
+    void fromSplashToASaidLine();
+    void secondSignInReadsTheSettingsNoMore();
+    void fallbackPortAndRetry();
+    void noRetryWhenItIsOff();
+    void signingInEndsTheWait();
+    void cancel_data();
+    void cancel();
+    void disconnect_data();
+    void disconnect();
+    void serverShutdown();
+    void connectionLost();
+    void ownKick();
+    void refusedRoom_data();
+    void refusedRoom();
+    void roomTwice();
+    void badSetting_data();
+    void badSetting();
+    void closingTheWindowKeepsTheSession();
+    void exit_data();
+    void exit();
+    void rankOpensTheTopic();
+    void survivesNoise();
+    void twoProgramsInOneProcess();
+
+private:
+    void beInTheRoom(const QByteArray& names = "anna @bob");
+    QByteArray heard() const { return m_server->received().mid(m_heard); }
+    void forget() { m_heard = m_server->received().size(); }
+    bool answersPing();
+
+    int m_number = 0;
+    HastyEventLoop m_events;
+    std::unique_ptr<ScriptedServer> m_server;
+    std::unique_ptr<TestClient> m_client;
+    qsizetype m_heard = 0;
+};
+
+void MessengerTest::init()
+{
+    // An address of its own: the last test's ports may still be taken by connections that end.
+    const QString address = TestSurroundings::ownAddress(++m_number);
+    m_server = std::make_unique<ScriptedServer>(address, firstPort);
+    QVERIFY(m_server->isListening());
+    m_client = std::make_unique<TestClient>(address, &m_events);
+    m_heard = 0;
+}
+
+void MessengerTest::cleanup()
+{
+    m_client.reset();
+    m_server.reset();
+}
+
+// Signs in, registers and enters.
+void MessengerTest::beInTheRoom(const QByteArray& names)
+{
+    if (!m_client->messenger.hasChatRoom())
+        m_client->start();
+    m_client->signIn(u"anna"_s);
+    QTRY_VERIFY(m_server->received().contains("USER "));
+    m_server->say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
+    QTRY_VERIFY(heard().contains("JOIN "));
+    m_server->say(":anna!u@h JOIN :#Harbor\r\n:s 332 anna #Harbor :a topic\r\n"
+                  ":s 353 anna = #Harbor :" +
+                  names + "\r\n:s 366 anna #Harbor :End\r\n");
+    QTRY_VERIFY(heard().contains("MODE #Harbor\n"));
+    QTRY_VERIFY(m_client->chatters().size() >= names.split(' ').size());
+    forget();
+}
+
+bool MessengerTest::answersPing()
+{
+    forget();
+    m_server->say("PING :one two\r\n");
+    return QTest::qWaitFor([this] { return heard().contains("PONG :one two\n"); });
+}
+
+void MessengerTest::fromSplashToASaidLine()
+{
+    TestClient client(m_client->around.address); // with its real pauses
+    client.messenger.start();
+    const auto visibleForms = [&client] {
+        QStringList names;
+        for (const QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->isVisible())
+                names += window->objectName();
+        }
+        names.sort();
+        return names.join(u' ');
+    };
+    QCOMPARE(visibleForms(), u"frmSplash"_s);
+    QVERIFY(!client.messenger.hasChatRoom());
+    QTRY_COMPARE(visibleForms(), u"Login"_s);
+    QVERIFY(!client.messenger.hasChatRoom()); // nothing of a session before the first sign-in
+
+    client.signIn(u"anna"_s, u"secret"_s);
+    QCOMPARE(client.state(), attempting);
+    QTRY_COMPARE(m_server->received(),
+                 padded("NICK anna\nUSER " + QSysInfo::machineHostName().toUtf8() + "Client-User:",
+                        "Quill Quill Quill Quill Harbor Messenger V 1.0"));
+    QCOMPARE(client.state(), connected);
+    QCOMPARE(client.field("Text1")->isVisible(), false);
+    QCOMPARE(visibleForms(), u"Login"_s);
+
+    forget();
+    m_server->say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
+    QTRY_COMPARE(heard(), padded("MODE anna +i\nJOIN ", "#Harbor") + "IDENTIFY secret\n");
+    QTRY_COMPARE(visibleForms(), u"Channel"_s);
+    m_server->say(":anna!u@h JOIN :#Harbor\r\n:s 332 anna #Harbor :Be kind\r\n"
+                  ":s 333 anna #Harbor bob :1000000000\r\n"
+                  ":s 353 anna = #Harbor :anna +cleo %dave @bob\r\n");
+    QTRY_COMPARE(client.chatters(), (QStringList{u"+cleo"_s, u"@bob"_s, u"anna"_s, u"dave"_s}));
+    QCOMPARE(client.topic(), u"e kind"_s); // the first letter goes, whatever it is
+    QTRY_VERIFY(client.reads(u"You have entered to the chat room"_s));
+    QVERIFY(client.reads(u"Welcome To Quill Harbor Messenger!"_s));
+    QVERIFY(!client.reads(u"Your host is s"_s)); // entering wipes what came before
+    QTRY_VERIFY(client.reads(u"Topic set by bob"_s));
+
+    forget();
+    client.say(u"hello all"_s);
+    QTRY_COMPARE(heard(), QByteArray("PRIVMSG #Harbor :\x03"
+                                     "1 hello all\n"));
+    QVERIFY(client.reads(u"<anna> hello all"_s));
+    m_server->say(":bob!u@h PRIVMSG #Harbor :hello anna\r\n");
+    QTRY_VERIFY(client.reads(u"hello anna"_s));
+    QCOMPARE(client.around.ends, 0);
+    QCOMPARE(client.around.dialogs.shown, QStringList());
+}
+
+void MessengerTest::secondSignInReadsTheSettingsNoMore()
+{
+    QVERIFY(m_client->around.writeSettings("[connect]\nfullname=Anna A\n[irc]\nquitmsg=bye\n"
+                                           "[connect]\nautojoin=<none>\n"));
+    m_client->start();
+    m_client->signIn(u"anna"_s);
+    QTRY_VERIFY(m_server->received().contains(padded("Client-User:", "Anna A")));
+    m_server->say(":s 001 anna :Welcome\r\n");
+    QVERIFY(answersPing());
+    QVERIFY(!m_server->received().contains("JOIN"));
+
+    QVERIFY(m_client->around.writeSettings("[connect]\nfullname=Other\n"));
+    m_client->signEntry().trigger();
+    QTRY_VERIFY(m_server->received().endsWith(padded("QUIT :", "bye")));
+    forget();
+    m_client->signIn(u"bea"_s);
+    QTRY_VERIFY(heard().startsWith("NICK bea\nUSER "));
+    QTRY_VERIFY(heard().endsWith(padded("Client-User:", "Anna A")));
+}
+
+void MessengerTest::fallbackPortAndRetry()
+{
+    const QString address = m_client->around.address;
+    m_server.reset();
+    m_client->start();
+    m_client->chatRoom(); // loaded, so that its timer can be hurried
+    m_client->connection().setRetryInterval(100);
+    m_client->signIn(u"anna"_s);
+    QTRY_VERIFY(m_client->reads(u"ERROR : "_s));
+    QVERIFY(m_client->reads(u"Connecting to Quill Harbor Server port 6667"_s));
+    QCOMPARE(m_client->window().portText(), u"8867"_s);
+    QVERIFY(m_client->looksSignedOut());
+    QVERIFY(!m_client->field("Text1")->isReadOnly() && !m_client->field("Text2")->isReadOnly());
+
+    // Again and again, and from now on at the other port.
+    QTRY_VERIFY(m_client->conversation().count(u"port 8867"_s) >= 2);
+    QCOMPARE(m_client->conversation().count(u"port 6667"_s), 1);
+    m_server = std::make_unique<ScriptedServer>(address, fallbackPort);
+    QVERIFY(m_server->isListening());
+    QTRY_VERIFY(m_server->received().startsWith("NICK anna\n"));
+    QCOMPARE(m_client->state(), connected);
+    QVERIFY(!m_client->connection().isWaitingToRetry());
+
+    // A disconnect goes back to the first port.
+    m_client->click("mnu_File_Disconnect");
+    QCOMPARE(m_client->window().portText(), u"6667"_s);
+}
+
+void MessengerTest::noRetryWhenItIsOff()
+{
+    m_server.reset();
+    QVERIFY(m_client->around.writeSettings("[connect]\nreconnect=false\n"));
+    m_client->start();
+    m_client->signIn(u"anna"_s);
+    QTRY_VERIFY(m_client->reads(u"ERROR : "_s));
+    QVERIFY(!m_client->connection().isWaitingToRetry());
+    QCOMPARE(m_client->state(), signedOut);
+    QCOMPARE(m_client->window().portText(), u"8867"_s);
+}
+
+void MessengerTest::signingInEndsTheWait()
+{
+    m_server.reset();
+    m_client->start();
+    m_client->signIn(u"anna"_s);
+    QTRY_VERIFY(m_client->connection().isWaitingToRetry());
+    m_client->signIn({}); // refused, but the wait is over all the same
+    QVERIFY(!m_client->connection().isWaitingToRetry());
+    QCOMPARE(m_client->around.dialogs.shown, QStringList{u"No NickName|Enter Your NickName"_s});
+    m_client->signIn(u"anna"_s);
+    QCOMPARE(m_client->state(), attempting);
+    QCOMPARE(m_client->conversation().count(u"port 8867"_s), 1);
+}
+
+void MessengerTest::cancel_data()
+{
+    QTest::addColumn<bool>("fromMenu");
+
+    QTest::newRow("by the menu") << true;
+    QTest::newRow("by signing in again") << false;
+}
+
+void MessengerTest::cancel()
+{
+    QFETCH(bool, fromMenu);
+    m_client->start();
+    m_client->chatRoom().window.setPortText(u"8867"_s); // as after a failure
+    m_client->signIn(u"anna"_s);
+    QCOMPARE(m_client->state(), attempting);
+    if (fromMenu)
+        m_client->click("mnu_File_Connect");
+    else
+        m_client->messenger.login().cmdSignIn_Click();
+    QCOMPARE(m_client->state(), signedOut);
+    QVERIFY(m_client->reads(u"Connection attempt cancelled"_s));
+    QVERIFY(m_client->looksSignedOut());
+    QVERIFY(!m_client->field("Text1")->isReadOnly() && !m_client->field("Text2")->isReadOnly());
+    QCOMPARE(m_client->window().portText(), u"6667"_s);
+    QCOMPARE(m_client->connection().sockState(), 0);
+    // Nothing of the attempt comes to life later, and the next one is as good as the first.
+    m_client->click("mnu_File_Connect");
+    QTRY_COMPARE(m_client->state(), connected);
+    QTRY_COMPARE(m_server->received().count("NICK "), 1);
+    QVERIFY(!m_server->received().contains("QUIT"));
+}
+
+void MessengerTest::disconnect_data()
+{
+    QTest::addColumn<bool>("fromMenu");
+
+    QTest::newRow("by the main window's menu") << true;
+    QTest::newRow("by signing out") << false;
+}
+
+void MessengerTest::disconnect()
+{
+    QFETCH(bool, fromMenu);
+    beInTheRoom();
+    if (fromMenu)
+        m_client->click("mnu_File_Disconnect");
+    else
+        m_client->signEntry().trigger();
+    QTRY_COMPARE(heard(), quitLine);
+    QTRY_VERIFY(m_server->peerHasGone());
+    QCOMPARE(m_client->state(), signedOut);
+    QVERIFY(m_client->reads(u"You are Disconnected from Quill Harbor Server"_s));
+    QCOMPARE(m_client->chatters(), QStringList());
+    QVERIFY(m_client->looksSignedOut());
+    QVERIFY(!m_client->field("Text1")->isReadOnly() && !m_client->field("Text2")->isReadOnly());
+    QVERIFY(!m_client->connection().isWaitingToRetry());
+    QCOMPARE(m_client->around.ends, 0);
+
+    // Talk that nobody carries is still echoed; the next session works.
+    forget();
+    m_client->say(u"anybody?"_s);
+    QVERIFY(m_client->reads(u"anybody?"_s));
+    m_client->signIn(u"anna"_s);
+    QTRY_VERIFY(heard().startsWith("NICK anna\n"));
+    QVERIFY(!heard().contains("anybody"));
+}
+
+void MessengerTest::serverShutdown()
+{
+    beInTheRoom();
+    m_server->say("ERROR :Server shutting down\r\n");
+    m_server->closePeer();
+    QTRY_VERIFY(
+        m_client->reads(QString("Disconnected by SERVER from "_L1 + m_client->around.address)));
+    QVERIFY(m_client->reads(u"*** ERROR Server shutting down"_s));
+    QCOMPARE(m_client->state(), signedOut);
+    QCOMPARE(m_client->chatters(), QStringList());
+    QVERIFY(m_client->looksSignedOut());
+    QVERIFY(!m_client->connection().isWaitingToRetry()); // an ended session is not taken up again
+    QCOMPARE(m_client->window().portText(), u"6667"_s);
+    QVERIFY(m_client->field("Text1")->isReadOnly()); // only the user's own ways out unlock them
+    QCOMPARE(m_client->connection().sockState(), 0);
+}
+
+void MessengerTest::connectionLost()
+{
+    beInTheRoom();
+    m_server->resetPeer();
+    QTRY_VERIFY(m_client->state() == signedOut);
+    // A reset can come as an end or as an error; either way the program is ready for the next.
+    QVERIFY(m_client->reads(u"ERROR : "_s) || m_client->reads(u"Disconnected by SERVER"_s));
+    QCOMPARE(m_client->connection().isWaitingToRetry(), m_client->reads(u"ERROR : "_s));
+    QVERIFY(m_client->looksSignedOut());
+    QCOMPARE(m_client->chatters(), QStringList());
+}
+
+void MessengerTest::ownKick()
+{
+    beInTheRoom();
+    m_server->say(":bob!u@h KICK #Harbor anna :too loud\r\n");
+    QTRY_VERIFY(m_server->peerHasGone());
+    QTRY_COMPARE(m_client->state(), signedOut);
+    QVERIFY(m_client->reads(u"anna was kicked from #Harbor by bob [ too loud ]"_s));
+    QVERIFY(m_client->reads(u"You were kicked from #Harbor by bob [ too loud ]"_s));
+    QVERIFY(!m_client->window().isVisible());
+    QVERIFY(m_client->messenger.login().isVisible());
+    QVERIFY(m_client->looksSignedOut());
+    QCOMPARE(m_client->chatters(), QStringList());
+    QCOMPARE(m_client->topic(), QString());
+    QCOMPARE(heard(), QByteArray());
+}
+
+void MessengerTest::refusedRoom_data()
+{
+    QTest::addColumn<QByteArray>("numeric");
+
+    for (const char* numeric : {"471", "473", "474", "475"})
+        QTest::newRow(numeric) << QByteArray(numeric);
+}
+
+void MessengerTest::refusedRoom()
+{
+    QFETCH(QByteArray, numeric);
+    m_client->start();
+    m_client->signIn(u"anna"_s);
+    QTRY_VERIFY(m_server->received().contains("USER "));
+    m_server->say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
+    QTRY_VERIFY(heard().contains("JOIN "));
+    forget();
+
+    bool pingedBehindTheBox = false;
+    m_client->around.dialogs.whileOpen = [&] {
+        m_server->say("PING :one two\r\n");
+        // What the server says while the box is up waits. The echo of another connection through
+        // the same event loop shows that there was time to answer.
+        ScriptedServer other(m_client->around.address, fallbackPort);
+        TestClient client(m_client->around.address, &m_events);
+        client.start();
+        client.chatRoom().window.setPortText(u"8867"_s);
+        client.signIn(u"cleo"_s);
+        QTRY_VERIFY(other.received().contains("USER "));
+        pingedBehindTheBox = !heard().contains("PONG");
+    };
+    m_server->say(":s " + numeric + " anna #Harbor :Cannot join channel\r\n");
+    QTRY_COMPARE(m_client->around.dialogs.shown,
+                 QStringList{u"Error|You cannot join #Harbor : Cannot join channel"_s});
+    QTRY_COMPARE(m_client->state(), signedOut);
+    QVERIFY(pingedBehindTheBox);
+    QTRY_VERIFY(heard().endsWith(quitLine));
+    QVERIFY(!heard().contains("PONG"));
+    QVERIFY(m_client->reads(u"You cannot join #Harbor : Cannot join channel"_s));
+    QVERIFY(!m_client->window().isVisible());
+    QVERIFY(m_client->messenger.login().isVisible());
+    QVERIFY(m_client->looksSignedOut());
+    QVERIFY(!m_client->field("Text1")->isReadOnly());
+}
+
+void MessengerTest::roomTwice()
+{
+    beInTheRoom();
+    QCOMPARE(m_client->window().findChild<QLabel*>(u"cmdCount"_s)->text(),
+             u" Total Chatters :  [ 2 ]"_s);
+    m_client->click("mnu_File_Disconnect");
+    m_server->closePeer();
+
+    // The line with the second own JOIN fails after it was counted; the session goes on.
+    m_client->signIn(u"anna"_s);
+    QTRY_VERIFY(heard().contains("USER "));
+    m_server->say(":s 001 anna :Welcome\r\n:anna!u@h JOIN :#Harbor\r\n"
+                  ":s 353 anna = #Harbor :anna bob\r\n");
+    QTRY_COMPARE(m_client->chatters(), (QStringList{u"anna"_s, u"bob"_s}));
+    QVERIFY(!heard().contains("MODE #Harbor"));
+    QVERIFY(answersPing());
+    QCOMPARE(m_client->around.ends, 0);
+}
+
+void MessengerTest::badSetting_data()
+{
+    QTest::addColumn<bool>("fatal");
+
+    QTest::newRow("Text1") << false; // like the button
+    QTest::newRow("Text2") << true;
+}
+
+void MessengerTest::badSetting()
+{
+    QFETCH(bool, fatal);
+    QVERIFY(m_client->around.writeSettings("[connect]\nport=many\n"));
+    m_client->start();
+    m_client->enter(u"anna"_s);
+    m_client->pressReturnIn(QTest::currentDataTag());
+    QVERIFY(!m_client->messenger.hasChatRoom());
+    QCOMPARE(m_client->around.ends, fatal ? 1 : 0);
+    QCOMPARE(m_client->around.dialogs.shown,
+             fatal ? QStringList{u"Quill Harbor Messenger|Run-time error '13':\n\nType mismatch"_s}
+                   : QStringList());
+    QVERIFY(m_client->looksSignedOut());
+
+    // The next touch tries again.
+    QVERIFY(m_client->around.writeSettings("[connect]\nport=7000\n"));
+    m_client->pressReturnIn(QTest::currentDataTag());
+    QTRY_VERIFY(m_server->received().startsWith("NICK anna\n")); // on the usual port
+}
+
+void MessengerTest::closingTheWindowKeepsTheSession()
+{
+    beInTheRoom();
+    m_client->around.dialogs.answerYes = false;
+    m_client->window().close();
+    QVERIFY(m_client->window().isVisible() && !m_client->messenger.login().isVisible());
+    m_client->around.dialogs.answerYes = true;
+    m_client->window().close();
+    QVERIFY(!m_client->window().isVisible() && m_client->messenger.login().isVisible());
+    m_client->messenger.login().close();
+    QVERIFY(!m_client->messenger.login().isVisible());
+    QVERIFY(answersPing());
+    QCOMPARE(m_client->state(), connected);
+    m_client->messenger.login().findChild<ActionEntry*>(u"mnu_chatroom"_s)->trigger();
+    QVERIFY(m_client->window().isVisible());
+}
+
+void MessengerTest::exit_data()
+{
+    QTest::addColumn<bool>("quits");
+
+    QTest::newRow("mnu_Terminate") << true;
+    QTest::newRow("mnu_systray_exit") << true;
+    QTest::newRow("mnu_Close") << false; // the sign-in form's: at once, without a word
+}
+
+void MessengerTest::exit()
+{
+    QFETCH(bool, quits);
+    beInTheRoom();
+    const QString name = QString::fromLatin1(QTest::currentDataTag());
+    QWidget* owner = quits ? static_cast<QWidget*>(&m_client->window())
+                           : static_cast<QWidget*>(&m_client->messenger.login());
+    owner->findChild<QAction*>(name)->trigger();
+    QCOMPARE(m_client->around.ends, 1);
+    if (quits) {
+        QTRY_COMPARE(heard(), quitLine);
+        QTRY_VERIFY(m_server->peerHasGone());
+    } else {
+        QCOMPARE(m_client->connection().sockState(), 7);
+        QCOMPARE(heard(), QByteArray());
+    }
+}
+
+void MessengerTest::rankOpensTheTopic()
+{
+    beInTheRoom();
+    QWidget* edit = m_client->window().findChild<QWidget*>(u"rtbTopic"_s)->focusProxy();
+    QTest::keyClicks(edit, u"x"_s);
+    QTest::keyClick(edit, Qt::Key_Return);
+    QCOMPARE(m_client->topic(), u"topic"_s);
+    m_server->say(":bob!u@h MODE #Harbor +o :anna\r\n");
+    QTRY_VERIFY(m_client->chatters().contains(u"@anna"_s));
+    QTest::keyClick(edit, Qt::Key_Home);
+    QTest::keyClicks(edit, u"not a"_s);
+    QTest::keyClick(edit, Qt::Key_Return);
+    QTRY_COMPARE(heard(), QByteArray("TOPIC #Harbor :not a topic \n"));
+    m_server->say(":anna!u@h TOPIC #Harbor :another\r\n:bob!u@h MODE #Harbor -o :anna\r\n");
+    QTRY_COMPARE(m_client->topic(), u"nother"_s);
+    QTRY_VERIFY(m_client->chatters().contains(u"anna"_s));
+    QTest::keyClicks(edit, u"x"_s);
+    QCOMPARE(m_client->topic(), u"nother"_s);
+}
+
+void MessengerTest::survivesNoise()
+{
+    // Bytes as they may come from anywhere, and lines of our own kind with too little, too much or
+    // the wrong things in them.
+    beInTheRoom();
+    QRandomGenerator random(20030405);
+    QByteArray noise;
+    while (noise.size() < 1'000'000) {
+        const int length = random.bounded(100) == 0 ? 20'000 : random.bounded(200);
+        for (int i = 0; i < length; ++i)
+            noise += static_cast<char>(random.bounded(256));
+        noise += random.bounded(2) ? "\r\n" : "\n";
+    }
+    // A line that ends the session would end the test: a random one does not, the seed is fixed.
+    m_server->say(noise);
+    QVERIFY(QTest::qWaitFor([this] { return answersPing(); }, 60'000));
+
+    const QList<QByteArray> words{
+        "002", "ping",  "join", "privmsg", "nick", "part", "353", "mode", "quit", "kick",
+        "332", "topic", "333",  "366",     "324",  "328",  "251", "303",  "367",  "368",
+        "401", "301",   "311",  "312",     "317",  "319",  "320", "372",  "999",  "wallops"};
+    const QList<QByteArray> tails{"",
+                                  " ",
+                                  " :",
+                                  " #Harbor",
+                                  " #Harbor +ovhklb",
+                                  " #Harbor +l 99999999999",
+                                  " #Harbor +l -1",
+                                  " anna #Harbor :-99999999999999999999",
+                                  " anna #Harbor bob :2147483648",
+                                  " anna #nowhere x y z",
+                                  "     ",
+                                  " :\x01",
+                                  " #Harbor :\x01"
+                                  "ACTION",
+                                  " bob :\x01"
+                                  "PING\x01",
+                                  " #Harbor :\x03\x03"
+                                  "99,99\x02\x1f\x16\x0f\x03"
+                                  "4,",
+                                  " #Harbor :" + QByteArray(100'000, 'x'),
+                                  " #Harbor bob :" + QByteArray("a\0b", 3)};
+    for (const QByteArray& word : words) {
+        for (const QByteArray& tail : tails) {
+            m_server->say(word + tail + "\r\n");
+            m_server->say(":bob!u@h " + word + tail + "\r\n");
+        }
+        QVERIFY2(answersPing(), word.constData());
+    }
+    QCOMPARE(m_client->around.ends, 0);
+    QCOMPARE(m_client->state(), connected);
+    m_server->say(":cleo!u@h PRIVMSG #Harbor :still here?\r\n");
+    QTRY_VERIFY(m_client->reads(u"still here?"_s));
+}
+
+void MessengerTest::twoProgramsInOneProcess()
+{
+    const QString address = TestSurroundings::ownAddress(100 + m_number);
+    ScriptedServer otherServer(address);
+    TestClient other(address, &m_events);
+    beInTheRoom();
+    other.start();
+    other.signIn(u"bea"_s);
+    QTRY_VERIFY(otherServer.received().startsWith("NICK bea\n"));
+    m_server->say(":bob!u@h PRIVMSG #Harbor :for anna\r\n");
+    QTRY_VERIFY(m_client->reads(u"for anna"_s));
+    QVERIFY(!other.reads(u"for anna"_s));
+    m_client->click("mnu_Terminate");
+    QCOMPARE(m_client->around.ends, 1);
+    QCOMPARE(other.around.ends, 0);
+    QCOMPARE(other.state(), connected);
+}
+
+QTEST_MAIN(MessengerTest)
+#include "tst_messenger.moc"

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "Messenger.h"
+#include "platform/ActionEntry.h"
+#include "support/TestSurroundings.h"
+
+#include <QApplication>
+#include <QTest>
+
+// One whole program in a test, driven by its windows as a user would.
+class TestClient final
+{
+public:
+    explicit TestClient(const QString& address, EventLoop* events = nullptr)
+        : around(address, events)
+        , messenger(around)
+    {
+    }
+
+    // Through the splash, whose time is over at once.
+    void start()
+    {
+        messenger.start();
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->objectName() == QLatin1StringView("frmSplash") && window->isVisible())
+                QMetaObject::invokeMethod(window, "finished");
+        }
+    }
+
+    void enter(const QString& nick, const QString& password = {})
+    {
+        messenger.login().Show();
+        for (const auto& [name, text] : {std::pair("Text1", nick), std::pair("Text2", password)}) {
+            field(name)->clear();
+            field(name)->setFocus();
+            QTest::keyClicks(field(name), text);
+        }
+    }
+    void pressReturnIn(const char* name)
+    {
+        field(name)->setFocus();
+        QTest::keyClick(field(name), Qt::Key_Return);
+    }
+    void signIn(const QString& nick, const QString& password = {})
+    {
+        enter(nick, password);
+        pressReturnIn("Text1");
+    }
+    QLineEdit* field(const char* name)
+    {
+        return messenger.login().findChild<QLineEdit*>(QLatin1StringView(name));
+    }
+    ActionEntry& signEntry()
+    {
+        return *messenger.login().findChild<ActionEntry*>(QStringLiteral("mnu_Sign"));
+    }
+    bool looksSignedOut()
+    {
+        return signEntry().Caption() == QLatin1StringView("Sign In") &&
+               field("Text1")->isVisibleTo(&messenger.login());
+    }
+
+    ChatRoom& chatRoom() { return messenger.chatRoom(); }
+    Channel& window() { return chatRoom().window; }
+    Connection& connection() { return chatRoom().connection; }
+    void click(const char* entry) { window().entry(QLatin1StringView(entry)).trigger(); }
+    // The entry that connects: caption, and whether it and its counterpart can be clicked.
+    QString state()
+    {
+        const auto flag = [](const MenuEntry& entry) {
+            return entry.Enabled() ? QStringLiteral(" on") : QStringLiteral(" off");
+        };
+        return window().mnu_File_Connect().Caption() + flag(window().mnu_File_Connect()) +
+               flag(window().mnu_File_Disconnect());
+    }
+
+    QString conversation() { return window().DataIn().Text(); }
+    bool reads(const QString& text) { return conversation().contains(text); }
+    QString topic() { return window().rtbTopic().Text().trimmed(); }
+    QStringList chatters()
+    {
+        QStringList rows;
+        for (int i = 0; i < window().lstNicks().ListCount(); ++i)
+            rows += window().lstNicks().List(i);
+        return rows;
+    }
+    void say(const QString& text)
+    {
+        auto* input = window().findChild<QLineEdit*>(QStringLiteral("DataOut"));
+        QTest::keyClicks(input, text);
+        QTest::keyClick(input, Qt::Key_Return);
+    }
+
+    TestSurroundings around;
+    Messenger messenger;
+};

@@ -1,0 +1,124 @@
+#pragma once
+
+#include "Surroundings.h"
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+#include "platform/EventLoop.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <functional>
+
+// Boxes that answer by themselves and remember what they said, "title|text".
+class ScriptedDialogs final : public Dialogs
+{
+public:
+    void MsgBox(const QString& text, const QString& title, Icon icon) override
+    {
+        lastIcon = icon;
+        show(text, title);
+    }
+    bool askYesNo(const QString& text, const QString& title) override
+    {
+        lastIcon = Icon::Question;
+        show(text, title);
+        return answerYes;
+    }
+    QString InputBox(const QString& prompt, const QString& title) override
+    {
+        show(prompt, title);
+        return answerText;
+    }
+    void Beep() override { ++beeps; }
+
+    QStringList shown;
+    Icon lastIcon = Icon::None;
+    bool answerYes = true;
+    QString answerText;
+    int beeps = 0;
+    std::function<void()> whileOpen; // what goes on behind the next box
+
+private:
+    void show(const QString& text, const QString& title)
+    {
+        shown += QString(title + u'|' + text);
+        if (whileOpen)
+            std::exchange(whileOpen, {})();
+    }
+};
+
+// The real event loop, in which a pause is only a yield.
+class HastyEventLoop final : public EventLoop
+{
+public:
+    void DoEvents() override { QCoreApplication::processEvents(); }
+    void Pause(double) override { QCoreApplication::processEvents(); }
+};
+
+class StoppedClock final : public Clock
+{
+public:
+    QDateTime now() const override { return time; }
+
+    QDateTime time{QDate(2003, 4, 5), QTime(6, 7, 8)};
+};
+
+// What one Messenger of a test is set into. Folders are its own, the network is one loopback
+// address, and the end of the program is counted.
+class TestSurroundings final
+{
+public:
+    // The real event loop, if not another one.
+    explicit TestSurroundings(const QString& address, EventLoop* events = nullptr)
+        : address(address)
+        , m_events(events ? *events : m_ownEvents)
+    {
+    }
+
+    operator Surroundings() // NOLINT(google-explicit-constructor): that is all it is for
+    {
+        return {
+            .configFolder = folder.filePath(QStringLiteral("config")),
+            .autostartFolder = folder.filePath(QStringLiteral("autostart")),
+            .serverHost = address,
+            .localAddress = QHostAddress(address),
+            .identPort = identPort,
+            .dialogs = dialogs,
+            .events = m_events,
+            .clock = clock,
+            .random = [] { return 0.0; },
+            .openLink = [this](const QString& link) { links += link; },
+            .end = [this] { ++ends; },
+        };
+    }
+
+    QString settingsPath() const { return folder.filePath(QStringLiteral("config/settings.ini")); }
+    bool writeSettings(const QByteArray& content) const
+    {
+        QFile file(settingsPath());
+        return QDir().mkpath(folder.filePath(QStringLiteral("config"))) &&
+               file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    }
+
+    // The n-th address of this process, one that no other test uses at the same time.
+    static QString ownAddress(int n)
+    {
+        const qint64 pid = QCoreApplication::applicationPid();
+        return QStringLiteral("127.%1.%2.%3").arg(60 + pid / 250 % 190).arg(pid % 250 + 1).arg(n);
+    }
+
+    const QString address;
+    QTemporaryDir folder;
+    ScriptedDialogs dialogs;
+    StoppedClock clock;
+    QStringList links;
+    int ends = 0;
+    int identPort = 11300; // needs no privilege; the address is ours alone
+
+private:
+    QtEventLoop m_ownEvents;
+    EventLoop& m_events;
+};
