@@ -184,6 +184,18 @@ void RichTextBoxWidget::setSingleLine()
     m_edit->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_edit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_edit->setTabChangesFocus(true);
+    connect(m_edit, &QTextEdit::cursorPositionChanged, this, &RichTextBoxWidget::keepToFirstLine);
+}
+
+// The writer ends its text with a line end; nobody would see what is typed behind it.
+void RichTextBoxWidget::keepToFirstLine()
+{
+    QTextCursor caret = m_edit->textCursor();
+    if (caret.hasSelection() || caret.blockNumber() == 0)
+        return;
+    caret.movePosition(QTextCursor::Start);
+    caret.movePosition(QTextCursor::EndOfBlock);
+    m_edit->setTextCursor(caret);
 }
 
 QString RichTextBoxWidget::Text() const
@@ -382,6 +394,8 @@ void RichTextBoxWidget::select(int anchor, int position)
 {
     m_insertion.setPosition(anchor);
     m_insertion.setPosition(position, QTextCursor::KeepAnchor);
+    if (m_singleLine) // the reader of a longer text keeps a caret of his own
+        m_edit->setTextCursor(m_insertion);
 }
 
 void RichTextBoxWidget::holdPainting()

@@ -78,6 +78,7 @@ private:
     void holdPainting();
     void showFrame();
     void followEnd();
+    void keepToFirstLine();
 
     Edit* m_edit;
     QTextCursor m_insertion;

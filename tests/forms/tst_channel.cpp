@@ -104,6 +104,7 @@ private Q_SLOTS:
     void topicLock_data();
     void topicLock();
     void topicGoesOutOnEnter();
+    void topicIsOneLine();
     void clickWithoutSelectionLeadsToTheInput_data();
     void clickWithoutSelectionLeadsToTheInput();
 
@@ -437,6 +438,26 @@ void ChannelTest::topicGoesOutOnEnter()
     QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
     QCOMPARE(m_desk->server.lines, QStringList(3, u"TOPIC #room :old and new"_s));
     QCOMPARE(m_desk->window.rtbTopic().Text(), u"old and new"_s); // no line break
+}
+
+void ChannelTest::topicIsOneLine()
+{
+    // The writer leaves a line end behind the text. No key leads there.
+    TopicField::setLocked(m_desk->window.rtbTopic(), false);
+    QWidget* edit = topicEdit();
+    for (const QString& keys : {u"Home"_s, u"End"_s, u"Down"_s, u"Ctrl+End"_s, u"End Right"_s}) {
+        TopicField::show(m_desk->window.rtbTopic(), m_desk->writer, u"xabc"_s);
+        edit->setFocus();
+        QTest::keyClick(edit, '>'); // where the caret stands by itself
+        for (const QString& step : keys.split(u' ')) {
+            const QKeyCombination key = QKeySequence(step)[0];
+            QTest::keyClick(edit, key.key(), key.keyboardModifiers());
+        }
+        QTest::keyClick(edit, '!');
+        QTest::keyClick(edit, Qt::Key_Return);
+        QCOMPARE(m_desk->server.lines.takeFirst(),
+                 QString(keys == "Home"_L1 ? u"TOPIC #room :!>abc "_s : u"TOPIC #room :>abc !"_s));
+    }
 }
 
 void ChannelTest::clickWithoutSelectionLeadsToTheInput_data()
