@@ -55,7 +55,7 @@ struct Desk final
     TestSurroundings around{u"127.0.0.1"_s};
     QStringList fatal;
     Handlers handlers{[this](const QString& text) { fatal += text; }};
-    Channel window{handlers, around.dialogs};
+    Channel window{handlers, around.dialogs, nullptr};
     SessionVariables variables;
     OwnTextStyle style;
     SentLines server;

@@ -25,6 +25,7 @@ struct FakeDesk final : LoginDesk
 {
     QStringList calls;
     bool loads = true;
+    bool canHide = true;
     bool previous = false;
 
     void touch() const
@@ -45,6 +46,7 @@ struct FakeDesk final : LoginDesk
         calls += u"disconnect"_s;
     }
     void showChatRoom() override { calls += u"showChatRoom"_s; }
+    bool canHideSignIn() const override { return canHide; }
     void createTrayIcon() override { throw RunTimeError(RunTimeError::Number::ObjectRequired); }
     void showPopup() override { calls += u"showPopup"_s; }
     void showAbout() override { calls += u"showAbout"_s; }

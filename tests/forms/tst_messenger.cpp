@@ -46,7 +46,6 @@ private Q_SLOTS:
     void disconnect_data();
     void disconnect();
     void serverShutdown();
-    void connectionLost();
     void ownKick();
     void refusedRoom_data();
     void refusedRoom();
@@ -321,18 +320,6 @@ void MessengerTest::serverShutdown()
     QCOMPARE(m_client->window().portText(), u"6667"_s);
     QVERIFY(m_client->field("Text1")->isReadOnly()); // only the user's own ways out unlock them
     QCOMPARE(m_client->connection().sockState(), 0);
-}
-
-void MessengerTest::connectionLost()
-{
-    beInTheRoom();
-    m_server->resetPeer();
-    QTRY_VERIFY(m_client->state() == signedOut);
-    // A reset can come as an end or as an error; either way the program is ready for the next.
-    QVERIFY(m_client->reads(u"ERROR : "_s) || m_client->reads(u"Disconnected by SERVER"_s));
-    QCOMPARE(m_client->connection().isWaitingToRetry(), m_client->reads(u"ERROR : "_s));
-    QVERIFY(m_client->looksSignedOut());
-    QCOMPARE(m_client->chatters(), QStringList());
 }
 
 void MessengerTest::ownKick()

@@ -1,9 +1,13 @@
 #pragma once
 
 #include "Surroundings.h"
+#include "desktop/NotificationArea.h"
+#include "desktop/WavePlayer.h"
+#include "desktop/WebModule.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
+#include "render/Links.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -66,6 +70,40 @@ public:
     QDateTime time{QDate(2003, 4, 5), QTime(6, 7, 8)};
 };
 
+class RecordingLinks final : public LinkOpener
+{
+public:
+    void OpenLink(const QString& link) override { opened += link; }
+
+    QStringList opened;
+};
+
+class RecordingTray final : public NotificationArea
+{
+public:
+    bool isAvailable() const override { return available; }
+    void add(const Record& record) override { last = record; }
+    void modify(const Record& record) override { last = record; }
+    void remove() override {}
+    void setMenu(QMenu* trayMenu) override { menu = trayMenu; }
+
+    bool available = true;
+    Record last;
+    QMenu* menu = nullptr;
+};
+
+class RecordingWaves final : public WavePlayer
+{
+public:
+    bool play(const QString& file) override
+    {
+        played += file;
+        return true;
+    }
+
+    QStringList played;
+};
+
 // What one Messenger of a test is set into. Folders are its own, the network is one loopback
 // address, and the end of the program is counted.
 class TestSurroundings final
@@ -90,7 +128,14 @@ public:
             .events = m_events,
             .clock = clock,
             .random = [] { return 0.0; },
-            .openLink = [this](const QString& link) { links += link; },
+            .links = links,
+            .notificationArea = tray,
+            .waves = waves,
+            .askWebEngine =
+                [this] {
+                    ++enginesAsked;
+                    return WebModule::Answer{nullptr, QStringLiteral("none here")};
+                },
             .end = [this] { ++ends; },
         };
     }
@@ -114,7 +159,10 @@ public:
     QTemporaryDir folder;
     ScriptedDialogs dialogs;
     StoppedClock clock;
-    QStringList links;
+    RecordingLinks links;
+    RecordingTray tray;
+    RecordingWaves waves;
+    int enginesAsked = 0;
     int ends = 0;
     int identPort = 11300; // needs no privilege; the address is ours alone
 
