@@ -23,6 +23,9 @@ function(qh_add_module name)
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
     LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/src/modules)
+  if(TARGET quillharbor)
+    add_dependencies(quillharbor ${name})
+  endif()
   install(TARGETS ${name} LIBRARY DESTINATION ${QH_MODULE_DIR})
 endfunction()
 
