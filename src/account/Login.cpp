@@ -217,7 +217,6 @@ void Login::Form_Load()
     showSettings();
     if (Text2->text().isEmpty())
         check1->setChecked(false);
-    Timer2.start();
     Timer2_Timer();
     Label7->setText(u"Made with care by the Quill Harbor crew"_s);
     Label8->setText(u"Calm water, good company"_s);
@@ -456,6 +455,19 @@ void Login::closeEvent(QCloseEvent* event)
         hide();
     else
         showMinimized();
+}
+
+void Login::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    Timer2_Timer();
+    Timer2.start();
+}
+
+void Login::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    Timer2.stop();
 }
 
 void Login::resizeEvent(QResizeEvent* event)
