@@ -5,6 +5,7 @@
 #include "desktop/Sounds.h"
 #include "desktop/Theme.h"
 #include "desktop/WebModule.h"
+#include "platform/CaretRest.h"
 #include "platform/QtDialogs.h"
 #include "platform/Resources.h"
 #include "render/Links.h"
@@ -47,6 +48,7 @@ int main(int argc, char* argv[])
     QApplication::setQuitOnLastWindowClosed(false); // closing a window only hides it
     const QString server = serverFromCommandLine(application);
     loadResources();
+    new CaretRest(&application);
     applyTheme(application);
 
     const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
