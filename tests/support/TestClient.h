@@ -11,8 +11,9 @@
 class TestClient final
 {
 public:
-    explicit TestClient(const QString& address, EventLoop* events = nullptr)
-        : around(address, events)
+    explicit TestClient(const QString& address, EventLoop* events = nullptr,
+                        const QString& ownAddress = {})
+        : around(address, events, ownAddress)
         , messenger(around)
     {
     }

@@ -109,9 +109,11 @@ public:
 class TestSurroundings final
 {
 public:
-    // The real event loop, if not another one.
-    explicit TestSurroundings(const QString& address, EventLoop* events = nullptr)
+    // With the real event loop, if not another one; on the server's own address, if no other one.
+    explicit TestSurroundings(const QString& address, EventLoop* events = nullptr,
+                              const QString& ownAddress = {})
         : address(address)
+        , m_localAddress(ownAddress.isEmpty() ? address : ownAddress)
         , m_events(events ? *events : m_ownEvents)
     {
     }
@@ -122,7 +124,7 @@ public:
             .configFolder = folder.filePath(QStringLiteral("config")),
             .autostartFolder = folder.filePath(QStringLiteral("autostart")),
             .serverHost = address,
-            .localAddress = QHostAddress(address),
+            .localAddress = QHostAddress(m_localAddress),
             .identPort = identPort,
             .dialogs = dialogs,
             .events = m_events,
@@ -155,7 +157,7 @@ public:
         return QStringLiteral("127.%1.%2.%3").arg(60 + pid / 250 % 190).arg(pid % 250 + 1).arg(n);
     }
 
-    const QString address;
+    const QString address; // of the server
     QTemporaryDir folder;
     ScriptedDialogs dialogs;
     StoppedClock clock;
@@ -167,6 +169,7 @@ public:
     int identPort = 11300; // needs no privilege; the address is ours alone
 
 private:
+    QString m_localAddress;
     QtEventLoop m_ownEvents;
     EventLoop& m_events;
 };

@@ -1,0 +1,380 @@
+#include "platform/Resources.h"
+#include "support/TestClient.h"
+
+#include <QNetworkProxy>
+#include <QProcess>
+#include <QSysInfo>
+#include <QTcpSocket>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The server asks those who come from these addresses no ident question.
+QString quietAddress()
+{
+    static int number = 1;
+    return "127.0.1."_L1 + QString::number(++number);
+}
+
+// Somebody else in the room, who says what he is told and keeps what he hears.
+class Chatter final : public QObject
+{
+public:
+    Chatter(const QString& host, const QString& nick)
+    {
+        connect(&m_socket, &QTcpSocket::readyRead, this, &Chatter::read);
+        m_socket.setProxy(QNetworkProxy::NoProxy);
+        m_socket.bind(QHostAddress(quietAddress()));
+        m_socket.connectToHost(host, 6667);
+        send("NICK " + nick.toUtf8() + "\r\nUSER " + nick.toUtf8() + " 0 * :A chatter");
+    }
+
+    void send(const QByteArray& line) { m_socket.write(line + "\r\n"); }
+    bool has(const QByteArray& text) const { return m_heard.contains(text); }
+    void forget() { m_heard.clear(); }
+    const QByteArray& heard() const { return m_heard; }
+
+private:
+    void read()
+    {
+        while (m_socket.canReadLine()) {
+            const QByteArray line = m_socket.readLine();
+            if (line.startsWith("PING "))
+                send("PONG " + line.mid(5).trimmed());
+            else
+                m_heard += line;
+        }
+    }
+
+    QTcpSocket m_socket;
+    QByteArray m_heard;
+};
+
+// A second network, which this test may end. It goes down with its owner, however he ends.
+class OwnNetwork final
+{
+public:
+    bool start(const QString& host, const QString& ports)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"PORTS"_s, ports);
+        m_process.setProcessEnvironment(environment);
+        m_process.setProcessChannelMode(QProcess::MergedChannels);
+        m_process.start(QStringLiteral(QH_WITH_NETWORK),
+                        {host, u"sh"_s, u"-c"_s, u"echo it is up; cat >/dev/null"_s});
+        return QTest::qWaitFor([this] { return output().contains("it is up"); }, 60'000);
+    }
+    void stop() { m_process.closeWriteChannel(); }
+    ~OwnNetwork()
+    {
+        stop();
+        m_process.waitForFinished();
+    }
+    QByteArray output()
+    {
+        m_output += m_process.readAll();
+        return m_output;
+    }
+
+private:
+    QProcess m_process;
+    QByteArray m_output;
+};
+
+} // namespace
+
+// Whole programs against a real server: what one does, others see.
+class NetworkTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+
+    void registersAndEnters();
+    void talk();
+    void topicChange();
+    void kick();
+    void refusedRooms_data();
+    void refusedRooms();
+    void cancel();
+    void disconnect();
+    void fallbackRetryAndShutdown();
+
+private:
+    std::unique_ptr<TestClient> newClient(const QString& host = {}) const;
+    std::unique_ptr<TestClient> clientInRoom(const QString& nick) const;
+    std::unique_ptr<Chatter> chatterInRoom(const QString& nick,
+                                           const QByteArray& password = {}) const;
+
+    QString m_host;
+};
+
+void NetworkTest::initTestCase()
+{
+    m_host = qEnvironmentVariable("QH_NETWORK_HOST");
+    if (m_host.isEmpty())
+        QSKIP("needs a network: tests/network/with-network COMMAND");
+    loadResources();
+}
+
+void NetworkTest::cleanup()
+{
+    // Whoever has left is gone for the next test, too.
+    if (m_host.isEmpty())
+        return;
+    Chatter last(m_host, u"last"_s);
+    QTRY_VERIFY(last.has(" 001 "));
+    const auto roomIsEmpty = [&last] {
+        last.forget();
+        last.send("NAMES #Harbor");
+        return QTest::qWaitFor([&last] { return last.has(" 366 "); }) && !last.has(" 353 ");
+    };
+    QTRY_VERIFY2(roomIsEmpty(), last.heard().constData());
+}
+
+std::unique_ptr<TestClient> NetworkTest::newClient(const QString& host) const
+{
+    static int number = 0;
+    auto client = std::make_unique<TestClient>(host.isEmpty() ? m_host : host, nullptr,
+                                               TestSurroundings::ownAddress(++number));
+    client->start();
+    return client;
+}
+
+std::unique_ptr<TestClient> NetworkTest::clientInRoom(const QString& nick) const
+{
+    auto client = newClient();
+    client->signIn(nick);
+    const bool entered = QTest::qWaitFor(
+        [&] {
+            return client->reads(u"Checking Your Internet Connection"_s) &&
+                   client->chatters().contains(nick);
+        },
+        15'000);
+    if (!entered)
+        QTest::qFail(qPrintable(client->conversation()), __FILE__, __LINE__);
+    return client;
+}
+
+std::unique_ptr<Chatter> NetworkTest::chatterInRoom(const QString& nick,
+                                                    const QByteArray& password) const
+{
+    auto chatter = std::make_unique<Chatter>(m_host, nick);
+    bool entered = QTest::qWaitFor([&] { return chatter->has(" 001 "); }, 15'000);
+    if (!password.isEmpty()) {
+        chatter->send("PRIVMSG NickServ :IDENTIFY " + password);
+        entered = entered && QTest::qWaitFor([&] { return chatter->has(" 900 "); }, 15'000);
+    }
+    chatter->send("JOIN #Harbor");
+    entered = entered && QTest::qWaitFor([&] { return chatter->has(" 366 "); }, 15'000);
+    if (!entered)
+        QTest::qFail(chatter->heard(), __FILE__, __LINE__);
+    return chatter;
+}
+
+void NetworkTest::registersAndEnters()
+{
+    const auto master = chatterInRoom(u"harbormaster"_s, "lighthouse");
+    const auto vera = chatterInRoom(u"vera"_s, "verapass");
+    const auto hal = chatterInRoom(u"hal"_s, "halpass");
+    const auto ann = chatterInRoom(u"ann"_s);
+    QTRY_VERIFY(master->has("+v :vera"));
+    QTRY_VERIFY(master->has("+h :hal"));
+    const auto client = clientInRoom(u"bea"_s);
+    QCOMPARE(client->state(), u"&Connect off on"_s);
+    QVERIFY(client->reads(u"You have entered to the chat room"_s));
+    QVERIFY(client->reads(u"Welcome To Quill Harbor Messenger!"_s));
+    QVERIFY(client->topic().startsWith("elcome to Quill Harbor"_L1));
+    QCOMPARE(client->chatters(),
+             (QStringList{u"+vera"_s, u"@harbormaster"_s, u"ann"_s, u"bea"_s, u"hal"_s}));
+    QVERIFY(client->window().isVisible());
+    QVERIFY(!client->messenger.login().isVisible());
+    QVERIFY(client->chatRoom().room.nicks.isHalfOp(u"hal"_s));
+
+    // What the server made of the lines that the client registered with.
+    ann->send("WHOIS bea");
+    QTRY_VERIFY(ann->has(" 318 "));
+    QVERIFY(ann->has("~" + QSysInfo::machineHostName().toUtf8() + "Client-User "));
+    QVERIFY(ann->has(":Quill Harbor Messenger V 1.0"));
+    QTRY_VERIFY(ann->has(":bea!")); // her JOIN
+
+    // People come and go.
+    const auto zoe = chatterInRoom(u"zoe"_s);
+    QTRY_VERIFY(client->reads(u"zoe has joined #Harbor"_s));
+    QTRY_VERIFY(client->chatters().contains(u"zoe"_s));
+    zoe->send("NICK zora");
+    QTRY_VERIFY(client->reads(u"zoe is now known as zora"_s));
+    zoe->send("PART #Harbor");
+    QTRY_VERIFY(client->reads(u"zora has left #Harbor"_s));
+    ann->send("QUIT :supper");
+    QTRY_VERIFY(client->reads(u"ann has Quit IRC ( Quit: supper )"_s));
+    QTRY_COMPARE(client->chatters(),
+                 (QStringList{u"+vera"_s, u"@harbormaster"_s, u"bea"_s, u"hal"_s}));
+}
+
+void NetworkTest::talk()
+{
+    const auto bea = clientInRoom(u"bea"_s);
+    const auto cleo = clientInRoom(u"cleo"_s);
+    const auto ann = chatterInRoom(u"ann"_s);
+    bea->say(u"hello cleo"_s);
+    QTRY_VERIFY(cleo->reads(u"<bea>  hello cleo"_s));
+    QTRY_VERIFY(ann->has("PRIVMSG #Harbor :\x03"
+                         "1 hello cleo\r\n"));
+    cleo->say(u"!hello  bea"_s);
+    QTRY_VERIFY(bea->reads(u"<cleo> !hello  bea"_s));
+    QTRY_VERIFY(ann->has("PRIVMSG #Harbor :!hello  bea\r\n"));
+    ann->send("PRIVMSG #Harbor :\x02hello\x02 \x03"
+              "4both\x03 of you");
+    for (const auto* client : {&bea, &cleo})
+        QTRY_VERIFY((*client)->reads(u"<ann> hello both of you"_s));
+    bea->say(u"IRC PRIVMSG ann :only you"_s);
+    QTRY_VERIFY(ann->has("PRIVMSG ann :only you"));
+    QCOMPARE(bea->conversation().count(u"hello cleo"_s), 1); // the echo; the server sends none
+}
+
+void NetworkTest::topicChange()
+{
+    const auto master = chatterInRoom(u"harbormaster"_s, "lighthouse");
+    const auto client = clientInRoom(u"bea"_s);
+    master->send("TOPIC #Harbor :Low tide");
+    QTRY_COMPARE(client->topic(), u"ow tide"_s);
+    QTRY_VERIFY(client->reads(u"Topic changed by harbormaster : Low tide"_s));
+
+    QWidget* edit = client->window().findChild<QWidget*>(u"rtbTopic"_s)->focusProxy();
+    QTest::keyClicks(edit, u"no "_s);
+    QCOMPARE(client->topic(), u"ow tide"_s);
+    master->send("MODE #Harbor +o bea");
+    QTRY_VERIFY(client->chatters().contains(u"@bea"_s));
+    QTest::keyClick(edit, Qt::Key_Home);
+    QTest::keyClicks(edit, u"Sl"_s);
+    // A second change within one second can be refused, so it is asked for until it is done.
+    QTRY_VERIFY_WITH_TIMEOUT(
+        (QTest::keyClick(edit, Qt::Key_Return),
+         QTest::qWaitFor([&] { return master->has("TOPIC #Harbor :Slow tide"); }, 500)),
+        10'000);
+    QTRY_COMPARE(client->topic(), u"low tide"_s);
+    QTRY_VERIFY(client->reads(u"Topic changed by bea : Slow tide"_s));
+    master->send("MODE #Harbor -o bea");
+    QTRY_VERIFY(client->chatters().contains(u"bea"_s));
+    QTest::keyClicks(edit, u"no"_s);
+    QCOMPARE(client->topic(), u"low tide"_s);
+}
+
+void NetworkTest::kick()
+{
+    const auto master = chatterInRoom(u"harbormaster"_s, "lighthouse");
+    const auto ann = chatterInRoom(u"ann"_s);
+    const auto client = clientInRoom(u"bea"_s);
+    master->send("KICK #Harbor ann :too loud");
+    QTRY_VERIFY(client->reads(u"ann was kicked from #Harbor by harbormaster [ too loud ]"_s));
+    QCOMPARE(client->chatters(), (QStringList{u"@harbormaster"_s, u"bea"_s}));
+    master->send("KICK #Harbor bea :you, too");
+    QTRY_VERIFY(client->reads(u"You were kicked from #Harbor by harbormaster [ you, too ]"_s));
+    QTRY_COMPARE(client->state(), u"&Connect on off"_s);
+    QVERIFY(client->looksSignedOut());
+    QVERIFY(client->messenger.login().isVisible() && !client->window().isVisible());
+    QCOMPARE(client->chatters(), QStringList());
+    QTRY_VERIFY(master->has(":bea!")); // she is gone from the server, not only from the room
+    master->forget();
+    master->send("WHOIS bea");
+    QTRY_VERIFY(master->has(" 401 "));
+
+    // Signed in again, she is let in: the server's greeting shows her the way.
+    client->field("Text1")->setReadOnly(false);
+    client->signIn(u"bea"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(master->has("JOIN :#Harbor"), 15'000);
+    QTRY_VERIFY(client->chatters().contains(u"bea"_s));
+}
+
+void NetworkTest::refusedRooms_data()
+{
+    QTest::addColumn<QByteArray>("room");
+    QTest::addColumn<QString>("reason");
+
+    QTest::newRow("full") << QByteArray("#full") << u"channel is full"_s;
+    QTest::newRow("by invitation") << QByteArray("#closed") << u"invite only"_s;
+    QTest::newRow("banned") << QByteArray("#banned") << u"you're banned"_s;
+    QTest::newRow("with a key") << QByteArray("#keyed") << u"incorrect channel key"_s;
+}
+
+void NetworkTest::refusedRooms()
+{
+    QFETCH(QByteArray, room);
+    QFETCH(QString, reason);
+    const auto client = newClient();
+    QVERIFY(client->around.writeSettings("[connect]\nautojoin=" + room + '\n'));
+    client->signIn(u"bea"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(client->around.dialogs.shown.size(), 1, 15'000);
+    const QString box = client->around.dialogs.shown.first();
+    QVERIFY2(box.startsWith(QString("Error|You cannot join "_L1 + QString::fromLatin1(room))),
+             qPrintable(box));
+    QVERIFY2(box.contains(reason), qPrintable(box));
+    QTRY_COMPARE(client->state(), u"&Connect on off"_s);
+    QVERIFY(client->looksSignedOut());
+    // Whether the sign-in form shows depends on what is handled last: lines can overtake another.
+    QVERIFY(!client->window().isVisible());
+}
+
+void NetworkTest::cancel()
+{
+    const auto ann = chatterInRoom(u"ann"_s);
+    const auto client = newClient();
+    client->signIn(u"bea"_s);
+    QCOMPARE(client->state(), u"&Cancel on off"_s);
+    client->click("mnu_File_Connect");
+    QCOMPARE(client->state(), u"&Connect on off"_s);
+    QVERIFY(client->looksSignedOut());
+    QVERIFY(client->reads(u"Connection attempt cancelled"_s));
+    // The next attempt is the only one that the room sees.
+    client->signIn(u"bea"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(client->chatters().contains(u"bea"_s), 15'000);
+    QTRY_COMPARE(ann->heard().count(":bea!"), 1);
+}
+
+void NetworkTest::disconnect()
+{
+    const auto ann = chatterInRoom(u"ann"_s);
+    const auto client = clientInRoom(u"bea"_s);
+    client->click("mnu_File_Disconnect");
+    QTRY_VERIFY(ann->has("QUIT :Quit: Quill Harbor Messenger v 1.0   "));
+    QVERIFY(client->reads(u"You are Disconnected from Quill Harbor Server"_s));
+    QCOMPARE(client->state(), u"&Connect on off"_s);
+    QVERIFY(client->looksSignedOut());
+    QCOMPARE(client->chatters(), QStringList());
+    QVERIFY(!client->connection().isWaitingToRetry());
+}
+
+void NetworkTest::fallbackRetryAndShutdown()
+{
+    const QString host = TestSurroundings::ownAddress(250);
+    const auto client = newClient(host);
+    client->chatRoom(); // loaded, so that its timer can be hurried
+    client->connection().setRetryInterval(500);
+    client->signIn(u"bea"_s);
+    QTRY_VERIFY(client->reads(u"ERROR : "_s));
+    QTRY_VERIFY(client->conversation().count(u"ERROR : "_s) >= 2);
+    QCOMPARE(client->conversation().count(u"port 6667"_s), 1);
+    QVERIFY(client->reads(u"port 8867"_s));
+
+    OwnNetwork network;
+    QVERIFY2(network.start(host, u"8867"_s), network.output().constData());
+    QTRY_VERIFY_WITH_TIMEOUT(client->reads(u"You have entered to the chat room"_s), 20'000);
+    QTRY_COMPARE(client->chatters(), QStringList{u"bea"_s});
+    QVERIFY(!client->connection().isWaitingToRetry());
+
+    network.stop();
+    QTRY_VERIFY_WITH_TIMEOUT(client->reads(QString("Disconnected by SERVER from "_L1 + host)),
+                             20'000);
+    QCOMPARE(client->state(), u"&Connect on off"_s);
+    QVERIFY(client->looksSignedOut());
+    QCOMPARE(client->chatters(), QStringList());
+    QVERIFY(!client->connection().isWaitingToRetry()); // an ended session is not taken up again
+    QCOMPARE(client->window().portText(), u"8867"_s);
+}
+
+QTEST_MAIN(NetworkTest)
+#include "tst_network.moc"
