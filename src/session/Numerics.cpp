@@ -82,7 +82,8 @@ void Numerics::erroneousNick(const IRCMessage&) const
 void Numerics::nickInUse(const IRCMessage& message) const
 {
     SessionVariables& variables = m_desk.variables;
-    if (P(message, 2, 2) == variables.MyNick) {
+    // Before the welcome the own nick is the one of the settings, padding and all.
+    if (P(message, 2, 2) == beforeNul(variables.MyNick)) {
         // Nothing ever fills AltNick: the rejected name is dropped and the prompt asks for the
         // next.
         variables.MyNick = variables.AltNick;
