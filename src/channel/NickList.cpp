@@ -69,10 +69,10 @@ QString StripRank(const QString& row)
     return nick;
 }
 
-void NickList::AddNick(const QString& nick)
+QString NickList::AddNick(const QString& nick)
 {
     if (nick.isEmpty())
-        return;
+        return {};
     ++m_nickCount;
     NickRecord record;
     for (const RankSign& rank : arrivingSigns) {
@@ -84,6 +84,7 @@ void NickList::AddNick(const QString& nick)
     m_form.lstNicks().AddItem(NickDisplay(record));
     ++m_chatterCount;
     showChatterCount();
+    return record.Nick;
 }
 
 void NickList::RemoveNick(const QString& nick)

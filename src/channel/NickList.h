@@ -37,8 +37,8 @@ public:
     {
     }
 
-    // The nick may carry rank signs anywhere; an empty one changes nothing.
-    void AddNick(const QString& nick);
+    // The nick may carry rank signs anywhere; an empty one changes nothing. Gives the bare nick.
+    QString AddNick(const QString& nick);
     void RemoveNick(const QString& nick);
     // True when the row was found; the record is renamed in either case.
     bool ChangeNck(const QString& oldNick, const QString& newNick);

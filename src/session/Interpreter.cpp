@@ -39,7 +39,6 @@ bool isRoomName(const QString& target)
 
 } // namespace
 
-// In the order of the tests; the first row of a word wins.
 const Interpreter::Row Interpreter::chain[]{
     {"001"_L1, &Interpreter::welcome},
     {"002 003 004 005"_L1, &Numerics::serverGreeting},
@@ -87,10 +86,8 @@ Interpreter::Interpreter(const SessionDesk& desk)
     , m_numerics(desk)
 {
     for (const Row& row : chain) {
-        for (const QString& word : QString(row.words).split(u' ')) {
-            if (!m_handlers.contains(word))
-                m_handlers.insert(word, &row.handler);
-        }
+        for (const QString& word : QString(row.words).split(u' '))
+            m_handlers.insert(word, &row.handler);
     }
 }
 
@@ -141,10 +138,9 @@ void Interpreter::join(const IRCMessage& message) const
     if (index == -1)
         return;
     Room& room = m_desk.channels.Channels(index);
-    room.nicks.AddNick(message.Nick);
-    m_desk.writer.WriteView(room.form.DataIn(), strColor % "03"_L1 % strBold % message.Nick %
-                                                    strBold % " has joined "_L1 % strBold %
-                                                    room.ChannelName);
+    const QString nick = room.nicks.AddNick(message.Nick);
+    m_desk.writer.WriteView(room.form.DataIn(), strColor % "03"_L1 % strBold % nick % strBold %
+                                                    " has joined "_L1 % strBold % room.ChannelName);
 }
 
 void Interpreter::privmsg(const IRCMessage& message) const
@@ -170,7 +166,7 @@ void Interpreter::privateMessage(const IRCMessage& message) const
         m_desk.queries.OpenQuery(message.Nick, message.Prefix);
     const int slot = m_desk.queries.FindQuery(message.Nick);
     if (slot == -1)
-        return; // private talk is off
+        return; // no window for this nick: private talk is off
     PrivateWindow& window = m_desk.queries.Queries(slot);
     // The stored host lacks the nick in front, so this holds for every prefix with a "!".
     if (known && message.Prefix != window.QueryHost)
