@@ -255,6 +255,18 @@ void ChatRoom::navigateMisc(const QString& path)
     m_misc->Navigate(web_addresses::onHost(path));
 }
 
+void ChatRoom::DoConnect(const QString& server)
+{
+    if (!m_parts.surroundings.dialogs.askYesNo(
+            "Would you really like to connect to the server '"_L1 + server +
+                "'? You will be disconnect from your current one"_L1,
+            u"QuillHarborMessenger"_s))
+        return;
+    connection.mnu_File_Disconnect_Click();
+    // The line goes nowhere: there is no connection that could take it.
+    commands.ProcessInput({}, "server "_L1 + server);
+}
+
 void ChatRoom::selectcolor(const QString& code)
 {
     ownStyle.TextColor = code;

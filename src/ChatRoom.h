@@ -75,6 +75,9 @@ public:
     // Reads the session's settings; raises what they raise.
     void Form_Load();
 
+    // Leaves this server for another, if the user agrees. Nothing in the menus asks for it.
+    void DoConnect(const QString& server);
+
     // The colour of the user's own text, by its code. An unknown one raises TypeMismatch (13).
     void selectcolor(const QString& code);
     void unloadSmileys() { m_smileys.Unload(); }
