@@ -44,7 +44,6 @@ public:
 
 private:
     void showLogin();
-    void wireChatRoom();
     void showTrayMenu();
     void fail(const QString& message);
 

@@ -4,7 +4,6 @@ void ChannelModes::AddMode(QChar letter)
 {
     if (m_letters.contains(letter))
         return;
-    [[maybe_unused]] const Int16 count(m_letters.size() + 1);
     m_letters.append(letter);
     Update();
 }

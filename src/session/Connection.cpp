@@ -97,8 +97,8 @@ void Connection::cancelAttempt()
 {
     Timer1.stop();
     showSignedOut();
-    closeSock();
-    closeIdent();
+    m_parts.sock.Close();
+    m_parts.ident.Close();
     m_parts.channel.setPortText(firstPort);
     m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
     writeMain(strColor % "05Connection attempt cancelled"_L1);

@@ -112,8 +112,7 @@ class Program
 public:
     virtual ~Program() = default;
 
-    // DebugWin, frmregister, frmSmileys, frmchange, usenick, Author, About and the private window
-    // that has no conversation, in this order.
+    // DebugWin, frmregister, frmSmileys, frmchange, usenick, Author and About, in this order.
     virtual void unloadSmallForms() = 0;
     virtual void End() = 0; // at once
 };
