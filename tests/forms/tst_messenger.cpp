@@ -272,20 +272,30 @@ void MessengerTest::cancel()
 
 void MessengerTest::disconnect_data()
 {
-    QTest::addColumn<bool>("fromMenu");
+    QTest::addColumn<std::function<void(TestClient&)>>("way");
+    using Way = std::function<void(TestClient&)>;
 
-    QTest::newRow("by the main window's menu") << true;
-    QTest::newRow("by signing out") << false;
+    QTest::newRow("by the main window's menu")
+        << Way([](TestClient& client) { client.click("mnu_File_Disconnect"); });
+    QTest::newRow("by signing out")
+        << Way([](TestClient& client) { client.signEntry().trigger(); });
+    QTest::newRow("by moving to another server") << Way([](TestClient& client) {
+        client.around.dialogs.answerYes = false;
+        client.chatRoom().DoConnect(u"irc.example"_s);
+        QVERIFY(client.state() != signedOut);
+        client.around.dialogs.answerYes = true;
+        client.chatRoom().DoConnect(u"irc.example"_s);
+        QCOMPARE(client.around.dialogs.shown.last(),
+                 u"QuillHarborMessenger|Would you really like to connect to the server "
+                 u"'irc.example'? You will be disconnect from your current one"_s);
+    });
 }
 
 void MessengerTest::disconnect()
 {
-    QFETCH(bool, fromMenu);
+    QFETCH(std::function<void(TestClient&)>, way);
     beInTheRoom();
-    if (fromMenu)
-        m_client->click("mnu_File_Disconnect");
-    else
-        m_client->signEntry().trigger();
+    way(*m_client);
     QTRY_COMPARE(heard(), quitLine);
     QTRY_VERIFY(m_server->peerHasGone());
     QCOMPARE(m_client->state(), signedOut);
