@@ -12,23 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class FakeLogin final : public SignInForm
-{
-public:
-    QString nick;
-
-    QString nickname() const override { return nick; }
-    void setNickname(const QString& text) override { nick = text; }
-    QString sessionPassword() const override { return {}; }
-    void setEntriesLocked(bool) override {}
-    void setSignCaption(const QString&) override {}
-    void cmdSignout_Click() override {}
-    void Login_Log() override {}
-    void Login_UnLog() override {}
-    void Show() override {}
-    void Hide() override {}
-};
-
 struct Host final : NickFormHost
 {
     bool channelEnabled = true;
@@ -41,7 +24,7 @@ struct Host final : NickFormHost
 struct Scene
 {
     NickDesk desk;
-    FakeLogin login;
+    RecordingLogin login{desk.unread};
     Host host;
     NickForms forms{NickFormDesk{desk.variables, desk.room, desk.server, desk.commands, login,
                                  desk.dialogs, host, desk.handlers}};
@@ -87,7 +70,6 @@ private Q_SLOTS:
 
     void password_data();
     void password();
-    void passwordByTheService();
     void newNickInsteadOfPassword();
     void newPasswordIsFatal();
     void flashing();
@@ -113,7 +95,7 @@ void tst_NickForms::password()
 {
     QFETCH(bool, byKey);
     Scene scene;
-    scene.desk.window.list.enabled = false;
+    scene.desk.window.nicks.setEnabled(false);
     scene.forms.showPassword();
     QVERIFY(!scene.host.channelEnabled);
     QCOMPARE(shown<frmPassword>()->findChild<QLabel*>(u"lblusr"_s)->text(), u"NickName : me"_s);
@@ -130,19 +112,7 @@ void tst_NickForms::password()
     QCOMPARE(scene.desk.log, QStringList{u"IDENTIFY open sesame"_s});
     QVERIFY(!shown<frmPassword>());
     QVERIFY(scene.host.channelEnabled);
-    QVERIFY(scene.desk.window.list.enabled);
-}
-
-void tst_NickForms::passwordByTheService()
-{
-    Scene scene;
-    scene.forms.unloadPassword(); // nothing to unload
-    QVERIFY(scene.host.channelEnabled);
-    scene.forms.showPassword();
-    scene.forms.showPassword(); // challenged again: the same form
-    scene.forms.unloadPassword();
-    QVERIFY(!shown<frmPassword>());
-    QVERIFY(scene.host.channelEnabled);
+    QVERIFY(scene.desk.window.nicks.isEnabled());
 }
 
 void tst_NickForms::newNickInsteadOfPassword()
@@ -233,7 +203,7 @@ void tst_NickForms::otherNick()
     QVERIFY(!form());
     QCOMPARE(scene.desk.log, QStringList{u"NICK carol"_s});
     QCOMPARE(scene.desk.variables.MyNick, u"carol"_s);
-    QCOMPARE(scene.login.nick, u"carol"_s);
+    QCOMPARE(scene.login.Text1, u"carol"_s);
     QVERIFY(scene.host.channelEnabled);
 }
 

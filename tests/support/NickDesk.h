@@ -4,39 +4,12 @@
 #include "common/SessionVariables.h"
 #include "input/CommandProcessor.h"
 #include "platform/ActionEntry.h"
-#include "platform/Dialogs.h"
-#include "platform/EventLoop.h"
 #include "platform/Handlers.h"
-#include "platform/ListBox.h"
-#include "platform/Winsock.h"
 #include "query/QueryTable.h"
 #include "render/StatusLine.h"
 #include "render/TextWriter.h"
-#include "session/LineSink.h"
-#include "session/Ports.h"
-#include "support/MemoryView.h"
-
-#include <QStringList>
-
-#include <list>
-
-class MemoryListBox final : public ListBox
-{
-public:
-    QStringList rows;
-    int selected = -1;
-    bool enabled = true;
-
-    void AddItem(const QString& text) override { rows += text; }
-    void RemoveItem(int index) override { rows.removeAt(index); }
-    void Clear() override { rows.clear(); }
-    int ListCount() const override { return static_cast<int>(rows.size()); }
-    QString List(int index) const override { return rows.value(index); }
-    void setList(int index, const QString& text) override { rows[index] = text; }
-    int ListIndex() const override { return selected; }
-    void setListIndex(int index) override { selected = index; }
-    void setEnabled(bool on) override { enabled = on; }
-};
+#include "support/QueryFakes.h"
+#include "support/RecordingPorts.h"
 
 // A room, a command language and an ignore list that work, between a server, boxes and private
 // windows that write down what is asked of them, in order and in one log.
@@ -46,18 +19,7 @@ public:
     QStringList log;
     SessionVariables variables;
 
-    struct Window final : RoomForm
-    {
-        MemoryView view;
-        MemoryView topic;
-        MemoryListBox list;
-
-        RichTextBox& DataIn() override { return view; }
-        RichTextBox& rtbTopic() override { return topic; }
-        ListBox& lstNicks() override { return list; }
-        void setCmdCount(const QString&) override {}
-        void setVisible(bool) override {}
-    } window;
+    RoomWindow window;
 
     struct Link final : ServerLink
     {
@@ -107,39 +69,14 @@ public:
         void Beep() override {}
     } dialogs{log};
 
-    struct PrivateTalk final : PrivateWindow
-    {
-        MemoryView view;
-
-        RichTextBox& DataIn() override { return view; }
-        void setCaption(const QString&) override {}
-        void setNickLabel(const QString&) override {}
-        void setHostLabel(const QString&) override {}
-        void setVisible(bool) override {}
-        void setTag(const QString&) override {}
-        void SetFocus() override {}
-        void PutText(const QString&, const QString&) override {}
-        void Unload() override {}
-    };
-    struct Factory final : PrivateWindowFactory
-    {
-        std::list<PrivateTalk> windows;
-        PrivateWindow& create() override { return windows.emplace_back(); }
-    } privateWindows;
-
-    struct NoBuddies final : ContactList
-    {
-        void AddUsers(const QString&) override {}
-        void clearOnline() override {}
-        bool Visible() const override { return false; }
-        void Load() override {}
-        void Unload() override {}
-    } buddies;
+    Journal unread;
+    RecordingQueries privateWindows{unread};
+    RecordingBuddies buddies{unread};
 
     // The menu entries whose state counts.
     ActionEntry mnu_pm_no, mnu_pm_yes, mnu_blocked;
 
-    MemoryListBox ignored;
+    ListBoxWidget ignored{ListBoxWidget::Order::AsAdded};
     Room room{window};
     ChannelTable channels{room};
     QueryTable queries{privateWindows,
@@ -171,7 +108,10 @@ public:
     }
     void select(const QString& row)
     {
-        window.list.selected = static_cast<int>(window.list.rows.indexOf(row));
+        int index = window.nicks.ListCount() - 1;
+        while (index >= 0 && window.nicks.List(index) != row)
+            --index;
+        window.nicks.setListIndex(index);
     }
     QStringList takeLog() { return std::exchange(log, {}); }
 };

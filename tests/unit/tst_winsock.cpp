@@ -20,21 +20,15 @@ private Q_SLOTS:
     void states();
     void bytes();
     void refused();
-    void unknownHost();
     void closedByPeerAfterData();
     void lastLineLeavesBeforeClose();
-    void arrivesInsideItself();
     void nestingIsBounded();
     void nothingOfAClosedConnectionIsRaised();
-    void replacedInsideItsOwnHandler();
     void held();
-    void heldError();
     void listening();
-    void requestThatIsNotAccepted();
     void staleRequest();
     void secondRequestIsRefused();
     void identOverTheWire();
-    void session();
     void flood();
 
 private:
@@ -118,16 +112,6 @@ void TestWinsock::refused()
     QCOMPARE(closed.count(), 0);
 }
 
-void TestWinsock::unknownHost()
-{
-    TcpWinsock sock;
-    sock.RemotePort = 6667; // no host at all
-    QSignalSpy failed(&sock, &Winsock::ErrorEvent);
-    sock.Connect();
-    QTRY_COMPARE(failed.count(), 1);
-    QCOMPARE(sock.state(), Winsock::Failed);
-}
-
 void TestWinsock::closedByPeerAfterData()
 {
     Pair pair(u"127.9.1.4"_s);
@@ -151,24 +135,6 @@ void TestWinsock::lastLineLeavesBeforeClose()
     QCOMPARE(pair.sock.state(), Winsock::Closed);
     QTRY_VERIFY(pair.server.received().endsWith("\nQUIT :bye\n"));
     QTRY_VERIFY(pair.server.peerHasGone());
-}
-
-void TestWinsock::arrivesInsideItself()
-{
-    Pair pair(u"127.9.1.7"_s);
-    QVERIFY(pair.connectBoth());
-    QStringList order;
-    connect(&pair.sock, &Winsock::DataArrival, this, [&] {
-        const QString data = pair.sock.GetData();
-        order << "begin "_L1 + data;
-        if (data == "one"_L1) {
-            pair.server.say("two");
-            QVERIFY(QTest::qWaitFor([&] { return order.contains("end two"_L1); }));
-        }
-        order << "end "_L1 + data;
-    });
-    pair.server.say("one");
-    QTRY_COMPARE(order, (QStringList{u"begin one"_s, u"begin two"_s, u"end two"_s, u"end one"_s}));
 }
 
 void TestWinsock::nestingIsBounded()
@@ -231,22 +197,6 @@ void TestWinsock::nothingOfAClosedConnectionIsRaised()
     QTRY_COMPARE(events, QStringList{u"connect"_s});
 }
 
-void TestWinsock::replacedInsideItsOwnHandler()
-{
-    Pair pair(u"127.9.1.11"_s);
-    QVERIFY(pair.connectBoth());
-    QString heard;
-    connect(&pair.sock, &Winsock::DataArrival, this, [&] {
-        heard += pair.sock.GetData();
-        if (heard == "again"_L1)
-            pair.sock.Connect();
-    });
-    pair.server.say("again");
-    QTRY_COMPARE(pair.server.connections(), 2);
-    pair.server.say("!");
-    QTRY_COMPARE(heard, u"again!"_s);
-}
-
 void TestWinsock::held()
 {
     Pair pair(u"127.9.1.12"_s);
@@ -263,25 +213,6 @@ void TestWinsock::held()
         QCOMPARE(events, QStringList());
     }
     QTRY_COMPARE(events, (QStringList{u"data"_s, u"close"_s}));
-}
-
-void TestWinsock::heldError()
-{
-    Pair pair(u"127.9.1.13"_s);
-    pair.server.stopListening();
-    QSignalSpy failed(&pair.sock, &Winsock::ErrorEvent);
-    {
-        const HeldEvents hold(pair.sock);
-        pair.sock.Connect();
-        TcpWinsock other; // its own failure comes later, so this one's has been there
-        other.RemoteHost = u"127.9.1.13"_s;
-        other.RemotePort = 6667;
-        QSignalSpy otherFailed(&other, &Winsock::ErrorEvent);
-        other.Connect();
-        QTRY_COMPARE(otherFailed.count(), 1);
-        QCOMPARE(failed.count(), 0);
-    }
-    QTRY_COMPARE(failed.count(), 1);
 }
 
 void TestWinsock::listening()
@@ -316,22 +247,6 @@ void TestWinsock::listening()
     QTcpSocket late; // it listens no more
     late.connectToHost(u"127.9.1.14"_s, 11300);
     QTRY_COMPARE(late.error(), QAbstractSocket::ConnectionRefusedError);
-}
-
-void TestWinsock::requestThatIsNotAccepted()
-{
-    TcpWinsock ident;
-    ident.setLocalAddress(QHostAddress(u"127.9.1.15"_s));
-    ident.LocalPort = 11300;
-    ident.Listen();
-    QSignalSpy requests(&ident, &Winsock::ConnectionRequest);
-    QTcpSocket peer;
-    peer.connectToHost(u"127.9.1.15"_s, 11300);
-    QTRY_COMPARE(requests.count(), 1);
-    QTRY_COMPARE(peer.state(), QAbstractSocket::UnconnectedState);
-    QCOMPARE(ident.state(), Winsock::Listening);
-    ident.Accept(requests.first().first().value<qintptr>()); // too late
-    QCOMPARE(ident.state(), Winsock::Listening);
 }
 
 // Lets something happen right before the queued report of a new peer is handled.
@@ -421,33 +336,6 @@ void TestWinsock::identOverTheWire()
     QCOMPARE(answer, "11300, " + QByteArray::number(ident.RemotePort) +
                          " : USERID : UNIX : QHM\r\n46887, 6667 : USERID : UNIX : QHM");
     QCOMPARE(ident.state(), Winsock::Closed);
-}
-
-// The logic on a real socket and a real event loop, from sign-in to disconnect.
-void TestWinsock::session()
-{
-    TcpWinsock sock;
-    QtEventLoop events;
-    RecordingDesk desk(&sock, &events);
-    ScriptedServer server(u"127.9.1.19"_s);
-    desk.variables.ServerHost = u"127.9.1.19"_s;
-    desk.connection.mnu_File_Connect_Click();
-    QTRY_COMPARE(server.received(), "NICK typed\nUSER PC1Client-User:A B\n"_ba);
-    server.say(":s 001 me :Welcome\r\nPING :tok"); // handled during the pauses
-    server.say("en x\r\n");
-    QTRY_VERIFY(server.received().endsWith("MODE me +i\nJOIN #room\nPONG :token x\n"));
-    server.say(":me!u@h JOIN :#room\r\n:s 353 me = #room :@me bob\r\n");
-    QTRY_COMPARE(desk.channel.nicks.rows(), (QStringList{u"@me"_s, u"bob"_s}));
-    QStringList journal;
-    const auto settled = [&] {
-        journal += desk.take();
-        return journal.contains("Misc /quillmisc"_L1);
-    };
-    QTRY_VERIFY(settled());
-    desk.connection.mnu_File_Disconnect_Click();
-    QTRY_VERIFY(server.received().endsWith("MODE #room\nQUIT :gone\n"));
-    QTRY_VERIFY(server.peerHasGone());
-    QCOMPARE(sock.state(), Winsock::Closed);
 }
 
 // One line a segment, faster than they are handled: handlers nest to their bound, nothing is lost
