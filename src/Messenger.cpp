@@ -3,7 +3,9 @@
 #include "desktop/WebAddresses.h"
 #include "render/Links.h"
 
+#include <QCoreApplication>
 #include <QCursor>
+#include <QEvent>
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -37,6 +39,7 @@ Messenger::Messenger(const Surroundings& surroundings)
     m_handlers.connect(&gSysTray, &clsSysTray::RButtonUp, this, [this] { showTrayMenu(); });
     if (!surroundings.serverHost.isEmpty())
         m_settings.overrule(u"connect"_s, u"server"_s, surroundings.serverHost);
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
 Messenger::~Messenger() = default;
@@ -45,6 +48,19 @@ void Messenger::start()
 {
     m_handlers.connect(&m_splash(), &frmSplash::finished, this, [this] { showLogin(); });
     m_splash->Show();
+}
+
+bool Messenger::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::Quit || watched != QCoreApplication::instance())
+        return false;
+    m_handlers.run([this] {
+        if (m_chatRoom)
+            m_chatRoom->connection.mnu_terminate_Click();
+        else
+            End();
+    });
+    return true;
 }
 
 void Messenger::showLogin()

@@ -42,6 +42,10 @@ public:
     ChatRoom& chatRoom();
     bool hasChatRoom() const { return m_chatRoom != nullptr; }
 
+protected:
+    // The desktop ends its session. No window that only hides at a close may stand in the way.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void showLogin();
     void showTrayMenu();
