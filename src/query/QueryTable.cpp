@@ -73,20 +73,24 @@ PrivateWindow& QueryTable::Queries(int slot) const
 
 void QueryTable::unloadAll()
 {
-    // After a conversation too many the count stands past the last slot; that must not keep a
-    // new connection from clearing it.
-    const int last = std::min<int>(m_queryCount, decltype(m_queries)::upper);
-    for (int slot = 1; slot <= last; ++slot)
+    for (int slot = 1; slot <= lastSlot(); ++slot)
         Queries(slot).Unload();
     m_queryCount = 0;
 }
 
 void QueryTable::unloadOpen()
 {
-    for (int slot = 1; slot <= m_queryCount; ++slot) {
+    for (int slot = 1; slot <= lastSlot(); ++slot) {
         if (!Queries(slot).QueryNick.isEmpty())
             Queries(slot).Unload();
     }
+}
+
+// After a conversation too many the count stands past the last slot. That must keep neither a new
+// connection nor the end of the program from clearing the table.
+int QueryTable::lastSlot() const
+{
+    return std::min<int>(m_queryCount, decltype(m_queries)::upper);
 }
 
 void QueryTable::checkIgnored(const QString& nick)

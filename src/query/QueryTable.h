@@ -47,6 +47,7 @@ public:
 private:
     void checkIgnored(const QString& nick);
     PrivateWindow& freeWindow(int& slot);
+    int lastSlot() const;
 
     PrivateWindowFactory& m_windows;
     Switches m_switches;

@@ -149,6 +149,9 @@ void TestQuery::thirtyFirst()
     QVERIFY_THROWS_EXCEPTION(RunTimeError, desk.queries.FindQuery(u"new"_s));
     QVERIFY_THROWS_EXCEPTION(RunTimeError, desk.queries.OpenQuery(u"new"_s, {}));
     QVERIFY_THROWS_EXCEPTION(RunTimeError, desk.queries.Queries(31));
+    desk.take();
+    desk.queries.unloadOpen(); // as the end of the program does
+    QCOMPARE(desk.take().filter(u".Unload"_s).size(), 29);
     desk.connection.mnu_File_Disconnect_Click();
     desk.connection.mnu_File_Connect_Click();
     desk.take();
