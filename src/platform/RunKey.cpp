@@ -38,9 +38,9 @@ RunKey::RunKey(QString autostartFolder)
 
 bool RunKey::Open()
 {
-    if (QDir().mkpath(m_folder) && QFileInfo(m_folder).isWritable())
-        m_open = true;
-    return m_open;
+    const bool opens = QDir().mkpath(m_folder) && QFileInfo(m_folder).isWritable();
+    m_open |= opens; // a later failure does not close what is open
+    return opens;
 }
 
 void RunKey::SetValue(const QString& name, const QString& program) const
