@@ -64,7 +64,6 @@ ChatRoom::ChatRoom(const Parts& parts)
               },
           .PlayWave = [this](const QString& name) { sounds.PlayWave(name); },
           .pictures = m_pictures,
-          .viewChanged = {},
       })
     , queries(queryFactory,
               {window.entry(u"mnu_pm_no"_s), window.entry(u"mnu_pm_yes"_s),

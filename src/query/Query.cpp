@@ -84,11 +84,7 @@ void Query::connectForm(QueryForm& form)
                      [this](const QPoint& point) { DataIn_MouseUp(point); });
     handlers.connect(&view, &QueryView::DblClick, &form, [this] { DataIn_DblClick(); });
     handlers.connect(&view, &QueryView::Click, &form, [&form] { form.DataOut().setFocus(); });
-    view.onChange([this, &form] {
-        if (m_desk.viewChanged)
-            m_desk.viewChanged(form.DataIn());
-        form.CheckRTF();
-    });
+    view.onChange([&form] { form.CheckRTF(); });
     connectLinks(form);
 }
 

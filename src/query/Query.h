@@ -58,9 +58,8 @@ public:
         LinkOpener& links;
         QueryNeighbours& neighbours;
         std::function<QString(const QString& target, const QString& text)> ProcessInput;
-        std::function<void(const QString& name)> PlayWave;  // asks the sound option itself
-        std::shared_ptr<PictureCache> pictures;             // of the smileys, shared by all views
-        std::function<void(RichTextBox& view)> viewChanged; // for whoever follows the text
+        std::function<void(const QString& name)> PlayWave; // asks the sound option itself
+        std::shared_ptr<PictureCache> pictures;            // of the smileys, shared by all views
         std::function<void(QWidget& window)> FlashWindow = ::FlashWindow;
     };
 

@@ -1,5 +1,6 @@
 #include "query/QueryForm.h"
 
+#include "platform/OneLineField.h"
 #include "platform/SvgPicture.h"
 
 #include <QAbstractScrollArea>
@@ -8,7 +9,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
-#include <QRegularExpression>
 #include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -98,7 +98,7 @@ QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures)
     m_dataOut->setTextMargins(textMargin, 0, textMargin, 0);
     m_dataOut->setMouseTracking(true);
     m_dataOut->installEventFilter(this);
-    connect(m_dataOut, &QLineEdit::textChanged, this, &QueryForm::keepOneLine);
+    keepToOneLine(m_dataOut);
 
     m_image2->setObjectName(u"Image2"_s);
     m_image2->setAccessibleName(u"Send"_s);
@@ -263,16 +263,4 @@ void QueryForm::announceKey(const QKeyEvent& event)
         if (!event.text().isEmpty())
             Q_EMIT KeyPress(event.text().front().unicode());
     }
-}
-
-// Pasted or dropped text must not break out of the one line that goes to the server.
-void QueryForm::keepOneLine(const QString& text)
-{
-    static const QRegularExpression lineEnds(u"\\r\\n|[\\r\\n\\x{2028}\\x{2029}]"_s);
-    if (!text.contains(lineEnds))
-        return;
-    const qsizetype behindCursor = text.size() - m_dataOut->cursorPosition();
-    const QString line = QString(text).replace(lineEnds, u" "_s);
-    m_dataOut->setText(line);
-    m_dataOut->setCursorPosition(static_cast<int>(line.size() - behindCursor));
 }

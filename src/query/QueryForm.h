@@ -61,7 +61,6 @@ private:
     void createLinks();
     void arrange();
     void announceKey(const QKeyEvent& event);
-    void keepOneLine(const QString& text);
 
     QLabel* m_lblNick;
     QLabel* m_lblHost;

@@ -1,6 +1,5 @@
 #include "channel/ChannelTable.h"
 #include "common/SessionVariables.h"
-#include "input/InputLine.h"
 #include "input/OwnTextStyle.h"
 #include "platform/ActionEntry.h"
 #include "platform/Clock.h"
@@ -13,6 +12,7 @@
 #include "render/Links.h"
 #include "render/TextWriter.h"
 #include "support/QueryFakes.h"
+#include "support/RecordingPorts.h"
 
 #include <QAbstractScrollArea>
 #include <QLabel>
@@ -24,34 +24,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What is written into a view as it comes, with the colour of each run.
-class Runs final
+// The text of a view from a place on, with the colour of each run.
+QString runsOf(const QueryView& view, qsizetype from = 0)
 {
-public:
-    void operator()(RichTextBox& view)
-    {
-        const QString text = view.Text();
-        if (text.size() < m_length)
-            m_length = 0; // another view
-        const QString color = u"<%1>"_s.arg(view.SelColor() & 0xffffff, 6, 16, QChar(u'0'));
-        if (color != m_color)
-            m_runs += color;
-        m_color = color;
-        m_runs += QStringView(text).mid(m_length);
-        m_length = text.size();
+    QString runs;
+    QRgb color = 0;
+    const QString text = view.chatText().text(0, view.chatText().length());
+    for (qsizetype at = from; at < text.size(); ++at) {
+        const QRgb next = view.styleAt(at).color;
+        if (at == from || next != color)
+            runs += u"<%1>"_s.arg(next & 0xffffff, 6, 16, QChar(u'0'));
+        color = next;
+        runs += text[at];
     }
-    // The runs since the last time that somebody took them.
-    QString take()
-    {
-        m_color.clear();
-        return std::exchange(m_runs, {});
-    }
-
-private:
-    QString m_runs;
-    QString m_color;
-    qsizetype m_length = 0;
-};
+    return runs;
+}
 
 class Loop final : public EventLoop
 {
@@ -63,12 +50,6 @@ public:
     }
     void Pause(double) override {}
     std::function<void()> pending;
-};
-
-class Noon final : public Clock
-{
-public:
-    QDateTime now() const override { return {QDate(2026, 3, 4), QTime(15, 6)}; }
 };
 
 class Links final : public LinkOpener
@@ -90,15 +71,6 @@ public:
 
     QRgb color = qRgb(0, 0, 0);
     QStringList shown;
-};
-
-class RoomInput final : public InputBox
-{
-public:
-    QString text() const override { return content; }
-    void setText(const QString& text) override { content = text; }
-    void setTypeface(const QString&, int) override {}
-    QString content;
 };
 
 struct Desk
@@ -131,7 +103,6 @@ struct Desk
                     },
                 .PlayWave = [this](const QString& name) { sounds += name; },
                 .pictures = nullptr,
-                .viewChanged = [this](RichTextBox& view) { runs(view); },
                 .FlashWindow = [this](QWidget&) { ++flashes; }};
     }
 
@@ -142,7 +113,6 @@ struct Desk
         Query& query = *factory.places().back();
         query.window()->activateWindow();
         (void)QTest::qWaitForWindowActive(query.window());
-        runs.take();
         return query;
     }
 
@@ -152,14 +122,13 @@ struct Desk
     RoomWindow window;
     Room room{window};
     ChannelTable channels{room};
-    Noon clock;
+    FixedClock clock;
     Server server;
     Boxes boxes;
     Loop loop;
     Links links;
     Neighbours neighbours;
     QStringList sounds;
-    Runs runs;
     int flashes = 0;
     QStringList fatal;
     Handlers handlers{[this](const QString& message) { fatal += message; }};
@@ -211,8 +180,9 @@ private Q_SLOTS:
     {
         Desk desk;
         Query& first = desk.open(u"Ann"_s);
-        const QString start = "Chat Started On "_L1 + desk.clock.shortDate() + " - 15:06 \r\n"_L1;
-        QCOMPARE(first.DataIn().Text(), start);
+        const QString start =
+            "<007f00>Chat Started On "_L1 + desk.clock.shortDate() + " - 06:07 \n"_L1;
+        QCOMPARE(runsOf(first.window()->DataIn()), start);
         QCOMPARE(first.Tag(), u"1"_s);
         QCOMPARE(first.window()->windowTitle(), u"Ann"_s);
         QCOMPARE(first.window()->findChild<QLabel*>(u"lblNick"_s)->text(), u"Ann"_s);
@@ -225,12 +195,10 @@ private Q_SLOTS:
         QTRY_VERIFY(!closed);
         QCOMPARE(desk.queries.FindQuery(u"Ann"_s), -1);
         first.Unload(); // a free place has nothing to close
-        desk.runs.take();
 
         QCOMPARE(desk.queries.OpenQuery(u"Bob"_s, {}), 1);
         QCOMPARE(desk.factory.places().size(), 1U);
-        QCOMPARE(first.DataIn().Text(), start);
-        QCOMPARE(desk.runs.take(), QString("<007f00>"_L1 + start));
+        QCOMPARE(runsOf(first.window()->DataIn()), start);
         QVERIFY(first.window()->isVisible());
 
         QTest::mouseClick(&first.window()->link(QueryForm::Label4), Qt::LeftButton);
@@ -238,96 +206,45 @@ private Q_SLOTS:
         QCOMPARE(desk.fatal, QStringList());
     }
 
-    // The room's window and a private window side by side.
-    void differences_data()
+    void lines_data()
     {
-        QTest::addColumn<QString>("said");  // by the other side; or
-        QTest::addColumn<QString>("typed"); // by oneself, "^" being the arrow up afterwards
-        QTest::addColumn<QString>("roomView");
-        QTest::addColumn<QStringList>("roomSent");
-        QTest::addColumn<QString>("roomBox");
-        QTest::addColumn<QString>("privateView");
-        QTest::addColumn<QStringList>("privateSent");
+        QTest::addColumn<QString>("said");  // by the peer; or
+        QTest::addColumn<QString>("typed"); // by oneself
+        QTest::addColumn<QString>("view");
+        QTest::addColumn<QStringList>("sent");
 
         const QString none;
-        const QStringList nothing;
-        QTest::newRow("header") << u"hi"_s << none << u"<0000ff><Ann> hi \r\n"_s << nothing << none
-                                << u"<0000ff><Ann><000000> hi \r\n"_s << nothing;
-        QTest::newRow("action") << u"\1ACTION waves\1"_s << none << u"<7f007f>Ann waves \r\n"_s
-                                << nothing << none << u"<7f007f>Ann waves \r\n"_s << nothing;
-        QTest::newRow("version text")
+        QTest::newRow("line") << u"hi"_s << none << u"<0000ff><Ann><000000> hi \n"_s
+                              << QStringList();
+        QTest::newRow("version request")
             << u"\1VERSION\1"_s << none << none
-            << QStringList{u"CTCPREPLY Ann VERSION :Quill Harbor Messengr for Windows OS"_s} << none
-            << none << QStringList{u"CTCPREPLY Ann VERSION :Tarnwyk Messenger for Windows9x"_s};
-        QTest::newRow("own echo, wire, history")
-            << none << u"two words^"_s << u"<ff0000><Me><000000> two words \r\n"_s
-            << QStringList{u"PRIVMSG #Harbor :\3"
-                           u"1 two words"_s}
-            << u"two words"_s << u"<ff0000><Me> <000000> two words \r\n"_s
-            << QStringList{u"PRIVMSG Ann \3"
-                           u"1 two words"_s};
-        QTest::newRow("raw line") << none << u"IRC LIST"_s << none << QStringList{u"LIST"_s} << none
-                                  << u"<ff0000><Me> <000000> IRC LIST \r\n"_s
-                                  << QStringList{u"PRIVMSG Ann \3"
-                                                 u"1 IRC LIST"_s};
-        QTest::newRow("line for bots")
-            << none << u"!help"_s << u"<ff0000><Me> <000000> !help \r\n"_s
-            << QStringList{u"PRIVMSG #Harbor :!help"_s} << none
-            << u"<ff0000><Me> <000000> !help \r\n"_s
-            << QStringList{u"PRIVMSG Ann \3"
-                           u"1 !help"_s};
-        QTest::newRow("slash") << none << u"/me"_s << u"<ff0000><Me><000000> /me \r\n"_s
-                               << QStringList{u"PRIVMSG #Harbor :\3"
-                                              u"1 /me"_s}
-                               << none << u"<ff0000><Me> <000000> /me \r\n"_s
-                               << QStringList{u"PRIVMSG Ann \3"
-                                              u"1 /me"_s};
+            << QStringList{u"CTCPREPLY Ann VERSION :Tarnwyk Messenger for Windows9x"_s};
+        // The room reads these as a command, a raw line and a line for bots.
+        for (const QString& typed : {u"two words"_s, u"/me"_s, u"IRC LIST"_s, u"!help"_s})
+            QTest::newRow(qPrintable(typed))
+                << none << typed << QString("<ff0000><Me> <000000> "_L1 + typed + " \n"_L1)
+                << QStringList{u"PRIVMSG Ann \x03\x31 "_s + typed};
     }
-    void differences()
+    void lines()
     {
         QFETCH(QString, said);
         QFETCH(QString, typed);
-        const bool arrowUp = typed.endsWith(u'^');
-        if (arrowUp)
-            typed.chop(1);
-
         Desk desk;
         Query& query = desk.open(u"Ann"_s);
+        QueryView& view = query.window()->DataIn();
+        const qsizetype start = view.chatText().length();
         QLineEdit& box = query.window()->DataOut();
-        Runs roomRuns;
-        RichTextBox& roomView = desk.window.view;
-        roomView.onChange([&] { roomRuns(roomView); });
-        RoomInput roomBox;
-        InputLine input(
-            {desk.variables, desk.style, desk.room, roomBox, desk.server, desk.writer, desk.boxes});
-
-        if (typed.isEmpty()) {
-            IncomingText(IncomingText::room, desk.writer, desk.server)
-                .PutText(roomView, u"Ann"_s, said);
-        } else {
-            roomBox.content = typed;
-            input.KeyPress(QueryForm::Enter);
-            if (arrowUp)
-                input.KeyDown(QueryForm::Up);
-        }
-        QTEST(roomRuns.take(), "roomView");
-        QTEST(std::exchange(desk.server.sent, {}), "roomSent");
-        QTEST(roomBox.content, "roomBox");
-        QCOMPARE(desk.boxes.beeps, 0);
-        QCOMPARE(desk.sounds, QStringList());
-
         if (typed.isEmpty()) {
             query.PutText(u"Ann"_s, said);
         } else {
             QTest::keyClicks(&box, typed);
             QTest::keyClick(&box, Qt::Key_Return);
-            if (arrowUp)
-                QTest::keyClick(&box, Qt::Key_Up);
+            QTest::keyClick(&box, Qt::Key_Up); // what was sent is not remembered
         }
-        QTEST(desk.runs.take(), "privateView");
-        QTEST(desk.server.sent, "privateSent");
+        QTEST(runsOf(view, start), "view");
+        QTEST(desk.server.sent, "sent");
         QCOMPARE(box.text(), QString());
-        QCOMPARE(desk.boxes.beeps, arrowUp ? 1 : 0);
+        QCOMPARE(desk.boxes.beeps, typed.isEmpty() ? 0 : 1);
         QCOMPARE(query.Unread(), said.isEmpty() ? 0 : 1);
         QCOMPARE(desk.sounds, said.isEmpty() ? QStringList() : QStringList{u"send.wav"_s});
     }
@@ -492,28 +409,19 @@ private Q_SLOTS:
         QTRY_VERIFY(!closed);
     }
 
-    void labels_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("caption");
-        QTest::addColumn<QString>("shows");
-        QTest::newRow("author") << u"Label5"_s << u"Author"_s << u"Author"_s;
-        QTest::newRow("ignore list") << u"Label6"_s << u"IgnoreList"_s << u"IgnoreList"_s;
-        QTest::newRow("font") << u"Label7"_s << u"Font Settings"_s << u"FontOption"_s;
-        QTest::newRow("palette") << u"Label8"_s << u"Colour Settings"_s << u"frmcolor"_s;
-        QTest::newRow("buddy list") << u"cmdOptions"_s << u"BuddyList"_s << u"BuddyList"_s;
-    }
     void labels()
     {
-        QFETCH(QString, name);
-        QFETCH(QString, shows);
         Desk desk;
         Query& query = desk.open(u"Ann"_s);
-        auto* label = query.window()->findChild<QToolButton*>(name);
-        QTEST(label->text(), "caption");
-        QTest::mouseClick(label, Qt::LeftButton);
-        QTest::keyClick(label, Qt::Key_Return);
-        QCOMPARE(desk.neighbours.shown, QStringList({shows, shows}));
+        for (const auto& [name, shows] :
+             {std::pair(u"Label5"_s, u"Author"_s), std::pair(u"Label6"_s, u"IgnoreList"_s),
+              std::pair(u"Label7"_s, u"FontOption"_s), std::pair(u"Label8"_s, u"frmcolor"_s),
+              std::pair(u"cmdOptions"_s, u"BuddyList"_s)}) {
+            auto* label = query.window()->findChild<QToolButton*>(name);
+            QTest::mouseClick(label, Qt::LeftButton);
+            QTest::keyClick(label, Qt::Key_Return);
+            QCOMPARE(std::exchange(desk.neighbours.shown, {}), QStringList({shows, shows}));
+        }
     }
 
     void ownAction_data()
