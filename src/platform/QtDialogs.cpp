@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPointer>
 
 namespace {
 
@@ -21,12 +22,17 @@ QMessageBox::Icon toolkitIcon(Dialogs::Icon icon)
     return QMessageBox::NoIcon;
 }
 
+// Events go on behind a box. One of them may delete the window that the box belongs to, and the box
+// with it: nobody has answered then.
 int show(const QString& text, const QString& title, Dialogs::Icon icon,
          QMessageBox::StandardButtons buttons)
 {
-    QMessageBox box(toolkitIcon(icon), title, text, buttons, QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText); // a stranger's text may stand in it
-    return box.exec();
+    const QPointer box(
+        new QMessageBox(toolkitIcon(icon), title, text, buttons, QApplication::activeWindow()));
+    box->setTextFormat(Qt::PlainText); // a stranger's text may stand in it
+    const int answer = box->exec();
+    delete box;
+    return answer;
 }
 
 } // namespace
@@ -44,10 +50,13 @@ bool QtDialogs::askYesNo(const QString& text, const QString& title)
 
 QString QtDialogs::InputBox(const QString& prompt, const QString& title)
 {
-    bool accepted = false;
-    const QString answer = QInputDialog::getText(QApplication::activeWindow(), title, prompt,
-                                                 QLineEdit::Normal, {}, &accepted);
-    return accepted ? answer : QString();
+    const QPointer box(new QInputDialog(QApplication::activeWindow()));
+    box->setWindowTitle(title);
+    box->setLabelText(prompt);
+    const bool accepted = box->exec() == QDialog::Accepted;
+    const QString answer = accepted && box ? box->textValue() : QString();
+    delete box;
+    return answer;
 }
 
 void QtDialogs::Beep()

@@ -1,6 +1,5 @@
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
-#include "desktop/About.h"
 #include "desktop/Author.h"
 #include "desktop/FontOption.h"
 #include "desktop/Modules.h"
@@ -10,6 +9,7 @@
 #include "platform/ActionEntry.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
+#include "platform/QtDialogs.h"
 #include "platform/Resources.h"
 
 #include <QComboBox>
@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -50,7 +51,6 @@ private Q_SLOTS:
     void secondShowLeavesTheFirst();
     void popupClicksShowTheChannel_data();
     void popupClicksShowTheChannel();
-    void unloadedPopupStaysAway();
     void longBodyIsWrittenSmaller();
 
     void soundFollowsTheEntries();
@@ -62,8 +62,9 @@ private Q_SLOTS:
     void fontListsAreFilled();
     void sizeThatIsNoNumberIsFatal();
 
+    void boxGoesWithItsWindow();
+
     void authorLinkByMouseAndKeyboard();
-    void aboutShowsWhatItIs();
 
 private:
     QString m_fatal;
@@ -83,6 +84,9 @@ void tst_smallforms::popupRisesAndGoes()
     QPointer<frmPopup> form = &m_popup();
     QVERIFY(form->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     QVERIFY(!form->isActiveWindow());
+    QVERIFY(form->findChild<QLabel*>(u"Label2"_s)
+                ->text()
+                .startsWith(u"Messenger is already running! DOUBLE CLICK HERE"_s));
 
     const QRect screen = form->screen()->geometry();
     QTRY_COMPARE(form->height(), 116); // 1740 twips
@@ -134,20 +138,6 @@ void tst_smallforms::popupClicksShowTheChannel()
         QTest::mouseClick(widget, Qt::LeftButton);
     QTEST(m_channelShown, "shown");
     QVERIFY(m_popup.isVisible()); // only its timer ends it
-    m_popup.Unload();
-}
-
-void tst_smallforms::unloadedPopupStaysAway()
-{
-    m_popup().Show();
-    m_popup.Unload();
-    QTest::qWait(0);
-    QVERIFY(!m_popup.isLoaded());
-    m_popup().Show(); // a new one, with the text of the design
-    QVERIFY(m_popup()
-                .findChild<QLabel*>(u"Label2"_s)
-                ->text()
-                .startsWith(u"Messenger is already running! DOUBLE CLICK HERE"_s));
     m_popup.Unload();
 }
 
@@ -277,6 +267,27 @@ void tst_smallforms::sizeThatIsNoNumberIsFatal()
     QCOMPARE(m_fatal, u"Run-time error '13':\n\nType mismatch"_s);
 }
 
+void tst_smallforms::boxGoesWithItsWindow()
+{
+    QtDialogs dialogs;
+    const auto behindBox = [](auto act) {
+        auto* window = new QWidget;
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        QTimer::singleShot(0, window, [window] { delete window; });
+        act();
+    };
+    behindBox([&] { QVERIFY(!dialogs.askYesNo(u"Yes?"_s, u"Question"_s)); });
+    behindBox([&] { QCOMPARE(dialogs.InputBox(u"Name"_s, u"Question"_s), QString()); });
+
+    QTimer::singleShot(0, this, [] {
+        auto* line = QApplication::activeModalWidget()->findChild<QLineEdit*>();
+        QTest::keyClicks(line, u"anna"_s);
+        QTest::keyClick(line, Qt::Key_Return);
+    });
+    QCOMPARE(dialogs.InputBox(u"Name"_s, u"Question"_s), u"anna"_s);
+}
+
 void tst_smallforms::authorLinkByMouseAndKeyboard()
 {
     QStringList opened;
@@ -289,15 +300,6 @@ void tst_smallforms::authorLinkByMouseAndKeyboard()
     QTest::keyClick(&form, Qt::Key_Tab);
     QTest::keyClick(form.focusWidget(), Qt::Key_Return);
     QCOMPARE(opened.size(), 2);
-}
-
-void tst_smallforms::aboutShowsWhatItIs()
-{
-    About form;
-    form.Show();
-    QCOMPARE(form.windowTitle(), u"About QuillHarbor Alpha 1.0a"_s);
-    const QImage picture = form.findChild<QWidget*>(u"Picture1"_s)->grab().toImage();
-    QVERIFY(picture.pixelColor(10, 10) != picture.pixelColor(10, picture.height() - 10));
 }
 
 QTEST_MAIN(tst_smallforms)
