@@ -9,6 +9,7 @@
 #include "platform/UserStore.h"
 #include "query/QueryTable.h"
 #include "support/QueryFakes.h"
+#include "support/RecordingPorts.h"
 
 #include <QLabel>
 #include <QTemporaryDir>
@@ -17,29 +18,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class Window final : public PrivateWindow
-{
-public:
-    RichTextBox& DataIn() override { return view; }
-    void setCaption(const QString&) override {}
-    void setNickLabel(const QString&) override {}
-    void setHostLabel(const QString&) override {}
-    void setVisible(bool) override {}
-    void setTag(const QString&) override {}
-    void SetFocus() override {}
-    void PutText(const QString&, const QString&) override {}
-    void Unload() override { QueryNick.clear(); }
-
-    MemoryView view;
-};
-
-class Windows final : public PrivateWindowFactory
-{
-public:
-    PrivateWindow& create() override { return *windows.emplace_back(std::make_unique<Window>()); }
-    std::vector<std::unique_ptr<Window>> windows;
-};
 
 QStringList rowsOf(const ListBox& list)
 {
@@ -75,7 +53,8 @@ struct Desk
     ActionEntry pmNo;
     ActionEntry pmYes;
     ActionEntry blockedEntry;
-    Windows windows;
+    Journal journal;
+    RecordingQueries windows{journal};
     IgnoreList ignored{{handlers, variables, room, server, boxes}};
     QueryTable queries{windows, {pmNo, pmYes, blockedEntry}, [this]() -> const ListBox& {
                            return ignored.List1();

@@ -14,7 +14,6 @@
 #include <QClipboard>
 #include <QDir>
 #include <QGuiApplication>
-#include <QMenu>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -24,27 +23,13 @@ namespace {
 struct FakeDesk final : LoginDesk
 {
     QStringList calls;
-    bool loads = true;
     bool canHide = true;
     bool previous = false;
 
-    void touch() const
-    {
-        if (!loads)
-            throw RunTimeError(RunTimeError::Number::TypeMismatch);
-    }
-    void stopRetrying() override
-    {
-        touch();
-        calls += u"stopRetrying"_s;
-    }
+    void stopRetrying() override { calls += u"stopRetrying"_s; }
     void loadChannel() override { calls += u"loadChannel"_s; }
     void mnu_File_Connect_Click() override { calls += u"connect"_s; }
-    void mnu_File_Disconnect_Click() override
-    {
-        touch();
-        calls += u"disconnect"_s;
-    }
+    void mnu_File_Disconnect_Click() override { calls += u"disconnect"_s; }
     void showChatRoom() override { calls += u"showChatRoom"_s; }
     bool canHideSignIn() const override { return canHide; }
     void createTrayIcon() override { throw RunTimeError(RunTimeError::Number::ObjectRequired); }
@@ -78,11 +63,8 @@ private Q_SLOTS:
     void signsIn();
     void refusesTheEmptyName_data();
     void refusesTheEmptyName();
-    void writesFourSettings();
     void remembers_data();
     void remembers();
-    void failingLoad_data();
-    void failingLoad();
 
     void startsWithTheDesktop();
     void entryOfAnotherRunStays();
@@ -92,16 +74,11 @@ private Q_SLOTS:
     void pastedLineEndsTheName();
 
     void looksConnected();
-    void menus_data();
-    void menus();
     void signEntryIsTheState();
-    void exitAsks_data();
-    void exitAsks();
-    void closingHides();
+    void menus();
 
     void stripLeapfrogs();
     void sizeHoldsWhileTheStripRuns();
-    void showsTheTime();
 
 private:
     template<typename T>
@@ -257,8 +234,6 @@ void LoginTest::loads_data()
                                          << u""_s << u"Check3 ChkStartUp"_s << u"anna/"_s << true;
     row("guest") << QByteArray("[irc]\nGuest=True\n") << u"Guest"_s << u""_s
                  << u"check2 Check3 ChkStartUp"_s << u"Guest/"_s << true;
-    row("guest without a stored name") << QByteArray("[irc]\nGuest=1\n") << u""_s << u""_s
-                                       << u"check2 Check3 ChkStartUp"_s << u"/"_s << true;
     row("not with the desktop") << QByteArray("[load]\nstartup=False\n") << u""_s << u""_s
                                 << u"Check3"_s << u"/"_s << false;
     row("what cannot be read stays off")
@@ -358,24 +333,6 @@ void LoginTest::refusesTheEmptyName()
     QVERIFY(settingsLines().contains(u"Password=True"_s));
 }
 
-void LoginTest::writesFourSettings()
-{
-    load();
-    QVERIFY(!QFile::exists(m_around->settingsPath()));
-    enter(u"anna"_s, u"secret"_s);
-    trigger(u"button"_s);
-    QCOMPARE(settingsLines(),
-             (QStringList{u"Guest=False"_s, u"Password=False"_s, u"[NickName]"_s, u"[irc]"_s,
-                          u"[load]"_s, u"bremnick=True"_s, u"startup=True"_s}));
-
-    setBox(u"ChkStartUp"_s, false);
-    setBox(u"check1"_s, true);
-    trigger(u"button"_s);
-    QCOMPARE(settingsLines(),
-             (QStringList{u"Guest=False"_s, u"Password=True"_s, u"[NickName]"_s, u"[irc]"_s,
-                          u"[load]"_s, u"bremnick=True"_s, u"startup=False"_s}));
-}
-
 void LoginTest::remembers_data()
 {
     QTest::addColumn<bool>("password");
@@ -411,32 +368,11 @@ void LoginTest::remembers()
     QTEST(m_login->sessionPassword(), "session"); // a remembered one leaves the older one standing
     QCOMPARE(box(u"Check3"_s)->isChecked(), name);
     QCOMPARE(box(u"check1"_s)->isChecked(), password);
-}
-
-void LoginTest::failingLoad_data()
-{
-    QTest::addColumn<bool>("fatal");
-
-    QTest::newRow("button") << false;
-    QTest::newRow("picture") << false;
-    QTest::newRow("name") << false;
-    QTest::newRow("menu") << false;
-    QTest::newRow("password") << true;
-}
-
-void LoginTest::failingLoad()
-{
-    QFETCH(bool, fatal);
-    load();
-    m_desk.loads = false;
-    enter(u"anna"_s, u"secret"_s);
-    trigger(QString::fromLatin1(QTest::currentDataTag()));
-    QCOMPARE(std::exchange(m_fatal, {}),
-             fatal ? QStringList(u"Run-time error '13':\n\nType mismatch"_s) : QStringList());
-    // The first step failed: nothing of the others was done.
-    QVERIFY(!field(u"Text1"_s)->isReadOnly());
-    QCOMPARE(stored(u"name"_s), u"(none)"_s);
-    QVERIFY(!QFile::exists(m_around->settingsPath()));
+    const auto word = [](bool on) { return on ? u"True"_s : u"False"_s; };
+    QCOMPARE(settingsLines(),
+             (QStringList{u"Guest=False"_s, QString(u"Password="_s + word(password)),
+                          u"[NickName]"_s, u"[irc]"_s, u"[load]"_s,
+                          QString(u"bremnick="_s + word(name)), u"startup=True"_s}));
 }
 
 void LoginTest::startsWithTheDesktop()
@@ -553,34 +489,6 @@ void LoginTest::looksConnected()
         QVERIFY2(shows(name), qPrintable(name));
 }
 
-void LoginTest::menus_data()
-{
-    QTest::addColumn<QString>("menu");
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<QString>("call");
-
-    QTest::newRow("mnu_Sign") << u"mnu_File"_s << u"Sign In"_s << QString();
-    QTest::newRow("mnu_chatroom") << u"mnu_File"_s << u"&Go Chat!"_s << u"showChatRoom"_s;
-    QTest::newRow("mnu_Close") << u"mnu_File"_s << u"Close"_s << u"End"_s;
-    QTest::newRow("mnu_Feedback") << u"mnu_help"_s << u"Send Feedback"_s << u"openFeedbackPage"_s;
-    QTest::newRow("mnu_About") << u"mnu_help"_s << u"About Messenger"_s << u"showAbout"_s;
-    QTest::newRow("mnu_author") << u"mnu_help"_s << u"About Author/Creator"_s << u"showAuthor"_s;
-}
-
-void LoginTest::menus()
-{
-    QFETCH(QString, menu);
-    QFETCH(QString, call);
-    load();
-    ActionEntry* action = entry(QString::fromLatin1(QTest::currentDataTag()));
-    QTEST(action->Caption(), "caption");
-    QVERIFY(control<QMenu>(menu)->actions().contains(action));
-    if (call.isEmpty())
-        return;
-    action->trigger();
-    QCOMPARE(m_desk.calls, QStringList{call});
-}
-
 void LoginTest::signEntryIsTheState()
 {
     load();
@@ -612,39 +520,24 @@ void LoginTest::signEntryIsTheState()
     QCOMPARE(m_desk.calls, QStringList());
 }
 
-void LoginTest::exitAsks_data()
+void LoginTest::menus()
 {
-    QTest::addColumn<bool>("yes");
-
-    QTest::newRow("yes") << true;
-    QTest::newRow("no") << false;
-}
-
-void LoginTest::exitAsks()
-{
-    QFETCH(bool, yes);
     load();
-    m_around->dialogs.answerYes = yes;
-    entry(u"mnu_Close"_s)->trigger();
+    const auto callsOf = [this](const QString& name) {
+        entry(name)->trigger();
+        return std::exchange(m_desk.calls, {}).join(u' ');
+    };
+    QCOMPARE(callsOf(u"mnu_chatroom"_s), u"showChatRoom"_s);
+    QCOMPARE(callsOf(u"mnu_Feedback"_s), u"openFeedbackPage"_s);
+    QCOMPARE(callsOf(u"mnu_About"_s), u"showAbout"_s);
+    QCOMPARE(callsOf(u"mnu_author"_s), u"showAuthor"_s);
+    m_around->dialogs.answerYes = false;
+    QCOMPARE(callsOf(u"mnu_Close"_s), QString());
+    m_around->dialogs.answerYes = true;
+    QCOMPARE(callsOf(u"mnu_Close"_s), u"End"_s);
     QCOMPARE(m_around->dialogs.shown,
-             QStringList{u"Quill Harbor Messenger|Are you sure you want to exit QuillHarbor "
-                         "Messenger?"_s});
-    QCOMPARE(m_desk.calls, yes ? QStringList{u"End"_s} : QStringList());
-    QVERIFY(m_login->isVisible());
-}
-
-void LoginTest::closingHides()
-{
-    load();
-    enter(u"anna"_s, {});
-    trigger(u"button"_s);
-    m_desk.calls.clear();
-    m_login->close();
-    QVERIFY(!m_login->isVisible());
-    QCOMPARE(m_desk.calls, QStringList());
-    m_login->Show();
-    QVERIFY(m_login->isVisible());
-    QCOMPARE(field(u"Text1"_s)->text(), u"anna"_s); // it was never unloaded
+             QStringList(2, u"Quill Harbor Messenger|Are you sure you want to exit QuillHarbor "
+                            "Messenger?"_s));
 }
 
 void LoginTest::stripLeapfrogs()
@@ -699,17 +592,6 @@ void LoginTest::sizeHoldsWhileTheStripRuns()
     m_login->cmdSignout_Click();
     m_login->resize(600, 700);
     QCOMPARE(m_login->size(), QSize(600, 700));
-}
-
-void LoginTest::showsTheTime()
-{
-    load();
-    QCOMPARE(control<QLabel>(u"Label5"_s)->text(),
-             QString("Time: "_L1 + m_around->clock.longTime()));
-    m_around->clock.time = m_around->clock.time.addSecs(61);
-    tick(u"Timer2"_s);
-    QVERIFY(control<QLabel>(u"Label5"_s)->text().contains("6:08:09"_L1) ||
-            control<QLabel>(u"Label5"_s)->text().contains("06:08:09"_L1));
 }
 
 QTEST_MAIN(LoginTest)

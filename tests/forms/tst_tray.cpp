@@ -1,6 +1,6 @@
 #include "desktop/clsSysTray.h"
-#include "platform/Dialogs.h"
 #include "platform/Handlers.h"
+#include "support/TestSurroundings.h"
 
 #include <QApplication>
 #include <QTest>
@@ -46,20 +46,6 @@ public:
     QStringList calls;
 };
 
-class FakeDialogs final : public Dialogs
-{
-public:
-    void MsgBox(const QString& text, const QString& title, Icon icon) override
-    {
-        boxes += QString(title + ": "_L1 + text + (icon == Icon::Critical ? " !"_L1 : ""_L1));
-    }
-    bool askYesNo(const QString&, const QString&) override { return false; }
-    QString InputBox(const QString&, const QString&) override { return {}; }
-    void Beep() override {}
-
-    QStringList boxes;
-};
-
 using Message = NotificationArea::Message;
 using Reason = QSystemTrayIcon::ActivationReason;
 
@@ -75,13 +61,10 @@ class tst_tray final : public QObject
 private Q_SLOTS:
     void init();
 
-    void messagesBecomeEvents_data();
-    void messagesBecomeEvents();
     void doubleClickToggles();
     void doubleClickWithoutToggle();
     void messageWhileHandlingIsDropped();
     void tipIsCut();
-    void tipOfAMinimizedWindow();
     void iconComesAndGoes();
     void sourceTwiceAndNone();
     void realWindow();
@@ -91,7 +74,7 @@ private Q_SLOTS:
 private:
     QString m_fatal;
     const Handlers m_handlers{[this](const QString& message) { m_fatal = message; }};
-    FakeDialogs m_dialogs;
+    ScriptedDialogs m_dialogs;
     std::unique_ptr<FakeForm> m_form;
     std::unique_ptr<FakeArea> m_area;
     std::unique_ptr<clsSysTray> m_tray;
@@ -120,32 +103,12 @@ void tst_tray::init()
 {
     m_tray.reset();
     m_fatal.clear();
-    m_dialogs.boxes.clear();
+    m_dialogs.shown.clear();
     m_form = std::make_unique<FakeForm>();
     m_area = std::make_unique<FakeArea>();
     m_tray = std::make_unique<clsSysTray>(m_handlers, *m_area, m_dialogs);
     m_tray->setSourceWindow(m_form.get());
     record(*m_tray);
-}
-
-void tst_tray::messagesBecomeEvents_data()
-{
-    QTest::addColumn<int>("message");
-    QTest::addColumn<QString>("event");
-    QTest::newRow("513") << 513 << u"LButtonDown"_s;
-    QTest::newRow("514") << 514 << u"LButtonUp"_s;
-    QTest::newRow("515") << 515 << u"LButtonDblClk"_s;
-    QTest::newRow("516") << 516 << u"RButtonDown"_s;
-    QTest::newRow("517") << 517 << u"RButtonUp"_s;
-    QTest::newRow("518") << 518 << u"RButtonDblClk"_s;
-}
-
-void tst_tray::messagesBecomeEvents()
-{
-    QFETCH(int, message);
-    QFETCH(QString, event);
-    Q_EMIT m_area->mouse(static_cast<Message>(message));
-    QCOMPARE(m_events, QStringList{event});
 }
 
 void tst_tray::doubleClickToggles()
@@ -184,14 +147,7 @@ void tst_tray::tipIsCut()
     QCOMPARE(m_area->last.tip, text.left(63));
     QCOMPARE(m_tray->ToolTip(), text);
     QCOMPARE(m_form->caption, u"Sign In"_s);
-    m_tray->setToolTip(text.left(63));
-    QCOMPARE(m_area->last.tip.size(), 63);
-}
-
-void tst_tray::tipOfAMinimizedWindow()
-{
     m_form->state = SourceForm::Minimized;
-    const QString text = u"Waiting "_s.repeated(10);
     m_tray->setToolTip(text);
     QCOMPARE(m_form->caption, text); // whole
 }
@@ -214,14 +170,15 @@ void tst_tray::sourceTwiceAndNone()
 {
     FakeForm other;
     m_tray->setSourceWindow(&other);
-    QVERIFY(m_dialogs.boxes.isEmpty());
+    QVERIFY(m_dialogs.shown.isEmpty());
     Q_EMIT m_area->mouse(Message::LButtonDblClk);
     QCOMPARE(other.calls.size(), 2);
     QVERIFY(m_form->calls.isEmpty());
 
     m_tray->setSourceWindow(nullptr);
-    QCOMPARE(m_dialogs.boxes, QStringList{u"Error: Run-time error '91':\n\n"
-                                          "Object variable or With block variable not set !"_s});
+    QCOMPARE(m_dialogs.shown, QStringList{u"Error|Run-time error '91':\n\n"
+                                          "Object variable or With block variable not set"_s});
+    QCOMPARE(m_dialogs.lastIcon, Dialogs::Icon::Critical);
 }
 
 void tst_tray::realWindow()
