@@ -57,8 +57,8 @@ private:
     Look m_look = Look::Empty;
     MouseState m_mouseState = MouseState::Idle;
     bool m_pointerInside = false;
-    QTimer Timer1{
-        this}; // hover and down are reached by its ticks only; it sleeps when none can change
+    // Hover and down are reached by its ticks only; it sleeps when none can change.
+    QTimer Timer1{this};
 };
 
 // Lets Enter and Space click the button that has the focus of a window.

@@ -54,7 +54,7 @@ QString QtDialogs::InputBox(const QString& prompt, const QString& title)
     box->setWindowTitle(title);
     box->setLabelText(prompt);
     const bool accepted = box->exec() == QDialog::Accepted;
-    const QString answer = accepted && box ? box->textValue() : QString();
+    QString answer = accepted && box ? box->textValue() : QString();
     delete box;
     return answer;
 }
