@@ -1,10 +1,10 @@
 # shellcheck shell=bash
 # A screen in memory with a window manager, and the eyes and hands of a person in front of it.
 
-# start_display FOLDER: on a free display number; FOLDER takes what its programs say
+# start_display FOLDER [SIZE]: on a free display number; FOLDER takes what its programs say
 start_display() {
 	local folder=$1
-	Xvfb -displayfd 3 -screen 0 1280x900x24 -dpi 96 -nolisten tcp -noreset \
+	Xvfb -displayfd 3 -screen 0 "${2:-1280x900}x24" -dpi 96 -nolisten tcp -noreset \
 		3>"$folder/display" >"$folder/xvfb.log" 2>&1 &
 	at_exit end_process $!
 	wait_until 20 test -s "$folder/display" ||
