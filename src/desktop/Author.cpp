@@ -54,7 +54,7 @@ Author::Author(const Handlers& handlers, OpenLink openLink)
     for (const Row& row : rows) {
         const int line = layout->rowCount();
         QLabel* task = makeLabel(row.task);
-        task->setForegroundRole(QPalette::PlaceholderText);
+        task->setProperty("quiet", true);
         layout->addWidget(task, line, 0);
         layout->addWidget(makeLabel(row.name), line, 1);
     }
