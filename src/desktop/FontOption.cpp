@@ -81,6 +81,8 @@ void FontOption::LoadFonts()
         if (cmbFontName->itemText(i).toLower() == fontName)
             cmbFontName->setCurrentIndex(i);
     }
+    // The typeface in use may be none of the installed ones.
+    cmbFontName->lineEdit()->setPlaceholderText(beforeNul(m_variables.FontName));
     cmbFontSize->setEditText(QString::number(m_variables.FontSize));
 }
 
