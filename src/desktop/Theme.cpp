@@ -35,6 +35,14 @@ QListWidget { padding: 4px; outline: 0; }
 QListWidget::item { padding: 3px 6px; border-radius: 4px; }
 QListWidget::item:selected { background: @sea; color: @white; }
 QListWidget::item:selected:!active { background: @mist; color: @ink; }
+QTreeWidget { padding: 1px; outline: 0; }
+QTreeWidget::item { padding: 3px 4px; }
+QTreeWidget::item:selected { background: @sea; color: @white; }
+QTreeWidget::item:selected:!active { background: @mist; color: @ink; }
+QHeaderView { background: transparent; border: 0; }
+QHeaderView::section {
+    background: @haze; color: @navy; padding: 5px 7px; border: 0; border-bottom: 1px solid @mist;
+}
 QListWidget:disabled { background: @haze; color: @stone; }
 QMenuBar { background: @foam; border-bottom: 1px solid @mist; }
 QMenuBar::item { padding: 4px 10px; background: transparent; border-radius: 4px; }
@@ -63,6 +71,7 @@ QScrollBar:horizontal { background: transparent; height: 12px; margin: 2px; }
 QScrollBar::handle { background: @mist; border-radius: 4px; }
 QScrollBar::handle:vertical { min-height: 28px; }
 QScrollBar::handle:horizontal { min-width: 28px; }
+QScrollBar::handle:disabled { background: transparent; }
 QScrollBar::handle:hover { background: @shoal; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }

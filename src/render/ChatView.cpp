@@ -545,6 +545,7 @@ void ChatView::syncScrollBar()
     bar->setPageStep(m_scroll.height());
     bar->setSingleStep(wheelStep);
     bar->setRange(0, static_cast<int>(m_scroll.maximum()));
+    bar->setEnabled(bar->maximum() > 0);
     bar->setValue(m_barValue);
     m_settingBar = false;
 }
