@@ -170,6 +170,14 @@ RichTextBoxWidget::RichTextBoxWidget(QWidget* parent)
     });
 }
 
+// The text widget asks for the lock to its end, so it goes before the lock does.
+RichTextBoxWidget::~RichTextBoxWidget()
+{
+    m_edit->viewport()->removeEventFilter(this);
+    m_edit->removeEventFilter(this);
+    delete m_edit;
+}
+
 void RichTextBoxWidget::setReadOnly(bool readOnly)
 {
     m_edit->setReadOnly(readOnly);

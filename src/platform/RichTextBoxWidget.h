@@ -19,6 +19,8 @@ public:
     using KeyFilter = std::function<bool(const QKeyEvent& event)>;
 
     explicit RichTextBoxWidget(QWidget* parent = nullptr);
+    ~RichTextBoxWidget() override;
+    Q_DISABLE_COPY_MOVE(RichTextBoxWidget)
 
     void setReadOnly(bool readOnly);
     void setSingleLine();
