@@ -187,7 +187,7 @@ void NetworkTest::registersAndEnters()
     QCOMPARE(client->state(), u"&Connect off on"_s);
     QVERIFY(client->reads(u"You have entered to the chat room"_s));
     QVERIFY(client->reads(u"Welcome To Quill Harbor Messenger!"_s));
-    QVERIFY(client->topic().startsWith(" Welcome to Quill Harbor"_L1));
+    QVERIFY(client->topic().startsWith("Welcome to Quill Harbor"_L1));
     QCOMPARE(client->chatters(),
              (QStringList{u"+vera"_s, u"@harbormaster"_s, u"ann"_s, u"bea"_s, u"hal"_s}));
     QVERIFY(client->window().isVisible());
