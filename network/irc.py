@@ -6,7 +6,7 @@ Standard library only.
 import asyncio
 import pathlib
 
-# a client under test may answer ident questions; helpers come from addresses that are never asked
+# a client under test may answer ident questions; ours come from addresses that are never asked
 QUIET_SOURCE = "127.0.1"
 ACCOUNTS = pathlib.Path(__file__).with_name("templates") / "accounts"
 MAX_LINE = 510
@@ -46,7 +46,7 @@ class Link:
         self.sent = self.received = 0
 
     @classmethod
-    async def open(cls, host, port, nick, source=None, name="a helper of Quill Harbor"):
+    async def open(cls, host, port, nick, source=None, name="a chatter of Quill Harbor"):
         local = (source, 0) if source else None
         link = cls(*await asyncio.open_connection(host, port, local_addr=local))
         user = "".join(c for c in nick.lower() if c.isalnum())[:9]
