@@ -9,6 +9,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int widthOfTitle = 340;
+
+} // namespace
+
 usenick::usenick(const NickFormDesk& desk, ChannelHold& channel)
     : m_desk(desk)
     , m_channel(channel)
@@ -22,6 +28,7 @@ usenick::usenick(const NickFormDesk& desk, ChannelHold& channel)
     layout->addWidget(Label1);
     layout->addWidget(Text1);
     layout->addLayout(makeButtonRow({cmdOk}));
+    Text1->setMinimumWidth(widthOfTitle); // the title is longer than anything in the window
     setFormLayout(layout);
 
     new ButtonKeys(this);
