@@ -1,5 +1,6 @@
 #include "session/DebugWin.h"
 
+#include <QIcon>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
@@ -16,6 +17,7 @@ DebugWin::DebugWin()
 {
     setObjectName(u"DebugWin"_s);
     setWindowTitle(u"DebugWin"_s);
+    setWindowIcon(QIcon(u":/icons/tray.svg"_s)); // the tray borrows it
     txtDataIn->setObjectName(u"txtDataIn"_s);
     txtDataIn->setAccessibleName(u"Raw traffic"_s);
     txtDataIn->setReadOnly(true);
