@@ -144,7 +144,8 @@ void waitForTheScreen(Channel& window)
     auto* area = qobject_cast<QAbstractScrollArea*>(view);
     const QScrollBar* bar =
         (area ? area : view->findChild<QAbstractScrollArea*>())->verticalScrollBar();
-    waitUntil([bar] { return bar->maximum() > 0 && bar->value() == bar->maximum(); });
+    view->grab(); // lays the newest lines out
+    waitUntil([bar] { return bar->value() == bar->maximum(); });
     view->grab();
 }
 
@@ -198,6 +199,10 @@ int main(int argc, char* argv[])
         return 0;
     }
     const int lines = argc > 1 ? QByteArray(argv[1]).toInt() : 50'000;
+    if (lines < 1) {
+        QTextStream(stderr) << "usage: bench_session [--header | LINES]\n";
+        return 2;
+    }
     const QString address =
         QStringLiteral("127.%1.%2.9").arg(10 + getpid() / 250 % 40).arg(getpid() % 250 + 1);
     const int listener = listenOn(address);
