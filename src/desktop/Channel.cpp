@@ -106,7 +106,7 @@ Channel::Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<Pic
 {
     setObjectName(u"Channel"_s);
     setWindowTitle(u"QuillHarbor Messenger 1.0"_s);
-    setMinimumSize(toPixels(smallestWidth), toPixels(smallestHeight));
+    setMinimumSize(toPixelsUp(smallestWidth), toPixelsUp(smallestHeight));
     resize(firstSize);
 
     for (const QLatin1StringView caption : pageCaptions)

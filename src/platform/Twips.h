@@ -8,6 +8,12 @@ constexpr int toPixels(int twips)
     return twips / twipsPerPixel;
 }
 
+// At least as long.
+constexpr int toPixelsUp(int twips)
+{
+    return (twips + twipsPerPixel - 1) / twipsPerPixel;
+}
+
 constexpr int toTwips(int pixels)
 {
     return pixels * twipsPerPixel;
