@@ -8,6 +8,7 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
+#include "platform/Named.h"
 #include "platform/OneLineField.h"
 #include "platform/RunKey.h"
 #include "platform/SvgPicture.h"
@@ -55,13 +56,6 @@ constexpr KeyAddress rememberNickKey{"NickName"_L1, "bremnick"_L1, "true"_L1};
 constexpr KeyAddress rememberPassKey{"irc"_L1, "Password"_L1, "false"_L1};
 constexpr KeyAddress loadAtStartUpKey{"load"_L1, "startup"_L1, "true"_L1};
 constexpr KeyAddress guestModeKey{"irc"_L1, "Guest"_L1, "false"_L1};
-
-template<typename Control>
-Control* named(Control* control, const QString& name)
-{
-    control->setObjectName(name);
-    return control;
-}
 
 } // namespace
 

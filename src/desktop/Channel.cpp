@@ -5,6 +5,7 @@
 #include "platform/ActionEntry.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
+#include "platform/Named.h"
 #include "platform/OneLineField.h"
 #include "platform/SvgPicture.h"
 #include "platform/Twips.h"
@@ -53,15 +54,6 @@ int characterOf(const QKeyEvent& event)
     if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)
         return enterCharacter;
     return event.text().isEmpty() ? 0 : event.text().front().unicode();
-}
-
-template<typename Control>
-Control* named(Control* control, const QString& name, const QString& accessibleName = {})
-{
-    control->setObjectName(name);
-    if (!accessibleName.isEmpty())
-        control->setAccessibleName(accessibleName);
-    return control;
 }
 
 QToolButton* toolButton(const QString& name, const QString& text, const QString& icon)

@@ -1,5 +1,7 @@
 #include "platform/QtDialogs.h"
 
+#include "common/OneLine.h"
+
 #include <QApplication>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -54,7 +56,7 @@ QString QtDialogs::InputBox(const QString& prompt, const QString& title)
     box->setWindowTitle(title);
     box->setLabelText(prompt);
     const bool accepted = box->exec() == QDialog::Accepted;
-    QString answer = accepted && box ? box->textValue() : QString();
+    QString answer = accepted && box ? oneLine(box->textValue()) : QString();
     delete box;
     return answer;
 }

@@ -178,13 +178,6 @@ RichTextBoxWidget::~RichTextBoxWidget()
     delete m_edit;
 }
 
-void RichTextBoxWidget::setReadOnly(bool readOnly)
-{
-    m_edit->setReadOnly(readOnly);
-    if (readOnly)
-        m_edit->setTextInteractionFlags(readingOnly);
-}
-
 void RichTextBoxWidget::setSingleLine()
 {
     m_singleLine = true;

@@ -22,7 +22,6 @@ public:
     ~RichTextBoxWidget() override;
     Q_DISABLE_COPY_MOVE(RichTextBoxWidget)
 
-    void setReadOnly(bool readOnly);
     void setSingleLine();
     // While it says true the user can read and copy but not change the text.
     void setLockTest(std::function<bool()> locked) { m_locked = std::move(locked); }

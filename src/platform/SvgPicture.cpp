@@ -32,18 +32,6 @@ SvgPicture::SvgPicture(const QString& resource, QWidget* parent)
 {
 }
 
-void SvgPicture::setResource(const QString& resource)
-{
-    m_resource = resource;
-    update();
-}
-
-void SvgPicture::setSizeHint(const QSize& size)
-{
-    m_sizeHint = size;
-    updateGeometry();
-}
-
 void SvgPicture::paintEvent(QPaintEvent*)
 {
     if (!size().isEmpty())

@@ -14,9 +14,7 @@ class SvgPicture final : public QWidget
 public:
     explicit SvgPicture(const QString& resource, QWidget* parent = nullptr);
 
-    void setResource(const QString& resource);
     QSize sizeHint() const override { return m_sizeHint; }
-    void setSizeHint(const QSize& size);
 
 Q_SIGNALS:
     void Click();

@@ -27,10 +27,7 @@ namespace {
 constexpr auto noAutoJoin = "<none>"_L1;
 constexpr int killColor = 2;
 
-QString P(const IRCMessage& message, int from, int to)
-{
-    return GetParams(message, from, to);
-}
+constexpr auto P = &GetParams;
 
 bool isRoomName(const QString& target)
 {

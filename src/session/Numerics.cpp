@@ -23,10 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString P(const IRCMessage& message, int from, int to)
-{
-    return GetParams(message, from, to);
-}
+constexpr auto P = &GetParams;
 
 // The nick that a whois line is about, in the colour and weight of all of them.
 QString whoisHead(const QString& nick)
