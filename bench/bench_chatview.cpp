@@ -1,5 +1,5 @@
-#include "platform/RichTextBoxWidget.h"
-#include "render/ChatView.h"
+#include "view/ChatView.h"
+#include "view/RichTextBoxWidget.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,10 +1,10 @@
 #include "common/SessionVariables.h"
 #include "platform/Resources.h"
-#include "query/QueryForm.h"
-#include "render/IncomingText.h"
-#include "render/Links.h"
-#include "render/TextWriter.h"
-#include "session/LineSink.h"
+#include "talk/QueryForm.h"
+#include "text/IncomingText.h"
+#include "text/Links.h"
+#include "text/TextWriter.h"
+#include "wire/LineSink.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

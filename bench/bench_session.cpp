@@ -2,7 +2,7 @@
 #include "support/TestSurroundings.h"
 
 #include "Messenger.h"
-#include "desktop/Theme.h"
+#include "controls/Theme.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -2,14 +2,14 @@
 
 #include "Surroundings.h"
 #include "common/ControlCharacters.h"
+#include "controls/ActionEntry.h"
 #include "desktop/WebAddresses.h"
 #include "desktop/WebToolBar.h"
-#include "platform/ActionEntry.h"
 #include "platform/Handlers.h"
-#include "render/ColorTables.h"
-#include "render/Links.h"
-#include "render/PictureCache.h"
 #include "session/SessionStart.h"
+#include "text/ColorTables.h"
+#include "text/Links.h"
+#include "view/PictureCache.h"
 
 #include <QMenu>
 #include <QVBoxLayout>

@@ -1,7 +1,7 @@
 #include "Messenger.h"
 
 #include "desktop/WebAddresses.h"
-#include "render/Links.h"
+#include "text/Links.h"
 
 #include <QCoreApplication>
 #include <QCursor>

@@ -9,15 +9,15 @@
 #include "desktop/About.h"
 #include "desktop/Author.h"
 #include "desktop/FontOption.h"
-#include "desktop/Settings.h"
 #include "desktop/clsSysTray.h"
 #include "desktop/frmPopup.h"
 #include "platform/Form.h"
 #include "platform/Handlers.h"
-#include "platform/PreviousInstance.h"
-#include "platform/RunKey.h"
-#include "platform/UserStore.h"
 #include "session/DebugWin.h"
+#include "settings/PreviousInstance.h"
+#include "settings/RunKey.h"
+#include "settings/Settings.h"
+#include "settings/UserStore.h"
 
 #include <memory>
 

@@ -1,14 +1,14 @@
 #include "Messenger.h"
 #include "Surroundings.h"
+#include "controls/Theme.h"
 #include "desktop/Modules.h"
 #include "desktop/NotificationArea.h"
 #include "desktop/Sounds.h"
-#include "desktop/Theme.h"
 #include "desktop/WebModule.h"
 #include "platform/CaretRest.h"
 #include "platform/QtDialogs.h"
 #include "platform/Resources.h"
-#include "render/Links.h"
+#include "text/Links.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

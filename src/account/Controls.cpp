@@ -1,6 +1,6 @@
 #include "account/Controls.h"
 
-#include "desktop/xpButton.h"
+#include "controls/xpButton.h"
 
 #include <QHBoxLayout>
 

@@ -2,18 +2,18 @@
 
 #include "account/LoginDesk.h"
 #include "common/Conversions.h"
-#include "desktop/Settings.h"
-#include "desktop/xpButton.h"
-#include "platform/ActionEntry.h"
+#include "controls/ActionEntry.h"
+#include "controls/Named.h"
+#include "controls/OneLineField.h"
+#include "controls/SvgPicture.h"
+#include "controls/xpButton.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
-#include "platform/Named.h"
-#include "platform/OneLineField.h"
-#include "platform/RunKey.h"
-#include "platform/SvgPicture.h"
 #include "platform/Twips.h"
-#include "platform/UserStore.h"
+#include "settings/RunKey.h"
+#include "settings/Settings.h"
+#include "settings/UserStore.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>

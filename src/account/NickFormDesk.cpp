@@ -1,8 +1,8 @@
 #include "account/NickFormDesk.h"
 
 #include "common/SessionVariables.h"
-#include "session/LineSink.h"
 #include "session/Ports.h"
+#include "wire/LineSink.h"
 
 using namespace Qt::StringLiterals;
 

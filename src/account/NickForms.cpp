@@ -2,8 +2,8 @@
 
 #include "common/SessionVariables.h"
 #include "platform/Dialogs.h"
-#include "platform/Winsock.h"
-#include "session/LineSink.h"
+#include "wire/LineSink.h"
+#include "wire/Winsock.h"
 
 using namespace Qt::StringLiterals;
 

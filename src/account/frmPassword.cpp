@@ -1,16 +1,16 @@
 #include "account/frmPassword.h"
 
 #include "account/Controls.h"
-#include "channel/Room.h"
 #include "common/OneLine.h"
 #include "common/RunTimeError.h"
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
-#include "desktop/xpButton.h"
+#include "controls/ListBox.h"
+#include "controls/xpButton.h"
 #include "platform/Handlers.h"
-#include "platform/ListBox.h"
-#include "session/LineSink.h"
+#include "room/Room.h"
 #include "session/Ports.h"
+#include "wire/LineSink.h"
 
 #include <QGroupBox>
 #include <QVBoxLayout>

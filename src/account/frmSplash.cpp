@@ -1,6 +1,6 @@
 #include "account/frmSplash.h"
 
-#include "platform/SvgPicture.h"
+#include "controls/SvgPicture.h"
 
 #include <QLabel>
 #include <QPainter>

@@ -2,7 +2,7 @@
 
 #include "account/Controls.h"
 #include "common/OneLine.h"
-#include "desktop/xpButton.h"
+#include "controls/xpButton.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
 

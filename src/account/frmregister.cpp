@@ -1,16 +1,16 @@
 #include "account/frmregister.h"
 
 #include "account/Controls.h"
-#include "channel/Room.h"
+#include "commands/CommandProcessor.h"
 #include "common/OneLine.h"
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
-#include "desktop/xpButton.h"
-#include "input/CommandProcessor.h"
+#include "controls/xpButton.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
-#include "platform/Winsock.h"
-#include "session/LineSink.h"
+#include "room/Room.h"
+#include "wire/LineSink.h"
+#include "wire/Winsock.h"
 
 #include <QGridLayout>
 #include <QPointer>

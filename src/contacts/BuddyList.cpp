@@ -1,9 +1,9 @@
 #include "contacts/BuddyList.h"
 
-#include "desktop/xpButton.h"
+#include "controls/ListBoxWidget.h"
+#include "controls/xpButton.h"
 #include "platform/Handlers.h"
-#include "platform/ListBoxWidget.h"
-#include "query/QueryTable.h"
+#include "talk/QueryTable.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "contacts/BuddyPolling.h"
+#include "contacts/ContactList.h"
 #include "platform/Form.h"
-#include "session/Ports.h"
 
 #include <QTimer>
 

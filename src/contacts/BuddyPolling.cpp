@@ -2,12 +2,12 @@
 
 #include "common/Conversions.h"
 #include "common/TextHelpers.h"
+#include "controls/ListBox.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
-#include "platform/ListBox.h"
-#include "platform/UserStore.h"
-#include "platform/Winsock.h"
-#include "session/LineSink.h"
+#include "settings/UserStore.h"
+#include "wire/LineSink.h"
+#include "wire/Winsock.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
 #include "contacts/IgnoreList.h"
 
-#include "desktop/xpButton.h"
+#include "controls/ListBoxWidget.h"
+#include "controls/xpButton.h"
 #include "platform/Handlers.h"
-#include "platform/ListBoxWidget.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

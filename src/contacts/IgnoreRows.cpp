@@ -1,11 +1,11 @@
 #include "contacts/IgnoreRows.h"
 
-#include "channel/Room.h"
 #include "common/ControlCharacters.h"
 #include "common/SessionVariables.h"
+#include "controls/ListBox.h"
 #include "platform/Dialogs.h"
-#include "platform/ListBox.h"
-#include "session/LineSink.h"
+#include "room/Room.h"
+#include "wire/LineSink.h"
 
 using namespace Qt::StringLiterals;
 

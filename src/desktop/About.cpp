@@ -1,6 +1,6 @@
 #include "desktop/About.h"
 
-#include "platform/SvgPicture.h"
+#include "controls/SvgPicture.h"
 
 #include <QLabel>
 #include <QVBoxLayout>

@@ -1,14 +1,14 @@
 #include "desktop/Channel.h"
 
-#include "channel/TopicField.h"
 #include "common/TextHelpers.h"
-#include "platform/ActionEntry.h"
+#include "controls/ActionEntry.h"
+#include "controls/Named.h"
+#include "controls/OneLineField.h"
+#include "controls/SvgPicture.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
-#include "platform/Named.h"
-#include "platform/OneLineField.h"
-#include "platform/SvgPicture.h"
 #include "platform/Twips.h"
+#include "room/TopicField.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "commands/InputLine.h"
+#include "controls/ListBoxWidget.h"
 #include "desktop/MenuTree.h"
-#include "input/InputLine.h"
-#include "platform/ListBoxWidget.h"
-#include "platform/RichTextBoxWidget.h"
-#include "render/ChatView.h"
-#include "render/CheckRTF.h"
 #include "session/Ports.h"
+#include "text/CheckRTF.h"
+#include "view/ChatView.h"
+#include "view/RichTextBoxWidget.h"
 
 #include <QCheckBox>
 #include <QLabel>

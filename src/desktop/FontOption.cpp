@@ -3,7 +3,7 @@
 #include "common/Conversions.h"
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
-#include "desktop/xpButton.h"
+#include "controls/xpButton.h"
 #include "platform/Handlers.h"
 
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #include "desktop/MenuTree.h"
 
-#include "platform/ActionEntry.h"
+#include "controls/ActionEntry.h"
 
 #include <QMenu>
 #include <QMenuBar>

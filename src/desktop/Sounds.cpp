@@ -1,7 +1,7 @@
 #include "desktop/Sounds.h"
 
+#include "controls/MenuEntry.h"
 #include "desktop/Modules.h"
-#include "platform/MenuEntry.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "desktop/WebTab.h"
 
-#include "desktop/xpButton.h"
+#include "controls/xpButton.h"
 #include "platform/Handlers.h"
 
 #include <QLabel>

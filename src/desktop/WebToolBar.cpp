@@ -1,8 +1,8 @@
 #include "desktop/WebToolBar.h"
 
+#include "controls/SvgPicture.h"
 #include "desktop/WebBrowser.h"
 #include "platform/Handlers.h"
-#include "platform/SvgPicture.h"
 
 #include <QHBoxLayout>
 #include <QIcon>

@@ -1,8 +1,8 @@
 #include "desktop/frmPopup.h"
 
+#include "controls/SvgPicture.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
-#include "platform/SvgPicture.h"
 #include "platform/Twips.h"
 
 #include <QAccessible>

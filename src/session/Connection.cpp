@@ -1,17 +1,18 @@
 #include "session/Connection.h"
 
-#include "channel/ChannelTable.h"
 #include "common/ControlCharacters.h"
 #include "common/Conversions.h"
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
+#include "contacts/ContactList.h"
+#include "controls/ListBox.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
-#include "platform/ListBox.h"
-#include "platform/RichTextBox.h"
-#include "platform/Winsock.h"
-#include "query/QueryTable.h"
-#include "render/TextWriter.h"
+#include "room/ChannelTable.h"
+#include "talk/QueryTable.h"
+#include "text/TextWriter.h"
+#include "view/RichTextBox.h"
+#include "wire/Winsock.h"
 
 namespace {
 

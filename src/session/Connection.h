@@ -1,7 +1,7 @@
 #pragma once
 
-#include "session/LineSink.h"
 #include "session/Ports.h"
+#include "wire/LineSink.h"
 
 #include <QObject>
 #include <QTimer>
@@ -10,6 +10,7 @@
 #include <utility>
 
 class ChannelTable;
+class ContactList;
 class Dialogs;
 class EventLoop;
 class Handlers;

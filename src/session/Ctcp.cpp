@@ -1,13 +1,13 @@
 #include "session/Ctcp.h"
 
-#include "channel/ChannelTable.h"
 #include "common/ControlCharacters.h"
 #include "common/TextHelpers.h"
-#include "platform/RichTextBox.h"
-#include "query/QueryTable.h"
-#include "render/IncomingText.h"
-#include "render/TextWriter.h"
-#include "session/LineSink.h"
+#include "room/ChannelTable.h"
+#include "talk/QueryTable.h"
+#include "text/IncomingText.h"
+#include "text/TextWriter.h"
+#include "view/RichTextBox.h"
+#include "wire/LineSink.h"
 
 using namespace Qt::StringLiterals;
 

@@ -5,8 +5,8 @@
 #include "common/TextHelpers.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
-#include "platform/Winsock.h"
-#include "render/TextWriter.h"
+#include "text/TextWriter.h"
+#include "wire/Winsock.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "session/IRCMessage.h"
 #include "session/Numerics.h"
 #include "session/SessionDesk.h"
+#include "wire/IRCMessage.h"
 
 #include <QHash>
 

@@ -1,9 +1,9 @@
 #include "session/NickEvents.h"
 
-#include "channel/ChannelTable.h"
 #include "common/ControlCharacters.h"
-#include "query/QueryTable.h"
-#include "render/TextWriter.h"
+#include "room/ChannelTable.h"
+#include "talk/QueryTable.h"
+#include "text/TextWriter.h"
 
 #include <utility>
 

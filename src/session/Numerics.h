@@ -1,7 +1,7 @@
 #pragma once
 
-#include "session/IRCMessage.h"
 #include "session/SessionDesk.h"
+#include "wire/IRCMessage.h"
 
 class RichTextBox;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "channel/RoomForm.h"
-#include "platform/MenuEntry.h"
+#include "controls/MenuEntry.h"
+#include "room/RoomForm.h"
 
 #include <QString>
 
@@ -49,30 +49,6 @@ public:
     virtual void showPassword() = 0; // frmPassword
     virtual void unloadPassword() = 0;
     virtual void showUseNick() = 0; // usenick
-};
-
-// The buddy list.
-class ContactList
-{
-public:
-    virtual ~ContactList() = default;
-
-    virtual void AddUsers(const QString& names) = 0;
-    virtual void clearOnline() = 0;
-    virtual bool Visible() const = 0;
-    virtual void Load() = 0;
-    virtual void Unload() = 0;
-};
-
-// The form with a room's ban, exception and invitation lists.
-class ListsForm
-{
-public:
-    virtual ~ListsForm() = default;
-
-    virtual void AddBEI(const QString& mask, const QString& setter, const QString& time) = 0;
-    virtual bool Visible() const = 0;
-    virtual void Show() = 0;
 };
 
 // The two tabs with web pages; the path is one of the network's own site.

@@ -2,10 +2,10 @@
 
 #include "common/Conversions.h"
 #include "common/SessionVariables.h"
-#include "desktop/Settings.h"
-#include "input/OwnTextStyle.h"
 #include "platform/EventLoop.h"
 #include "session/Ports.h"
+#include "settings/Settings.h"
+#include "text/OwnTextStyle.h"
 
 #include <QSysInfo>
 

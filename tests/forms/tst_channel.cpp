@@ -1,16 +1,16 @@
-#include "channel/Room.h"
-#include "channel/TopicField.h"
 #include "common/SessionVariables.h"
+#include "controls/ActionEntry.h"
+#include "controls/SvgPicture.h"
 #include "desktop/Channel.h"
-#include "input/OwnTextStyle.h"
-#include "platform/ActionEntry.h"
 #include "platform/Handlers.h"
 #include "platform/Resources.h"
-#include "platform/SvgPicture.h"
 #include "platform/Twips.h"
-#include "render/TextWriter.h"
-#include "session/LineSink.h"
+#include "room/Room.h"
+#include "room/TopicField.h"
 #include "support/TestSurroundings.h"
+#include "text/OwnTextStyle.h"
+#include "text/TextWriter.h"
+#include "wire/LineSink.h"
 
 #include <QClipboard>
 #include <QDragEnterEvent>

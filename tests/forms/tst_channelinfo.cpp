@@ -1,5 +1,5 @@
-#include "channel/ChannelLists.h"
 #include "platform/Resources.h"
+#include "room/ChannelLists.h"
 #include "support/NickDesk.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
-#include "render/AccessibleChanges.h"
-#include "render/ChatView.h"
-#include "render/LineLayout.h"
+#include "view/AccessibleChanges.h"
+#include "view/ChatView.h"
+#include "view/LineLayout.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>

@@ -1,15 +1,15 @@
-#include "channel/Room.h"
 #include "common/SessionVariables.h"
 #include "contacts/BuddyList.h"
 #include "contacts/IgnoreList.h"
-#include "desktop/xpButton.h"
-#include "platform/ActionEntry.h"
+#include "controls/ActionEntry.h"
+#include "controls/xpButton.h"
 #include "platform/Handlers.h"
 #include "platform/Resources.h"
-#include "platform/UserStore.h"
-#include "query/QueryTable.h"
+#include "room/Room.h"
+#include "settings/UserStore.h"
 #include "support/QueryFakes.h"
 #include "support/RecordingPorts.h"
+#include "talk/QueryTable.h"
 
 #include <QLabel>
 #include <QTemporaryDir>

@@ -1,9 +1,9 @@
 #include "platform/Handlers.h"
 #include "platform/Resources.h"
-#include "render/ColorTables.h"
-#include "render/SmileyTable.h"
-#include "render/frmSmileys.h"
-#include "render/frmcolor.h"
+#include "text/ColorTables.h"
+#include "text/SmileyTable.h"
+#include "text/frmSmileys.h"
+#include "text/frmcolor.h"
 
 #include <QLabel>
 #include <QSignalSpy>

@@ -1,6 +1,6 @@
-#include "platform/RichTextBoxWidget.h"
-#include "render/ChatView.h"
 #include "support/MemoryView.h"
+#include "view/ChatView.h"
+#include "view/RichTextBoxWidget.h"
 
 #include <QSignalSpy>
 #include <QTest>

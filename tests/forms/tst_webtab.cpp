@@ -1,9 +1,9 @@
+#include "controls/xpButton.h"
 #include "desktop/Modules.h"
 #include "desktop/WebAddresses.h"
 #include "desktop/WebModule.h"
 #include "desktop/WebTab.h"
 #include "desktop/WebToolBar.h"
-#include "desktop/xpButton.h"
 #include "platform/Handlers.h"
 #include "platform/Resources.h"
 

@@ -1,4 +1,4 @@
-#include "desktop/xpButton.h"
+#include "controls/xpButton.h"
 #include "platform/Resources.h"
 #include "support/TestClient.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RichTextBox.h"
+#include "view/RichTextBox.h"
 
 #include <QList>
 #include <QMap>

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "channel/ChannelTable.h"
+#include "commands/CommandProcessor.h"
 #include "common/SessionVariables.h"
-#include "input/CommandProcessor.h"
-#include "platform/ActionEntry.h"
+#include "controls/ActionEntry.h"
 #include "platform/Handlers.h"
-#include "query/QueryTable.h"
-#include "render/StatusLine.h"
-#include "render/TextWriter.h"
+#include "room/ChannelTable.h"
 #include "support/QueryFakes.h"
 #include "support/RecordingPorts.h"
+#include "talk/QueryTable.h"
+#include "text/StatusLine.h"
+#include "text/TextWriter.h"
 
 // A room, a command language and an ignore list that work, between a server, boxes and private
 // windows that write down what is asked of them, in order and in one log.

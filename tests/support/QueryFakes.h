@@ -1,11 +1,11 @@
 #pragma once
 
-#include "channel/RoomForm.h"
+#include "controls/ListBoxWidget.h"
 #include "platform/Dialogs.h"
-#include "platform/ListBoxWidget.h"
-#include "platform/Winsock.h"
-#include "session/LineSink.h"
+#include "room/RoomForm.h"
 #include "support/MemoryView.h"
+#include "wire/LineSink.h"
+#include "wire/Winsock.h"
 
 #include <QStringList>
 

@@ -1,16 +1,18 @@
 #pragma once
 
-#include "input/InputLine.h"
+#include "commands/InputLine.h"
+#include "contacts/ContactList.h"
+#include "controls/Collation.h"
+#include "controls/ListBox.h"
+#include "controls/MenuEntry.h"
 #include "platform/Clock.h"
-#include "platform/Collation.h"
 #include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
-#include "platform/ListBox.h"
-#include "platform/MenuEntry.h"
-#include "platform/Winsock.h"
-#include "query/PrivateWindow.h"
+#include "room/ListsForm.h"
 #include "session/Ports.h"
 #include "support/MemoryView.h"
+#include "talk/PrivateWindow.h"
+#include "wire/Winsock.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Messenger.h"
-#include "platform/ActionEntry.h"
+#include "controls/ActionEntry.h"
 #include "support/TestSurroundings.h"
 
 #include <QApplication>

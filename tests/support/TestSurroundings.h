@@ -7,7 +7,7 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
-#include "render/Links.h"
+#include "text/Links.h"
 
 #include <QCoreApplication>
 #include <QFile>

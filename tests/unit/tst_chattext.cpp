@@ -1,6 +1,6 @@
-#include "render/ChatText.h"
-#include "render/LineHeights.h"
-#include "render/TextSearch.h"
+#include "view/ChatText.h"
+#include "view/LineHeights.h"
+#include "view/TextSearch.h"
 
 #include <QTest>
 

@@ -1,5 +1,5 @@
-#include "render/Links.h"
 #include "support/MemoryView.h"
+#include "text/Links.h"
 
 #include <QDesktopServices>
 #include <QRandomGenerator>

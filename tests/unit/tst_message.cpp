@@ -1,4 +1,4 @@
-#include "session/IRCMessage.h"
+#include "wire/IRCMessage.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
+#include "commands/ChatOptions.h"
+#include "commands/NickActions.h"
+#include "commands/Presence.h"
 #include "common/ControlCharacters.h"
-#include "input/ChatOptions.h"
-#include "input/NickActions.h"
-#include "input/Presence.h"
 #include "support/NickDesk.h"
 
 #include <QTest>

@@ -1,11 +1,11 @@
 #include "common/SessionVariables.h"
+#include "controls/SvgPicture.h"
 #include "platform/Resources.h"
-#include "platform/RichTextBoxWidget.h"
-#include "platform/SvgPicture.h"
-#include "render/CheckRTF.h"
-#include "render/SmileyTable.h"
-#include "render/TextWriter.h"
 #include "support/MemoryView.h"
+#include "text/CheckRTF.h"
+#include "text/SmileyTable.h"
+#include "text/TextWriter.h"
+#include "view/RichTextBoxWidget.h"
 
 #include <QRandomGenerator>
 #include <QSet>

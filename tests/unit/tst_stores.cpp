@@ -1,6 +1,6 @@
-#include "platform/ProfileFile.h"
-#include "platform/RunKey.h"
-#include "platform/UserStore.h"
+#include "settings/ProfileFile.h"
+#include "settings/RunKey.h"
+#include "settings/UserStore.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,9 +1,9 @@
 #include "common/BoundedArray.h"
 #include "common/Conversions.h"
 #include "common/TextHelpers.h"
-#include "platform/Collation.h"
+#include "controls/Collation.h"
 #include "platform/Handlers.h"
-#include "platform/Windows1252.h"
+#include "wire/Windows1252.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
 #include "platform/EventLoop.h"
-#include "platform/TcpWinsock.h"
 #include "support/RecordingDesk.h"
 #include "support/ScriptedServer.h"
+#include "wire/TcpWinsock.h"
 
 #include <QEvent>
 #include <QSignalSpy>

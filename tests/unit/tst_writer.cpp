@@ -1,8 +1,8 @@
 #include "common/RunTimeError.h"
-#include "render/ColorTables.h"
-#include "render/IncomingText.h"
-#include "session/LineSink.h"
 #include "support/RecordingDesk.h"
+#include "text/ColorTables.h"
+#include "text/IncomingText.h"
+#include "wire/LineSink.h"
 
 #include <QTest>
 

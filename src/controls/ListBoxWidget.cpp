@@ -1,0 +1,121 @@
+#include "controls/ListBoxWidget.h"
+
+#include "controls/Collation.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+ListBoxWidget::ListBoxWidget(Order order, QWidget* parent)
+    : QListWidget(parent)
+    , m_order(order)
+{
+    setUniformItemSizes(true);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+}
+
+void ListBoxWidget::AddItem(const QString& text)
+{
+    const int selected = ListIndex();
+    const int place = m_order == Order::Sorted ? placeOf(text) : count();
+    insertItem(place, text);
+    // The toolkit makes the first row current by itself; only the user selects.
+    setListIndex(selected >= place && selected != -1 ? selected + 1 : selected);
+}
+
+void ListBoxWidget::RemoveItem(int index)
+{
+    if (index < 0 || index >= count())
+        return;
+    const int selected = ListIndex();
+    delete takeItem(index);
+    setListIndex(selected == index ? -1 : selected > index ? selected - 1 : selected);
+}
+
+void ListBoxWidget::Clear()
+{
+    clear();
+}
+
+int ListBoxWidget::ListCount() const
+{
+    return count();
+}
+
+QString ListBoxWidget::List(int index) const
+{
+    const QListWidgetItem* row = item(index);
+    return row ? row->text() : QString();
+}
+
+void ListBoxWidget::setList(int index, const QString& text)
+{
+    if (QListWidgetItem* row = item(index))
+        row->setText(text);
+}
+
+int ListBoxWidget::ListIndex() const
+{
+    const QModelIndexList rows = selectionModel()->selectedIndexes();
+    return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+void ListBoxWidget::setListIndex(int index)
+{
+    if (index == ListIndex() && index == currentRow())
+        return;
+    setCurrentRow(index);
+}
+
+void ListBoxWidget::setEnabled(bool enabled)
+{
+    QListWidget::setEnabled(enabled);
+}
+
+void ListBoxWidget::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::RightButton) {
+        Q_EMIT RightButtonDown(event->globalPosition().toPoint());
+        return;
+    }
+    QListWidget::mousePressEvent(event);
+}
+
+void ListBoxWidget::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    QListWidget::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT DblClick();
+}
+
+void ListBoxWidget::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        Q_EMIT DblClick(); // the keyboard's double click
+        return;
+    }
+    QListWidget::keyPressEvent(event);
+}
+
+void ListBoxWidget::contextMenuEvent(QContextMenuEvent* event)
+{
+    // The mouse has had its menu on the press; this is the menu key.
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        Q_EMIT RightButtonDown(event->globalPos());
+}
+
+int ListBoxWidget::placeOf(const QString& text) const
+{
+    // Behind its equals. Rows that were overwritten in place may break the order; any place that
+    // the search then finds is as good as another.
+    int from = 0;
+    int to = count();
+    while (from < to) {
+        const int middle = (from + to) / 2;
+        if (collate(text, item(middle)->text()) < 0)
+            to = middle;
+        else
+            from = middle + 1;
+    }
+    return from;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "controls/ListBox.h"
+
+#include <QListWidget>
+
+// ListBox on a list widget.
+class ListBoxWidget final : public QListWidget, public ListBox
+{
+    Q_OBJECT
+public:
+    enum class Order { AsAdded, Sorted };
+
+    explicit ListBoxWidget(Order order, QWidget* parent = nullptr);
+
+    void AddItem(const QString& text) override;
+    void RemoveItem(int index) override;
+    void Clear() override;
+    int ListCount() const override;
+    QString List(int index) const override;
+    void setList(int index, const QString& text) override;
+    int ListIndex() const override;
+    void setListIndex(int index) override;
+    void setEnabled(bool enabled) override;
+
+Q_SIGNALS:
+    void DblClick();
+    // The right button went down; the selection has not changed by it.
+    void RightButtonDown(const QPoint& globalPosition);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    int placeOf(const QString& text) const;
+
+    Order m_order;
+};

@@ -1,8 +1,0 @@
-#include "input/OwnTextStyle.h"
-
-#include "common/ControlCharacters.h"
-
-QString OwnTextStyle::coded(const QString& text) const
-{
-    return BoldPrefix % strColor % TextColor % u' ' % UnderlinePrefix % text;
-}

@@ -1,0 +1,137 @@
+#include "room/ChannelInfo.h"
+
+#include "common/Conversions.h"
+#include "common/SessionVariables.h"
+#include "common/UnixDate.h"
+#include "controls/xpButton.h"
+#include "platform/EventLoop.h"
+#include "platform/Handlers.h"
+#include "wire/LineSink.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLocale>
+#include <QPersistentModelIndex>
+#include <QPointer>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int margin = 12;
+constexpr int spacing = 8;
+constexpr QSize startSize{620, 380};
+
+enum Column { Mask, By, When };
+constexpr std::array<int, 2> columnWidths{260, 130}; // the last takes the rest
+
+} // namespace
+
+struct ChannelInfo::List
+{
+    QLatin1StringView button;
+    QLatin1StringView caption;
+    QLatin1StringView header;
+    QChar letter;
+};
+
+const std::array<ChannelInfo::List, 3> ChannelInfo::lists{{
+    {"cmdBans"_L1, "Bans"_L1, "Bans"_L1, u'b'},
+    {"cmdExcepts"_L1, "Excepts"_L1, "Excepts"_L1, u'e'},
+    {"cmdInvites"_L1, "Invities"_L1, "Invites"_L1, u'I'},
+}};
+
+ChannelInfo::ChannelInfo(const Parts& parts)
+    : m_parts(parts)
+    , lvBans(new QTreeWidget)
+{
+    lvBans->setObjectName(u"lvBans"_s);
+    lvBans->setAccessibleName(u"Channel list"_s);
+    lvBans->setHeaderLabels({u"Bans"_s, u"By"_s, u"When"_s});
+    lvBans->setRootIsDecorated(false);
+    lvBans->setUniformRowHeights(true);
+    lvBans->setAllColumnsShowFocus(true);
+    for (std::size_t column = 0; column < columnWidths.size(); ++column)
+        lvBans->setColumnWidth(static_cast<int>(column), columnWidths[column]);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(spacing);
+    const auto addButton = [&](const QString& name, const QString& caption, auto handler) {
+        auto* button = new xpButton(caption);
+        button->setObjectName(name);
+        button->setAccessibleName(caption);
+        buttons->addWidget(button);
+        parts.handlers.connect(button, &xpButton::Click, this, handler);
+        return button;
+    };
+    for (const List& list : lists)
+        addButton(list.button, list.caption, [this, &list] { showList(list); });
+    addButton(u"cmdRemove"_s, u"Remove"_s, [this] { cmdRemove_Click(); });
+    buttons->addStretch();
+    auto* cmdOK = addButton(u"cmdOK"_s, u"OK"_s, [this] { Unload(); });
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(spacing);
+    layout->addWidget(lvBans);
+    layout->addLayout(buttons);
+    resize(startSize);
+    new ButtonKeys(this);
+    // On getting the focus the list would mark its first row as if that were selected.
+    cmdOK->setFocus();
+}
+
+void ChannelInfo::AddBEI(const QString& mask, const QString& setter, const QString& time)
+{
+    if (mask.isEmpty())
+        return;
+    const QPersistentModelIndex place =
+        lvBans->indexFromItem(new QTreeWidgetItem(lvBans, QStringList{mask}));
+    const QPointer<ChannelInfo> self(this);
+    m_parts.events.DoEvents();
+    QTreeWidgetItem* row = self ? lvBans->itemFromIndex(place) : nullptr;
+    if (!row)
+        return;
+    row->setText(By, setter);
+    skipRest([&] {
+        const QDateTime when = DateFromUnix(toInt32(time));
+        row->setText(When, QLocale::system().toString(when, QLocale::ShortFormat));
+    });
+}
+
+void ChannelInfo::showList(const List& list)
+{
+    lvBans->clear();
+    lvBans->headerItem()->setText(Mask, list.header);
+    m_parts.variables.ListFetching = true;
+    m_parts.server.SendData("MODE "_L1 % ChannelName % u' ' % list.letter);
+}
+
+void ChannelInfo::cmdRemove_Click()
+{
+    // Without a selected row the line goes out all the same, with nothing behind the blank.
+    const QList<QTreeWidgetItem*> selected = lvBans->selectedItems();
+    const QString mask = selected.isEmpty() ? QString() : selected.first()->text(Mask);
+    const QString header = lvBans->headerItem()->text(Mask);
+    for (const List& list : lists) {
+        if (header == list.header)
+            m_parts.server.SendData("mode "_L1 % ChannelName % " -"_L1 % list.letter % u' ' % mask);
+    }
+}
+
+QString ChangeMode(const QString& modes, QChar letter, bool boxSet)
+{
+    if (boxSet == modes.contains(letter))
+        return {};
+    return QString(boxSet ? u'+' : u'-') + letter;
+}
+
+void ParseTheModes(const QString& modes, ModeFlags& boxes, ModeFlags& flags)
+{
+    for (std::size_t i = 0; i < flags.size(); ++i) {
+        if (modes.contains(panelModes[static_cast<qsizetype>(i)]))
+            boxes[i] = flags[i] = true;
+    }
+}

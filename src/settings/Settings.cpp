@@ -1,0 +1,30 @@
+#include "settings/Settings.h"
+
+namespace {
+
+QString nameOf(const QString& section, const QString& key)
+{
+    return section + u'/' + key;
+}
+
+} // namespace
+
+QString Settings::ReadSetting(const QString& section, const QString& key,
+                              const QString& missing) const
+{
+    const auto overruled = m_overruled.constFind(nameOf(section, key));
+    const QString value =
+        overruled == m_overruled.cend() ? m_file.read(section, key, missing) : *overruled;
+    // The last character of the buffer is always code 0.
+    return value.left(bufferLength - 1).leftJustified(bufferLength, QChar(u'\0'));
+}
+
+void Settings::WriteSetting(const QString& section, const QString& key, const QString& value) const
+{
+    m_file.write(section, key, value);
+}
+
+void Settings::overrule(const QString& section, const QString& key, const QString& value)
+{
+    m_overruled.insert(nameOf(section, key), value);
+}

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "platform/Form.h"
+#include "text/CheckRTF.h"
+#include "view/ChatView.h"
+
+#include <QTimer>
+
+#include <array>
+
+class QLabel;
+class QLineEdit;
+class QToolButton;
+class SvgPicture;
+
+// The view of a private conversation.
+using QueryView = ChatView;
+
+// The window of one private conversation: its controls, where they stand, and what the user does
+// to them as signals. What that means is decided by the Query that owns it.
+class QueryForm final : public Form
+{
+    Q_OBJECT
+public:
+    enum Link { Label4, Label5, Label6, Label7, Label8, cmdOptions, LabelAction, LinkCount };
+
+    // Codes that KeyDown and KeyPress speak of.
+    enum Key { Enter = 13, Up = 38, Down = 40 };
+
+    explicit QueryForm(std::shared_ptr<PictureCache> pictures = nullptr);
+
+    QueryView& DataIn() { return *m_dataIn; }
+    QLineEdit& DataOut() { return *m_dataOut; }
+    SvgPicture& Image2() { return *m_image2; }
+    QToolButton& link(Link link) { return *m_links[link]; }
+    QTimer& flsh() { return m_flsh; }
+
+    void setNickLabel(const QString& nick);
+    void setHostLabel(const QString& host);
+    void setInputColor(QRgb color);
+    void setPointerShape(Qt::CursorShape shape);
+    // Turns codes in DataIn into pictures; to be called at each of its changes.
+    void CheckRTF() { m_smileys.CheckRTF(); }
+
+Q_SIGNALS:
+    // It became the active window or was given the focus.
+    void Activate();
+    // Over the window itself, DataOut or Image2. The view has its own signal.
+    void MouseMove();
+    // Keys in DataOut, before it sees them itself.
+    void KeyDown(int keyCode);
+    void KeyPress(int character);
+
+protected:
+    bool event(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void createLinks();
+    void arrange();
+    void announceKey(const QKeyEvent& event);
+
+    QLabel* m_lblNick;
+    QLabel* m_lblHost;
+    QueryView* m_dataIn;
+    SmileyPass m_smileys;
+    QLineEdit* m_dataOut;
+    SvgPicture* m_image2;
+    std::array<QToolButton*, LinkCount> m_links{};
+    QTimer m_flsh;
+};

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "common/BoundedArray.h"
+#include "common/Int16.h"
+#include "controls/ListBox.h"
+#include "controls/MenuEntry.h"
+#include "talk/PrivateWindow.h"
+
+#include <functional>
+
+// The private conversations, at most 30. QueryCount only grows until the next connection: one too
+// many raises SubscriptOutOfRange (9), and so does every search that gets past the last slot from
+// then on.
+class QueryTable final
+{
+public:
+    // The entries of the main window that allow and refuse private talk. The names of the first
+    // two cross over their captions: pmNo is "Yes".
+    struct Switches
+    {
+        const MenuEntry& mnu_pm_no;
+        const MenuEntry& mnu_pm_yes;
+        const MenuEntry& mnu_blocked;
+    };
+    // The rows of the ignore list; asking may load its window.
+    using IgnoreRows = std::function<const ListBox&()>;
+
+    QueryTable(PrivateWindowFactory& windows, Switches switches, IgnoreRows ignoreRows);
+
+    // The slot of a nick, case ignored, or -1.
+    int FindQuery(const QString& nick) const;
+    // Whether there is a window for the nick. A blocked nick raises TypeMismatch (13), which is
+    // what keeps its message out.
+    bool QueryVisible(const QString& nick);
+    // The slot of a new or reused window, 0 otherwise. Raises what QueryVisible raises.
+    int OpenQuery(const QString& nick, const QString& host);
+    // The same by the user's own wish: a new window comes to the front as an open one does.
+    void talkTo(const QString& nick);
+
+    PrivateWindow& Queries(int slot) const;
+    int QueryCount() const { return m_queryCount; }
+    // Every window goes, and the count starts anew.
+    void unloadAll();
+    // Only those with a peer; the count stays.
+    void unloadOpen();
+
+private:
+    void checkIgnored(const QString& nick);
+    PrivateWindow& freeWindow(int& slot);
+    int lastSlot() const;
+
+    PrivateWindowFactory& m_windows;
+    Switches m_switches;
+    IgnoreRows m_ignoreRows;
+    BoundedArray<PrivateWindow*, 1, 30> m_queries;
+    Int16 m_queryCount;
+};

@@ -1,0 +1,18 @@
+#include "text/StatusLine.h"
+
+#include "common/ControlCharacters.h"
+#include "common/RunTimeError.h"
+#include "platform/Handlers.h"
+#include "text/TextWriter.h"
+
+void StatusLine::WriteStatus(const QString& text, int color) const
+{
+    const auto write = [&] {
+        m_writer.WriteView(m_mainView, strColor % QString::number(color) % text);
+    };
+    try {
+        write();
+    } catch (const RunTimeError&) {
+        skipRest(write); // one more try
+    }
+}

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "view/PackedText.h"
+
+#include <vector>
+
+// The text of a chat view: lines with runs of attributes. A position counts a line end as one
+// character, an offset as two (CR LF); there is always at least one line. Changes at the end cost
+// what they change, reading a line costs its length, and finding it is a binary search.
+class ChatText final
+{
+public:
+    // Numbers in an AttributeTables.
+    struct Attributes
+    {
+        quint16 style = 0;
+        quint16 picture = 0; // 1 + number of the picture that each character of the run is
+
+        bool operator==(const Attributes&) const = default;
+    };
+
+    struct Run
+    {
+        int start = 0; // it ends where the next one starts
+        Attributes attributes;
+    };
+
+    struct Line
+    {
+        QString text;
+        std::vector<Run> runs; // starts within the line; never empty
+
+        int runEnd(size_t index) const
+        {
+            return index + 1 < runs.size() ? runs[index + 1].start : static_cast<int>(text.size());
+        }
+    };
+
+    struct Change
+    {
+        qsizetype position = 0;
+        qsizetype removed = 0; // characters
+        qsizetype added = 0;
+        qsizetype line = 0; // the first one that has changed
+        qsizetype removedLines = 0;
+        qsizetype addedLines = 0;
+
+        qsizetype movedPosition(qsizetype before) const;
+    };
+
+    ChatText();
+
+    qsizetype length() const { return m_length; }
+    qsizetype lineCount() const { return m_lineCount; }
+    qsizetype offsetLength() const { return m_length + m_lineCount - 1; }
+
+    // A position between CR and LF does not exist: such an offset is the one before the CR.
+    qsizetype positionOf(qsizetype offset) const;
+    qsizetype offsetOf(qsizetype position) const { return position + lineAt(position); }
+
+    qsizetype lineAt(qsizetype position) const;
+    qsizetype lineStart(qsizetype line) const;
+    qsizetype lineEnd(qsizetype line) const; // the position before its line end
+
+    // Line ends are LF.
+    QString text(qsizetype from, qsizetype to) const;
+    QString lineText(qsizetype line) const { return text(lineStart(line), lineEnd(line)); }
+    Line line(qsizetype line) const;
+
+    // The text's line ends are LF.
+    Change replace(qsizetype position, qsizetype length, QStringView text, Attributes attributes);
+
+private:
+    struct Chunk
+    {
+        PackedText text; // ends with a line end, except in the last chunk
+        std::vector<int> lineStarts{0};
+        std::vector<Run> runs;
+        qsizetype firstPosition = 0;
+        qsizetype firstLine = 0;
+
+        bool isFull() const;
+        void replace(int at, int length, QStringView text, Attributes attributes);
+        void replaceLines(int at, int length, QStringView text);
+        void replaceRuns(int at, int length, int added, Attributes attributes);
+        void append(const Chunk& chunk);
+        Chunk splitOff(size_t line);
+        size_t runAt(int position) const;
+    };
+
+    size_t chunkAtPosition(qsizetype position) const;
+    size_t chunkAtLine(qsizetype line) const;
+    void append(QStringView text, Attributes attributes);
+    void startChunk();
+    void joinChunks(size_t first, size_t last, qsizetype from, qsizetype to);
+    void splitChunk(size_t index);
+    void renumber(size_t from);
+
+    std::vector<Chunk> m_chunks;
+    qsizetype m_length = 0;
+    qsizetype m_lineCount = 1;
+};

@@ -1,0 +1,677 @@
+#include "view/ChatView.h"
+
+#include "common/TextHelpers.h"
+#include "view/ChatViewAccessible.h"
+#include "view/FindBar.h"
+#include "view/PictureCache.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyleHints>
+#include <QToolButton>
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int frameMilliseconds = 16;
+constexpr int autoScrollMilliseconds = 40;
+constexpr int sideMargin = 6;
+constexpr int overlayMargin = 8;
+constexpr int wheelStep = 20; // logical pixels; the wheel takes three of them at once
+
+using Motion = CaretGeometry::Motion;
+
+struct CaretKey
+{
+    QKeySequence::StandardKey key;
+    Motion motion;
+    bool selects;
+};
+
+// Home and End lead to the first and to the newest line; with Shift they select in the row.
+constexpr std::array caretKeys{
+    CaretKey{QKeySequence::MoveToNextChar, Motion::NextCharacter, false},
+    CaretKey{QKeySequence::MoveToPreviousChar, Motion::PreviousCharacter, false},
+    CaretKey{QKeySequence::MoveToNextWord, Motion::NextWord, false},
+    CaretKey{QKeySequence::MoveToPreviousWord, Motion::PreviousWord, false},
+    CaretKey{QKeySequence::MoveToNextLine, Motion::NextRow, false},
+    CaretKey{QKeySequence::MoveToPreviousLine, Motion::PreviousRow, false},
+    CaretKey{QKeySequence::MoveToNextPage, Motion::NextPage, false},
+    CaretKey{QKeySequence::MoveToPreviousPage, Motion::PreviousPage, false},
+    CaretKey{QKeySequence::MoveToStartOfLine, Motion::TextStart, false},
+    CaretKey{QKeySequence::MoveToEndOfLine, Motion::TextEnd, false},
+    CaretKey{QKeySequence::MoveToStartOfDocument, Motion::TextStart, false},
+    CaretKey{QKeySequence::MoveToEndOfDocument, Motion::TextEnd, false},
+    CaretKey{QKeySequence::SelectNextChar, Motion::NextCharacter, true},
+    CaretKey{QKeySequence::SelectPreviousChar, Motion::PreviousCharacter, true},
+    CaretKey{QKeySequence::SelectNextWord, Motion::NextWord, true},
+    CaretKey{QKeySequence::SelectPreviousWord, Motion::PreviousWord, true},
+    CaretKey{QKeySequence::SelectNextLine, Motion::NextRow, true},
+    CaretKey{QKeySequence::SelectPreviousLine, Motion::PreviousRow, true},
+    CaretKey{QKeySequence::SelectNextPage, Motion::NextPage, true},
+    CaretKey{QKeySequence::SelectPreviousPage, Motion::PreviousPage, true},
+    CaretKey{QKeySequence::SelectStartOfLine, Motion::RowStart, true},
+    CaretKey{QKeySequence::SelectEndOfLine, Motion::RowEnd, true},
+    CaretKey{QKeySequence::SelectStartOfDocument, Motion::TextStart, true},
+    CaretKey{QKeySequence::SelectEndOfDocument, Motion::TextEnd, true},
+};
+
+void tellAccessibility(QAccessibleEvent& event)
+{
+    QAccessible::updateAccessibility(&event);
+}
+
+QString withLineFeeds(QString text)
+{
+    if (!text.contains(u'\r'))
+        return text;
+    text.replace("\r\n"_L1, "\n"_L1);
+    return text.replace(u'\r', u'\n');
+}
+
+} // namespace
+
+ChatView::ChatView(QWidget* parent, std::shared_ptr<PictureCache> pictures)
+    : QAbstractScrollArea(parent)
+    , m_layout(m_text, std::make_unique<StyleFormats>(m_tables, font(), palette()))
+    , m_scroll(m_layout)
+    , m_geometry(m_text, m_layout, m_scroll)
+    , m_reader(m_text)
+    , m_pictures(pictures ? std::move(pictures) : std::make_shared<PictureCache>())
+    , m_accessibleChanges(this, m_text, tellAccessibility)
+    , m_findBar(new FindBar(this))
+    , m_unseenNotice(new QToolButton(this))
+{
+    QAccessible::installFactory(&ChatViewAccessible::create);
+    m_tables.styles.indexOf(m_style); // what a text without any run is shown in
+    setFocusPolicy(Qt::StrongFocus);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    viewport()->setBackgroundRole(QPalette::Base);
+    viewport()->setAutoFillBackground(true);
+    viewport()->setMouseTracking(true);
+    setPointerShape(Qt::IBeamCursor);
+    m_unseenNotice->setObjectName(u"unseenNotice"_s);
+    m_unseenNotice->setText(u"New messages below"_s);
+    m_unseenNotice->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_unseenNotice->setArrowType(Qt::DownArrow);
+    m_unseenNotice->setFocusPolicy(Qt::NoFocus);
+    m_unseenNotice->setCursor(Qt::ArrowCursor);
+    m_unseenNotice->hide();
+    connect(m_unseenNotice, &QToolButton::clicked, this, &ChatView::scrollToEnd);
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ChatView::scrolled);
+    connect(verticalScrollBar(), &QScrollBar::sliderReleased, this, &ChatView::scheduleFrame);
+    connect(m_findBar, &FindBar::TextEdited, this,
+            [this] { findNext(SearchDirection::Forward, m_reader.start()); });
+    connect(m_findBar, &FindBar::FindNext, this, [this](SearchDirection direction) {
+        findNext(direction,
+                 direction == SearchDirection::Forward ? m_reader.end() : m_reader.start());
+    });
+    connect(m_findBar, &FindBar::Closed, this, [this] { setFocus(); });
+}
+
+ChatView::~ChatView() = default;
+
+QString ChatView::Text() const
+{
+    return TextRange(0, TextLength());
+}
+
+void ChatView::setText(const QString& text)
+{
+    m_selStart = 0;
+    m_selEnd = m_text.length();
+    setSelText(text);
+    m_selStart = m_selEnd = 0;
+}
+
+QString ChatView::TextRange(qsizetype start, qsizetype length) const
+{
+    start = std::max<qsizetype>(start, 0);
+    const qsizetype end = start + std::min(length, TextLength() - start);
+    if (start >= end)
+        return {};
+    const qsizetype from = m_text.positionOf(start);
+    const qsizetype to = m_text.positionOf(end);
+    QString text = m_text.text(from, to);
+    text.replace("\n"_L1, "\r\n"_L1);
+    // An offset between CR and LF stands for no position of its own.
+    if (m_text.offsetOf(to) < end)
+        text += u'\r';
+    return m_text.offsetOf(from) < start ? text.sliced(1) : text;
+}
+
+void ChatView::setSelStart(qsizetype offset)
+{
+    m_selStart = m_selEnd = m_text.positionOf(offset);
+}
+
+qsizetype ChatView::SelLength() const
+{
+    return m_text.offsetOf(m_selEnd) - m_text.offsetOf(m_selStart);
+}
+
+void ChatView::setSelLength(qsizetype length)
+{
+    const qsizetype reach = std::min(length, TextLength());
+    m_selEnd = std::max(m_text.positionOf(SelStart() + reach), m_selStart);
+}
+
+void ChatView::setSelText(const QString& text)
+{
+    const QString inserted = withLineFeeds(beforeNul(text));
+    if (inserted.isEmpty() && m_selStart == m_selEnd)
+        return;
+    replaceSelection(inserted, attributes());
+}
+
+void ChatView::setSelColor(QRgb color)
+{
+    m_style.color = color | 0xff000000;
+    changeStyle();
+}
+
+void ChatView::setSelBold(bool on)
+{
+    m_style.bold = on;
+    changeStyle();
+}
+
+void ChatView::setSelUnderline(bool on)
+{
+    m_style.underline = on;
+    changeStyle();
+}
+
+void ChatView::setSelStrikeThru(bool on)
+{
+    m_style.strikeThru = on;
+    changeStyle();
+}
+
+void ChatView::setSelFontName(const QString& name)
+{
+    m_style.fontName = beforeNul(name);
+    changeStyle();
+}
+
+void ChatView::setSelFontSize(int points)
+{
+    m_style.fontSize = std::max(points, 1); // a size of 0 cannot be drawn
+    changeStyle();
+}
+
+void ChatView::InsertPicture(const InlinePicture& picture)
+{
+    ChatText::Attributes here = attributes();
+    here.picture = m_tables.pictures.indexOf(picture) + 1;
+    constexpr QChar character = pictureCharacter;
+    replaceSelection(QStringView(&character, 1), here);
+}
+
+qsizetype ChatView::offsetAt(const QPoint& point) const
+{
+    settle();
+    const QPoint inViewport = viewport()->mapFrom(this, point);
+    if (!viewport()->rect().contains(inViewport))
+        return -1;
+    const qsizetype position = m_geometry.characterAt(inText(inViewport));
+    return position < 0 ? -1 : m_text.offsetOf(position);
+}
+
+void ChatView::setPointerShape(Qt::CursorShape shape)
+{
+    if (viewport()->cursor().shape() != shape)
+        viewport()->setCursor(shape);
+}
+
+const TextStyle& ChatView::styleAt(qsizetype position) const
+{
+    const qsizetype line = m_text.lineAt(position);
+    const qsizetype column = position - m_text.lineStart(line);
+    const auto runs = m_text.line(line).runs;
+    const auto next = std::upper_bound(
+        runs.begin(), runs.end(), column,
+        [](qsizetype value, const ChatText::Run& run) { return value < run.start; });
+    return m_tables.styles.at(std::prev(next)->attributes.style);
+}
+
+QString ChatView::copiedText(qsizetype from, qsizetype to) const
+{
+    QString result;
+    for (qsizetype number = m_text.lineAt(from); from < to; ++number) {
+        const ChatText::Line line = m_text.line(number);
+        const qsizetype start = m_text.lineStart(number);
+        for (size_t i = 0; i < line.runs.size(); ++i) {
+            const ChatText::Run& run = line.runs[i];
+            const qsizetype begin = std::max<qsizetype>(from - start, run.start);
+            const qsizetype end = std::min<qsizetype>(to - start, line.runEnd(i));
+            if (begin >= end)
+                continue;
+            if (run.attributes.picture == 0)
+                result += QStringView(line.text).sliced(begin, end - begin);
+            else
+                result +=
+                    m_tables.pictures.at(run.attributes.picture - 1).code.repeated(end - begin);
+        }
+        from = start + line.text.size() + 1;
+        if (from <= to)
+            result += u'\n';
+    }
+    return result;
+}
+
+void ChatView::selectForReader(qsizetype anchor, qsizetype caret)
+{
+    m_reader.select(anchor, caret);
+    readerMoved();
+    finishReaderSelection();
+}
+
+void ChatView::scrollToPosition(qsizetype position)
+{
+    settle();
+    m_geometry.scrollTo(position);
+    scheduleFrame();
+}
+
+QRect ChatView::characterRect(qsizetype position) const
+{
+    settle();
+    return m_geometry.character(position).translated(sideMargin, 0);
+}
+
+void ChatView::copy() const
+{
+    if (!m_reader.isEmpty())
+        QApplication::clipboard()->setText(selectedText());
+}
+
+void ChatView::selectAll()
+{
+    selectForReader(0, m_text.length());
+}
+
+void ChatView::find()
+{
+    m_findBar->open();
+    placeOverlays();
+}
+
+void ChatView::scrollToEnd()
+{
+    m_scroll.follow();
+    scheduleFrame();
+}
+
+void ChatView::paintEvent(QPaintEvent* event)
+{
+    settle();
+    QPainter painter(viewport());
+    const auto group = hasFocus() || m_findBar->isVisible() ? QPalette::Active : QPalette::Inactive;
+    LineLayout::Selection selection;
+    selection.background = palette().color(group, QPalette::Highlight);
+    selection.foreground = palette().color(group, QPalette::HighlightedText);
+    const QRect clip = event->rect();
+    int top = m_scroll.top(m_scroll.firstLine());
+    for (qsizetype line = m_scroll.firstLine(); line <= m_scroll.lastLine(); ++line) {
+        const int height = m_layout.exactHeight(line);
+        if (height > 0 && top <= clip.bottom() && top + height > clip.top()) {
+            const qsizetype start = m_text.lineStart(line);
+            const qsizetype beyond = m_text.lineEnd(line) - start + 1;
+            selection.start =
+                static_cast<int>(std::clamp<qsizetype>(m_reader.start() - start, 0, beyond));
+            selection.end =
+                static_cast<int>(std::clamp<qsizetype>(m_reader.end() - start, 0, beyond));
+            m_layout.line(line).draw(painter, {sideMargin, top}, selection, *m_pictures, clip);
+        }
+        top += height;
+    }
+    if (hasFocus() && m_geometry.isInSight(m_reader.caret())) {
+        const QRect caret = m_geometry.caret(m_reader.caret()).translated(sideMargin, 0);
+        painter.fillRect(caret, palette().color(QPalette::Text));
+    }
+}
+
+void ChatView::resizeEvent(QResizeEvent* event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    m_scroll.setHeight(viewport()->height());
+    m_layout.setWidth(std::max(viewport()->width() - 2 * sideMargin, 1));
+    placeOverlays();
+    if (isVisible())
+        showFrame();
+}
+
+void ChatView::showEvent(QShowEvent* event)
+{
+    QAbstractScrollArea::showEvent(event);
+    showFrame();
+}
+
+void ChatView::changeEvent(QEvent* event)
+{
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::PaletteChange)
+        return;
+    m_layout.setFormats(std::make_unique<StyleFormats>(m_tables, font(), palette()));
+    scheduleFrame();
+}
+
+void ChatView::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() == m_frame.timerId())
+        showFrame();
+    else if (event->timerId() == m_autoScroll.timerId())
+        drag();
+    else
+        QAbstractScrollArea::timerEvent(event);
+}
+
+void ChatView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    settle();
+    const qsizetype position = m_geometry.positionAt(inText(event->pos()));
+    const bool isTriple =
+        m_doubleClickTime != 0 &&
+        event->timestamp() - m_doubleClickTime <
+            static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval()) &&
+        (event->pos() - m_doubleClickPoint).manhattanLength() < QApplication::startDragDistance();
+    m_doubleClickTime = 0;
+    if (isTriple)
+        m_reader.begin(position, ReaderSelection::Unit::Line);
+    else if (event->modifiers().testFlag(Qt::ShiftModifier))
+        m_reader.select(m_reader.anchor(), position);
+    else
+        m_reader.begin(position, ReaderSelection::Unit::Character);
+    m_isDragging = true;
+    readerMoved();
+}
+
+void ChatView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_isDragging && event->buttons().testFlag(Qt::LeftButton)) {
+        m_dragPoint = event->pos();
+        drag();
+    }
+    Q_EMIT MouseMove(viewport()->mapTo(this, event->pos()));
+}
+
+void ChatView::mouseReleaseEvent(QMouseEvent* event)
+{
+    const bool isLeft = event->button() == Qt::LeftButton;
+    if (isLeft) {
+        m_isDragging = false;
+        m_autoScroll.stop();
+    }
+    finishReaderSelection();
+    Q_EMIT MouseUp(viewport()->mapTo(this, event->pos()));
+    if (isLeft)
+        Q_EMIT Click();
+}
+
+void ChatView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    settle();
+    m_reader.begin(m_geometry.positionAt(inText(event->pos())), ReaderSelection::Unit::Word);
+    m_isDragging = true;
+    m_doubleClickTime = event->timestamp();
+    m_doubleClickPoint = event->pos();
+    readerMoved();
+    Q_EMIT DblClick();
+}
+
+void ChatView::contextMenuEvent(QContextMenuEvent* event)
+{
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    QAction* copying = menu->addAction(u"&Copy"_s, QKeySequence::Copy, this, &ChatView::copy);
+    copying->setEnabled(!m_reader.isEmpty());
+    menu->addAction(u"Select &All"_s, QKeySequence::SelectAll, this, &ChatView::selectAll);
+    menu->addSeparator();
+    menu->addAction(u"&Find..."_s, QKeySequence::Find, this, &ChatView::find);
+    menu->popup(event->globalPos());
+}
+
+void ChatView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy))
+        copy();
+    else if (event->matches(QKeySequence::SelectAll))
+        selectAll();
+    else if (event->matches(QKeySequence::Find))
+        find();
+    else if (!moveByKey(*event))
+        event->ignore(); // the window may know what to do with it
+}
+
+void ChatView::keyReleaseEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Shift)
+        finishReaderSelection();
+    QAbstractScrollArea::keyReleaseEvent(event);
+}
+
+void ChatView::focusInEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    scheduleFrame();
+}
+
+void ChatView::focusOutEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusOutEvent(event);
+    scheduleFrame();
+}
+
+void ChatView::replaceSelection(QStringView text, ChatText::Attributes attributes)
+{
+    const qsizetype start = m_selStart;
+    const qsizetype length = m_selEnd - m_selStart;
+    m_accessibleChanges.aboutToReplace(start, length, text);
+    const ChatText::Change change = m_text.replace(start, length, text, attributes);
+    m_selStart = m_selEnd = start + change.added;
+    textChanged(change);
+    raiseChange(m_text.offsetOf(start));
+}
+
+ChatText::Attributes ChatView::attributes()
+{
+    if (!m_styleIsKnown) {
+        m_styleIndex = m_tables.styles.indexOf(m_style);
+        m_styleIsKnown = true;
+    }
+    return {m_styleIndex, 0};
+}
+
+void ChatView::textChanged(const ChatText::Change& change)
+{
+    m_layout.textChanged(change);
+    m_scroll.textChanged(change);
+    m_reader.textChanged(change);
+    m_hasUnseen |= !m_scroll.isFollowing() && change.added > 0;
+    scheduleFrame();
+}
+
+void ChatView::scheduleFrame()
+{
+    if (m_frame.isActive() || !isVisible())
+        return;
+    const qint64 elapsed = m_sinceFrame.isValid() ? m_sinceFrame.elapsed() : frameMilliseconds;
+    const qint64 wait = std::clamp<qint64>(frameMilliseconds - elapsed, 0, frameMilliseconds);
+    m_frame.start(static_cast<int>(wait), Qt::PreciseTimer, this);
+}
+
+void ChatView::showFrame()
+{
+    m_frame.stop();
+    m_sinceFrame.start();
+    settle();
+    syncScrollBar();
+    m_hasUnseen &= !m_scroll.isFollowing();
+    m_unseenNotice->setVisible(m_hasUnseen);
+    viewport()->update();
+    if (QAccessible::isActive())
+        m_accessibleChanges.textShown();
+    else
+        m_accessibleChanges.skipNewText();
+}
+
+void ChatView::settle() const
+{
+    m_scroll.settle();
+}
+
+void ChatView::syncScrollBar()
+{
+    QScrollBar* bar = verticalScrollBar();
+    if (bar->isSliderDown())
+        return; // it must not slip away under the pointer
+    m_settingBar = true;
+    m_barValue = static_cast<int>(m_scroll.value());
+    bar->setPageStep(m_scroll.height());
+    bar->setSingleStep(wheelStep);
+    bar->setRange(0, static_cast<int>(m_scroll.maximum()));
+    bar->setEnabled(bar->maximum() > 0);
+    bar->setValue(m_barValue);
+    m_settingBar = false;
+}
+
+void ChatView::scrolled(int value)
+{
+    if (m_settingBar)
+        return;
+    const int moved = value - m_barValue;
+    m_barValue = value;
+    if (value == verticalScrollBar()->maximum()) {
+        m_scroll.follow();
+        settle();
+    } else if (value > 0 && std::abs(moved) <= 2 * m_scroll.height()) {
+        m_scroll.scrollBy(moved); // exactly, where a value would only be an estimate
+    } else {
+        m_scroll.scrollTo(value);
+    }
+    syncScrollBar();
+    scheduleFrame();
+}
+
+void ChatView::placeOverlays()
+{
+    const QRect area = viewport()->geometry();
+    m_findBar->adjustSize();
+    m_findBar->move(area.right() - m_findBar->width() - overlayMargin, area.top() + overlayMargin);
+    m_unseenNotice->adjustSize();
+    m_unseenNotice->move(area.center().x() - m_unseenNotice->width() / 2,
+                         area.bottom() - m_unseenNotice->height() - overlayMargin);
+}
+
+// Also while the pointer rests beyond an edge: the text then moves under it.
+void ChatView::drag()
+{
+    settle();
+    const int above = std::min(m_dragPoint.y(), 0);
+    const int below = std::max(m_dragPoint.y() - viewport()->height(), 0);
+    if (above == 0 && below == 0) {
+        m_autoScroll.stop();
+    } else {
+        m_scroll.scrollBy(above + below);
+        if (!m_autoScroll.isActive())
+            m_autoScroll.start(autoScrollMilliseconds, this);
+    }
+    QPoint inside = m_dragPoint;
+    inside.setY(std::clamp(inside.y(), 0, viewport()->height() - 1));
+    m_reader.dragTo(m_geometry.positionAt(inText(inside)));
+    readerMoved();
+}
+
+void ChatView::readerMoved()
+{
+    m_selectionIsNew = true;
+    scheduleFrame();
+    m_accessibleChanges.readerMoved(m_reader);
+}
+
+void ChatView::finishReaderSelection()
+{
+    m_selStart = m_reader.start();
+    m_selEnd = m_reader.end();
+    QClipboard* clipboard = QApplication::clipboard();
+    if (m_selectionIsNew && clipboard->supportsSelection() && !m_reader.isEmpty())
+        clipboard->setText(selectedText(), QClipboard::Selection);
+    m_selectionIsNew = false;
+}
+
+void ChatView::moveCaret(CaretGeometry::Motion motion, bool select)
+{
+    settle();
+    qsizetype caret = m_reader.caret();
+    if (!m_geometry.isInSight(caret) && (!select || m_reader.isEmpty())) {
+        // A caret that was left far away would take the reader there.
+        const bool isBelow = m_text.lineAt(caret) > m_scroll.lastLine();
+        caret = m_geometry.positionAt({0, isBelow ? m_scroll.height() - 1 : 0});
+        if (m_scroll.isFollowing())
+            caret = m_text.length();
+    }
+    const qsizetype anchor = m_reader.isEmpty() ? caret : m_reader.anchor();
+    const qsizetype moved = m_geometry.moved(caret, motion);
+    m_reader.select(select ? anchor : moved, moved);
+    m_geometry.scrollTo(moved);
+    if (motion == Motion::TextEnd)
+        m_scroll.follow();
+    readerMoved();
+    if (!select)
+        finishReaderSelection();
+}
+
+bool ChatView::moveByKey(const QKeyEvent& event)
+{
+    const auto key = std::find_if(caretKeys.begin(), caretKeys.end(),
+                                  [&](const CaretKey& entry) { return event.matches(entry.key); });
+    if (key == caretKeys.end())
+        return false;
+    moveCaret(key->motion, key->selects);
+    return true;
+}
+
+void ChatView::findNext(SearchDirection direction, qsizetype from)
+{
+    const QString wanted = m_findBar->text();
+    const auto found = findText(m_text, wanted, from, direction);
+    m_findBar->showResult(found || wanted.isEmpty());
+    placeOverlays();
+    if (!found)
+        return;
+    m_reader.select(*found, *found + wanted.size());
+    settle();
+    const QRect bar(viewport()->mapFrom(this, m_findBar->pos()), m_findBar->size());
+    const bool isCovered =
+        characterRect(*found).united(characterRect(m_reader.caret())).intersects(bar);
+    if (isCovered || !m_geometry.isInSight(*found) || !m_geometry.isInSight(m_reader.caret()))
+        m_scroll.centre(m_text.lineAt(*found));
+    m_geometry.scrollTo(*found);
+    readerMoved();
+    finishReaderSelection();
+}
+
+QPoint ChatView::inText(QPoint viewportPoint) const
+{
+    return viewportPoint - QPoint(sideMargin, 0);
+}
+
+QString ChatView::selectedText() const
+{
+    return copiedText(m_reader.start(), m_reader.end());
+}

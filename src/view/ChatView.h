@@ -1,0 +1,165 @@
+#pragma once
+
+#include "view/AccessibleChanges.h"
+#include "view/AttributeTables.h"
+#include "view/CaretGeometry.h"
+#include "view/ChatLayout.h"
+#include "view/ChatScroll.h"
+#include "view/ChatText.h"
+#include "view/ReaderSelection.h"
+#include "view/RichTextBox.h"
+#include "view/TextSearch.h"
+
+#include <QAbstractScrollArea>
+#include <QBasicTimer>
+#include <QElapsedTimer>
+
+#include <memory>
+
+class FindBar;
+class PictureCache;
+class QMenu;
+class QToolButton;
+
+// RichTextBox for text that only grows: a line costs the same however many there are before it,
+// and is laid out when it comes into sight. Stays at the newest line unless the reader has
+// scrolled up. Paints at most once a frame.
+//
+// It has two selections. Writers move theirs with SelStart and SelLength; nobody sees it. The
+// reader's is on the screen, belongs to mouse, keyboard and the find bar, and stays on its text
+// whatever is written. When the reader has changed his (a button or key released, not while
+// dragging), the writers' becomes equal to it, so SelLength tells how much the reader has selected
+// until somebody writes.
+class ChatView final : public QAbstractScrollArea, public RichTextBox
+{
+    Q_OBJECT
+public:
+    explicit ChatView(QWidget* parent = nullptr, std::shared_ptr<PictureCache> pictures = nullptr);
+    ~ChatView() override;
+
+    QString Text() const override;
+    void setText(const QString& text) override;
+    qsizetype TextLength() const override { return m_text.offsetLength(); }
+    QString TextRange(qsizetype start, qsizetype length) const override;
+    qsizetype SelStart() const override { return m_text.offsetOf(m_selStart); }
+    void setSelStart(qsizetype offset) override;
+    qsizetype SelLength() const override;
+    void setSelLength(qsizetype length) override;
+    QString SelText() const override { return TextRange(SelStart(), SelLength()); }
+    void setSelText(const QString& text) override;
+
+    QRgb SelColor() const override { return m_style.color; }
+    void setSelColor(QRgb color) override;
+    bool SelBold() const override { return m_style.bold; }
+    void setSelBold(bool on) override;
+    bool SelUnderline() const override { return m_style.underline; }
+    void setSelUnderline(bool on) override;
+    bool SelStrikeThru() const override { return m_style.strikeThru; }
+    void setSelStrikeThru(bool on) override;
+    QString SelFontName() const override { return m_style.fontName; }
+    void setSelFontName(const QString& name) override;
+    int SelFontSize() const override { return m_style.fontSize; }
+    void setSelFontSize(int points) override;
+
+    void InsertPicture(const InlinePicture& picture) override;
+
+    // Layout is put off to the next frame in any case.
+    void beginEdit() override {}
+    void endEdit() override {}
+
+    // The offset of the character under a point of the widget, -1 outside the text.
+    qsizetype offsetAt(const QPoint& point) const;
+    void setPointerShape(Qt::CursorShape shape);
+
+    const ChatText& chatText() const { return m_text; }
+    const ReaderSelection& readerSelection() const { return m_reader; }
+    const TextStyle& styleAt(qsizetype position) const;
+    // The text between two positions with LF as line end and the code of each picture.
+    QString copiedText(qsizetype from, qsizetype to) const;
+    void selectForReader(qsizetype anchor, qsizetype caret);
+    void scrollToPosition(qsizetype position);
+    bool isFollowing() const { return m_scroll.isFollowing(); }
+    // In coordinates of the viewport.
+    QRect characterRect(qsizetype position) const;
+
+    void copy() const;
+    void selectAll();
+    void find();
+    void scrollToEnd();
+
+Q_SIGNALS:
+    void Click();
+    void DblClick();
+    void MouseMove(const QPoint& point);
+    void MouseUp(const QPoint& point);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void replaceSelection(QStringView text, ChatText::Attributes attributes);
+    ChatText::Attributes attributes();
+    void changeStyle() { m_styleIsKnown = false; }
+    void textChanged(const ChatText::Change& change);
+
+    void scheduleFrame();
+    void showFrame();
+    void settle() const;
+    void syncScrollBar();
+    void scrolled(int value);
+    void placeOverlays();
+
+    void drag();
+    void readerMoved();
+    void finishReaderSelection();
+    void moveCaret(CaretGeometry::Motion motion, bool select);
+    bool moveByKey(const QKeyEvent& event);
+    void findNext(SearchDirection direction, qsizetype from);
+    QPoint inText(QPoint viewportPoint) const;
+    QString selectedText() const;
+
+    AttributeTables m_tables;
+    ChatText m_text;
+    // Laying out on demand does not change what the view shows.
+    mutable ChatLayout m_layout;
+    mutable ChatScroll m_scroll;
+    mutable CaretGeometry m_geometry;
+    ReaderSelection m_reader;
+    std::shared_ptr<PictureCache> m_pictures;
+
+    qsizetype m_selStart = 0; // positions
+    qsizetype m_selEnd = 0;
+    TextStyle m_style;
+    quint16 m_styleIndex = 0;
+    bool m_styleIsKnown = false;
+
+    QBasicTimer m_frame;
+    QElapsedTimer m_sinceFrame;
+    bool m_settingBar = false;
+    int m_barValue = 0;
+    bool m_hasUnseen = false;
+    AccessibleChanges m_accessibleChanges;
+
+    QBasicTimer m_autoScroll;
+    QPoint m_dragPoint;
+    bool m_isDragging = false;
+    bool m_selectionIsNew = false; // other programs do not have it yet
+    quint64 m_doubleClickTime = 0;
+    QPoint m_doubleClickPoint;
+
+    FindBar* m_findBar;
+    QToolButton* m_unseenNotice;
+};

@@ -1,0 +1,65 @@
+#include "view/PackedText.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr char16_t placeholder = QChar::ObjectReplacementCharacter;
+
+bool isNarrow(char16_t c)
+{
+    return c <= 0xff || c == placeholder;
+}
+
+char narrowed(char16_t c)
+{
+    return c == placeholder ? '\0' : static_cast<char>(c);
+}
+
+} // namespace
+
+qsizetype PackedText::size() const
+{
+    return std::visit([](const auto& text) { return static_cast<qsizetype>(text.size()); }, m_text);
+}
+
+QString PackedText::mid(qsizetype from, qsizetype length) const
+{
+    if (const auto* wide = std::get_if<Wide>(&m_text))
+        return QString::fromUtf16(wide->data() + from, length);
+    QString text = QString::fromLatin1(std::get<Narrow>(m_text).data() + from, length);
+    if (text.contains(QChar(u'\0')))
+        text.replace(QChar(u'\0'), QChar(placeholder));
+    return text;
+}
+
+void PackedText::replace(qsizetype from, qsizetype length, QStringView text)
+{
+    const char16_t* begin = text.utf16();
+    const char16_t* end = begin + text.size();
+    if (std::holds_alternative<Narrow>(m_text) && !std::all_of(begin, end, isNarrow))
+        widen();
+    if (auto* wide = std::get_if<Wide>(&m_text)) {
+        wide->replace(from, length, begin, text.size());
+        return;
+    }
+    auto& narrow = std::get<Narrow>(m_text);
+    narrow.replace(from, length, text.size(), '\0');
+    std::transform(begin, end, narrow.begin() + from, narrowed);
+}
+
+void PackedText::append(const PackedText& text)
+{
+    replace(size(), 0, text.mid(0, text.size()));
+}
+
+void PackedText::squeeze()
+{
+    std::visit([](auto& text) { text.shrink_to_fit(); }, m_text);
+}
+
+void PackedText::widen()
+{
+    const QString text = mid(0, size());
+    m_text = Wide(reinterpret_cast<const char16_t*>(text.utf16()), text.size());
+}

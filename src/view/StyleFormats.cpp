@@ -1,0 +1,148 @@
+#include "view/StyleFormats.h"
+
+#include <QFontMetricsF>
+#include <QPalette>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int rowSpacing = 2;
+constexpr int readableLightness = 170;
+constexpr QChar pictureStandIn = u'*'; // neutral for the direction of the text around it
+
+// By how bright it looks: pure blue is as saturated as pure yellow, and dark.
+bool isDark(const QColor& color)
+{
+    return qGray(color.rgb()) < 110;
+}
+
+} // namespace
+
+StyleFormats::StyleFormats(const AttributeTables& tables, const QFont& font,
+                           const QPalette& palette)
+    : m_tables(tables)
+    , m_font(font)
+    , m_text(palette.color(QPalette::Text))
+    , m_darkBase(isDark(palette.color(QPalette::Base)))
+{
+}
+
+const QFont& StyleFormats::font(quint16 style) const
+{
+    return entry(style).face->font;
+}
+
+QList<QTextLayout::FormatRange> StyleFormats::formats(const ChatText::Line& line) const
+{
+    QList<QTextLayout::FormatRange> ranges;
+    ranges.reserve(static_cast<qsizetype>(line.runs.size()));
+    for (size_t i = 0; i < line.runs.size(); ++i) {
+        const int start = line.runs[i].start;
+        ranges.append({start, line.runEnd(i) - start, format(line.runs[i].attributes)});
+    }
+    return ranges;
+}
+
+StyleFormats::Extent StyleFormats::estimate(const ChatText::Line& line) const
+{
+    Extent extent;
+    for (size_t i = 0; i < line.runs.size(); ++i) {
+        const ChatText::Attributes attributes = line.runs[i].attributes;
+        const Face& face = *entry(attributes.style).face;
+        extent.rowHeight = std::max(extent.rowHeight, rowHeight(face.ascent, face.descent));
+        const int end = line.runEnd(i);
+        if (attributes.picture != 0) {
+            const QSize size = picture(attributes).size;
+            extent.width += static_cast<float>(size.width() * (end - line.runs[i].start));
+            extent.rowHeight = std::max(extent.rowHeight, rowHeight(size.height(), 0));
+            continue;
+        }
+        for (int at = line.runs[i].start; at < end; ++at) {
+            const char16_t c = line.text[at].unicode();
+            extent.width += c < face.advances.size() ? face.advances[c] : face.wideAdvance;
+        }
+    }
+    return extent;
+}
+
+const InlinePicture& StyleFormats::picture(ChatText::Attributes attributes) const
+{
+    return m_tables.pictures.at(attributes.picture - 1);
+}
+
+int StyleFormats::rowHeight(qreal ascent, qreal descent)
+{
+    return static_cast<int>(std::ceil(ascent) + std::ceil(descent)) + rowSpacing;
+}
+
+const StyleFormats::Entry& StyleFormats::entry(quint16 style) const
+{
+    if (style >= m_entries.size())
+        m_entries.resize(style + 1);
+    Entry& entry = m_entries[style];
+    if (entry.face)
+        return entry;
+    const TextStyle& look = m_tables.styles.at(style);
+    entry.face = &face(look);
+    entry.format.setFont(entry.face->font);
+    entry.format.setForeground(shownColor(look.color));
+    entry.format.setFontUnderline(look.underline);
+    entry.format.setFontStrikeOut(look.strikeThru);
+    return entry;
+}
+
+const StyleFormats::Face& StyleFormats::face(const TextStyle& style) const
+{
+    QFont font = m_font;
+    if (!style.fontName.isEmpty())
+        font.setFamilies({style.fontName});
+    if (style.fontSize > 0)
+        font.setPointSize(style.fontSize);
+    font.setBold(style.bold);
+    const auto [place, isNew] = m_faces.try_emplace(font);
+    Face& face = place->second;
+    if (!isNew)
+        return face;
+    const QFontMetricsF metrics(font);
+    face.font = font;
+    face.ascent = metrics.ascent();
+    face.descent = metrics.descent();
+    face.wideAdvance = static_cast<float>(metrics.horizontalAdvance(u'm'));
+    for (size_t c = 0; c < face.advances.size(); ++c) {
+        const QChar character(static_cast<char16_t>(c));
+        face.advances[c] = static_cast<float>(metrics.horizontalAdvance(character));
+    }
+    return face;
+}
+
+QTextCharFormat StyleFormats::format(ChatText::Attributes attributes) const
+{
+    const Entry& style = entry(attributes.style);
+    if (attributes.picture == 0)
+        return style.format;
+    // The stand-in is not seen; its spacing makes it as wide as the picture.
+    QFont font = style.face->font;
+    font.setKerning(false);
+    font.setLetterSpacing(QFont::AbsoluteSpacing,
+                          picture(attributes).size.width() -
+                              QFontMetricsF(font).horizontalAdvance(pictureStandIn));
+    QTextCharFormat format;
+    format.setFont(font);
+    format.setForeground(Qt::transparent);
+    return format;
+}
+
+// The colours of chat are made for a light base. On a dark one the dark ones are made light, and
+// black, which is also the text that names no colour, becomes the palette's text.
+QColor StyleFormats::shownColor(QRgb color) const
+{
+    const QColor named = QColor::fromRgb(color);
+    if (!m_darkBase || !isDark(named))
+        return named;
+    if (named == QColor(Qt::black))
+        return m_text;
+    return QColor::fromHsl(named.hslHue(), named.hslSaturation(),
+                           std::max(255 - named.lightness(), readableLightness));
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "view/AttributeTables.h"
+#include "view/ChatText.h"
+
+#include <QPalette>
+#include <QTextLayout>
+
+#include <array>
+#include <map>
+#include <vector>
+
+// The fonts and colours that the styles of a view come to, and cheap guesses of how much room
+// text in them takes.
+class StyleFormats final
+{
+public:
+    struct Extent
+    {
+        float width = 0; // of the whole line in one row
+        int rowHeight = 0;
+    };
+
+    StyleFormats(const AttributeTables& tables, const QFont& font, const QPalette& palette);
+
+    const AttributeTables& tables() const { return m_tables; }
+    const QFont& font(quint16 style) const;
+    QList<QTextLayout::FormatRange> formats(const ChatText::Line& line) const;
+    // From a table of character widths, without shaping.
+    Extent estimate(const ChatText::Line& line) const;
+
+    const InlinePicture& picture(ChatText::Attributes attributes) const;
+    static int rowHeight(qreal ascent, qreal descent);
+
+private:
+    struct Face
+    {
+        QFont font;
+        std::array<float, 256> advances{};
+        float wideAdvance = 0;
+        qreal ascent = 0;
+        qreal descent = 0;
+    };
+    struct Entry
+    {
+        const Face* face = nullptr;
+        QTextCharFormat format;
+    };
+
+    const Entry& entry(quint16 style) const;
+    const Face& face(const TextStyle& style) const;
+    QTextCharFormat format(ChatText::Attributes attributes) const;
+    QColor shownColor(QRgb color) const;
+
+    const AttributeTables& m_tables;
+    QFont m_font;
+    QColor m_text;
+    bool m_darkBase;
+    // Filled as styles are first seen.
+    mutable std::map<QFont, Face> m_faces;
+    mutable std::vector<Entry> m_entries;
+};

@@ -1,0 +1,233 @@
+#include "wire/TcpWinsock.h"
+
+#include "wire/Windows1252.h"
+
+#include <QNetworkProxy>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include <functional>
+#include <utility>
+
+#include <unistd.h>
+
+namespace {
+
+// Reading is paced by this: what does not fit stays with the sender until it is asked for.
+constexpr qint64 readBufferSize = 64 * 1024;
+
+// How long a closed connection may still take to hand over what was sent on it.
+constexpr int lingerMilliseconds = 3000;
+
+class RequestServer final : public QTcpServer
+{
+public:
+    explicit RequestServer(std::function<void(qintptr)> request)
+        : m_request(std::move(request))
+    {
+    }
+
+protected:
+    void incomingConnection(qintptr descriptor) override { m_request(descriptor); }
+
+private:
+    std::function<void(qintptr)> m_request;
+};
+
+void letGo(QTcpSocket* socket)
+{
+    socket->disconnect();
+    socket->setParent(nullptr);
+    if (socket->state() == QAbstractSocket::ConnectedState && socket->bytesToWrite() > 0) {
+        QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        QTimer::singleShot(lingerMilliseconds, socket, &QObject::deleteLater);
+        socket->disconnectFromHost();
+        return;
+    }
+    socket->abort();
+    socket->deleteLater();
+}
+
+} // namespace
+
+TcpWinsock::TcpWinsock(QObject* parent)
+    : Winsock(parent)
+{
+}
+
+TcpWinsock::~TcpWinsock()
+{
+    drop();
+}
+
+void TcpWinsock::Connect()
+{
+    drop();
+    auto* socket = new QTcpSocket(this);
+    adopt(socket);
+    if (m_localAddress != QHostAddress(QHostAddress::Any))
+        socket->bind(m_localAddress);
+    m_state = ResolvingHost;
+    connect(socket, &QTcpSocket::hostFound, this, [this] { m_state = Connecting; });
+    connect(
+        socket, &QTcpSocket::connected, this,
+        [this, generation = m_generation] {
+            if (generation != m_generation)
+                return;
+            m_state = Connected;
+            Q_EMIT ConnectEvent();
+        },
+        Qt::QueuedConnection);
+    socket->connectToHost(RemoteHost, static_cast<quint16>(RemotePort));
+}
+
+void TcpWinsock::Listen()
+{
+    drop();
+    // A queued delivery is what lets the handler close the listener it was called from.
+    m_server = std::make_unique<RequestServer>([this](qintptr descriptor) {
+        if (m_pendingRequest != -1) {
+            ::close(static_cast<int>(descriptor));
+            return;
+        }
+        m_pendingRequest = descriptor;
+        QMetaObject::invokeMethod(
+            m_server.get(),
+            [this, descriptor, generation = m_generation] {
+                if (generation != m_generation)
+                    return;
+                m_answeringRequest = true; // its handler closes the listener, not the request
+                Q_EMIT ConnectionRequest(descriptor);
+                m_answeringRequest = false;
+                refusePendingRequest();
+            },
+            Qt::QueuedConnection);
+    });
+    m_server->setProxy(QNetworkProxy::NoProxy);
+    if (m_server->listen(m_localAddress, static_cast<quint16>(LocalPort)))
+        m_state = Listening;
+    else
+        m_server.reset();
+}
+
+void TcpWinsock::Accept(qintptr requestID)
+{
+    if (m_pendingRequest != requestID)
+        return;
+    m_pendingRequest = -1;
+    auto* socket = new QTcpSocket(this);
+    if (!socket->setSocketDescriptor(requestID)) {
+        delete socket;
+        ::close(static_cast<int>(requestID));
+        return;
+    }
+    adopt(socket);
+    m_state = Connected;
+    RemotePort = socket->peerPort();
+}
+
+void TcpWinsock::Close()
+{
+    drop();
+}
+
+QString TcpWinsock::GetData()
+{
+    return m_socket ? fromWindows1252(m_socket->readAll()) : QString();
+}
+
+void TcpWinsock::SendData(const QString& text)
+{
+    if (!m_socket || m_state != Connected)
+        return;
+    m_socket->write(toWindows1252(text));
+    m_socket->flush(); // so that a line sent just before Close() is on its way
+}
+
+void TcpWinsock::setEventsHeld(bool held)
+{
+    m_held = held;
+    if (!held)
+        scheduleDelivery();
+}
+
+void TcpWinsock::adopt(QTcpSocket* socket)
+{
+    m_socket = socket;
+    socket->setProxy(QNetworkProxy::NoProxy);
+    socket->setReadBufferSize(readBufferSize);
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    // readyRead() is not raised again inside its own slot, hence queued.
+    connect(socket, &QTcpSocket::readyRead, this, &TcpWinsock::deliver, Qt::QueuedConnection);
+    connect(
+        socket, &QTcpSocket::errorOccurred, this,
+        [this, generation = m_generation](QAbstractSocket::SocketError error) {
+            if (generation != m_generation)
+                return;
+            if (error == QAbstractSocket::RemoteHostClosedError)
+                m_peerHasGone = true;
+            else
+                m_failure = Failure{error, m_socket->errorString()};
+            deliver();
+        },
+        Qt::QueuedConnection);
+}
+
+void TcpWinsock::refusePendingRequest()
+{
+    if (m_pendingRequest != -1)
+        ::close(static_cast<int>(std::exchange(m_pendingRequest, -1)));
+}
+
+void TcpWinsock::drop()
+{
+    ++m_generation;
+    m_state = Closed;
+    m_peerHasGone = false;
+    m_failure.reset();
+    m_deliveryScheduled = false;
+    if (!m_answeringRequest)
+        refusePendingRequest();
+    if (m_server) {
+        m_server->close(); // the port is free again at once
+        m_server.release()->deleteLater();
+    }
+    if (m_socket)
+        letGo(std::exchange(m_socket, nullptr));
+}
+
+void TcpWinsock::deliver()
+{
+    m_deliveryScheduled = false;
+    if (!m_socket || m_held)
+        return;
+    if (m_nesting >= maximumNesting)
+        return; // the frame that unwinds schedules the rest
+    if (const qint64 waiting = m_socket->bytesAvailable(); waiting > 0) {
+        ++m_nesting;
+        Q_EMIT DataArrival(waiting);
+        --m_nesting;
+        scheduleDelivery();
+        return;
+    }
+    if (m_failure) {
+        const Failure failure = *std::exchange(m_failure, std::nullopt);
+        m_state = Failed;
+        Q_EMIT ErrorEvent(failure.number, failure.description);
+    } else if (m_peerHasGone && m_state == Connected) {
+        m_state = Closing;
+        Q_EMIT CloseEvent();
+    }
+}
+
+void TcpWinsock::scheduleDelivery()
+{
+    if (!m_socket || m_deliveryScheduled)
+        return;
+    if (m_socket->bytesAvailable() == 0 && !m_peerHasGone && !m_failure)
+        return;
+    m_deliveryScheduled = true;
+    QMetaObject::invokeMethod(
+        m_socket, [this] { deliver(); }, Qt::QueuedConnection);
+}
