@@ -170,7 +170,7 @@ void measure(int lines, const QString& address)
     QElapsedTimer time;
     time.start();
     messenger.chatRoom().connection.SendData(u"go"_s);
-    // Lines may be handled out of their order: it is their number that tells.
+    // Counted, not looked at: the last of them need not be known by its text.
     waitUntil([&] { return view.lineCount() >= linesBefore + lines; });
     const double inView = static_cast<double>(time.nsecsElapsed()) / 1e3;
     const double cpuInView = cpuSeconds() - cpu;

@@ -20,8 +20,8 @@ class SvgPicture;
 class UserStore;
 class xpButton;
 
-// The program's small home window: takes nickname and password, starts the session, shows a
-// moving strip while the connection stands. It is never unloaded: closing it hides it.
+// Where a user signs in and out: two fields, four boxes, and a strip that moves as long as there
+// is a connection. It lives as long as the program: closing it hides it.
 class Login final : public QWidget, public SignInForm
 {
     Q_OBJECT
@@ -107,7 +107,7 @@ private:
     QLabel* Label8 = nullptr;
     QLineEdit* Text1 = nullptr;
     QLineEdit* Text2 = nullptr;
-    QString Text3; // the password of this session when it is not to be remembered
+    QString Text3; // a password that is used once and not stored
     QCheckBox* check1 = nullptr;
     QCheckBox* check2 = nullptr;
     QCheckBox* Check3 = nullptr;

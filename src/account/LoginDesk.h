@@ -10,7 +10,7 @@ class LoginDesk
 public:
     virtual ~LoginDesk() = default;
 
-    virtual void stopRetrying() = 0; // Channel.Timer1.Enabled = False
+    virtual void stopRetrying() = 0; // no attempt follows by itself
     virtual void loadChannel() = 0;
     virtual void mnu_File_Connect_Click() = 0;
     virtual void mnu_File_Disconnect_Click() = 0;

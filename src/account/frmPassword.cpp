@@ -99,8 +99,8 @@ void frmPassword::cmdOk_Click()
     if (password.isEmpty())
         return;
     // The caption is the mode. The command for a new password would have to be put together in a
-    // line holder, which this form has not got: the failure is what ends the program here, and
-    // the new password never leaves the machine.
+    // line holder, which this form has not got. So the program ends here, and nothing of what was
+    // typed goes out.
     if (windowTitle() == changeCaption())
         throw RunTimeError(RunTimeError::Number::ObjectRequired);
     m_desk.server.SendData("IDENTIFY "_L1 + password);

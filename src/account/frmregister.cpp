@@ -80,7 +80,7 @@ void frmregister::cmdRegister_Click()
     }
     if (!self)
         return;
-    // A missing field closes the form as well.
+    // Closes even if something was left out.
     for (QLineEdit* field : {Text1, Text2, Text3})
         field->setEnabled(false);
     Unload();

@@ -37,7 +37,7 @@ private:
     Side m_no;
 };
 
-// The small switches of the Option menu, and the entry that clears the screen.
+// Private talk and sounds, each on or off, and the entry that clears the screen.
 class ChatOptions final
 {
 public:

@@ -37,7 +37,7 @@ public:
     {
     }
 
-    // The text comes without its slash. Empty where nothing is to be sent.
+    // The text comes without its slash. Empty: there is nothing for the server.
     QString ProcessInput(const QString& target, const QString& text);
 
 private:

@@ -22,8 +22,8 @@ public:
     virtual void setTypeface(const QString& family, int points) = 0;
 };
 
-// What one typed line becomes: a formatted message, a plain one for bots ("!" in front), or a raw
-// line to the server ("IRC " in front). A slash means nothing here.
+// Sends what is typed: as a message in the user's own style, without it for bots ("!" in front),
+// or straight to the server ("IRC " in front). A slash means nothing here.
 class InputLine final
 {
 public:

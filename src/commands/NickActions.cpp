@@ -170,7 +170,7 @@ void NickActions::changeRank(const Rank& rank)
 
 void NickActions::mnu_nicks_pm_Click()
 {
-    // Nothing here looks for a block first: opening a blocked conversation is a failure.
+    // No look at the ignore list beforehand: who is on it makes this a failure.
     if (isConnected())
         m_parts.queries.talkTo(nick());
 }
@@ -192,7 +192,7 @@ void NickActions::mnu_blocked_Click()
     if (!rows.Text().isEmpty() && holdsRow(rows, blocked))
         return m_parts.dialogs.MsgBox(u"Are you trying to add same nick?"_s, title);
     rows.AddItem(blocked);
-    // No colon before the text: the server passes on its first word alone.
+    // One word arrives: without a colon the others are parameters of their own.
     m_parts.server.SendData("PRIVMSG "_L1 % selected % u' ' % strColor % u'4' % strBold %
                             "You've been ignored by "_L1 % m_parts.variables.MyNick %
                             " [Quill Harbor Messenger]"_L1);
@@ -200,7 +200,7 @@ void NickActions::mnu_blocked_Click()
 
 void NickActions::mnu_ownaction_Click()
 {
-    // Cancel is an empty reply, and the empty action goes out like any other.
+    // Cancel gives no text, and an action without one is sent all the same.
     const QString reply =
         m_parts.dialogs.InputBox(u"Type Your Own Action Message"_s, u"Action Message"_s);
     sendCommand("me "_L1 + oneLine(reply));
@@ -219,7 +219,7 @@ void NickActions::mnu_nicks_kick_Click()
     const QString reason = m_parts.dialogs.InputBox("Why would you like to kick the user '"_L1 %
                                                         selected % "' from "_L1 % channel % u'?',
                                                     u"Kick User"_s);
-    // Cancel is an empty reason and kicks all the same.
+    // Cancel gives no reason, and that does not stop the kick.
     if (reason != backspace)
         m_parts.server.SendData("KICK "_L1 % channel % u' ' % selected % " :"_L1 % oneLine(reason));
 }

@@ -48,7 +48,7 @@ public:
 
     // The names of the entries that do something.
     static QStringList entries();
-    // Other names do nothing. A conversation with a blocked nick raises TypeMismatch (13).
+    // Other names do nothing. A new conversation raises what OpenQuery raises.
     void click(const QString& entry);
 
     // Before the menu pops up: the captions follow the ranks of the selected member, which need

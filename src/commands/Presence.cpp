@@ -62,7 +62,7 @@ void Presence::mnu_status_away_Click()
 {
     const QString caption = m_parts.mnu_status_away.Caption();
     if (caption == captionAway) {
-        // Cancel is an empty reason, and it is sent and announced.
+        // Cancel gives no text; the room is told all the same.
         const QString reason =
             oneLine(m_parts.dialogs.InputBox(u"Type Your Away Message"_s, u"Away Message"_s));
         m_parts.server.SendData("AWAY "_L1 + reason);

@@ -9,10 +9,10 @@ class MenuEntry;
 class ServerLink;
 struct Room;
 
-// The menu that tells the room and the server that the user is away, and back. The caption of
-// mnu_status_away is the only record of it, and a disconnect leaves it as it is. The caption that
-// the menu begins with is neither of the two that a click knows: until a preset has been chosen,
-// the entry does nothing.
+// The menu that tells the room and the server that the user is away, and back. Which of the two
+// holds stands in a caption, that of mnu_status_away, and a disconnect leaves it as it is. It
+// begins with a text that a click knows nothing of: until a preset has been chosen, the entry
+// does nothing.
 class Presence final
 {
 public:

@@ -11,8 +11,8 @@
 Int16 toInt16(const QString& text);
 qint32 toInt32(const QString& text);
 
-// "true" and "false" in any case, or a number, non-zero being true.
+// The two words, however they are written, or a number: only zero is false.
 bool toBoolean(const QString& text);
 
-// The word for a truth value as it is stored: "True" or "False".
+// "True" or "False", as it goes into a file.
 QString booleanWord(bool value);

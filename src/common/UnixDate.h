@@ -2,8 +2,8 @@
 
 #include <QDateTime>
 
-// The date and time of a number of seconds since 1 January 1970, as it stands in universal time:
-// there is no time zone correction.
+// The date and time of a number of seconds since 1 January 1970, in universal time: the clock of
+// the user's own place has no say in it.
 inline QDateTime DateFromUnix(qint32 seconds)
 {
     return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);

@@ -8,7 +8,7 @@ class ListBoxWidget;
 class xpButton;
 
 // The window with the nicks that are refused in private talk. Closing it only hides it: its rows
-// are the list, and they last as long as the program runs.
+// are the list, and nothing else keeps them.
 class IgnoreList final : public Form
 {
     Q_OBJECT

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 void IgnoreRows::cmdAdd_Click() const
 {
-    // Somebody must be selected in the room, though the nick is then typed in by hand.
+    // Without a selection in the room there is no question, whatever the answer would be.
     if (m_parts.room.form.lstNicks().ListIndex() == -1)
         return;
     const QString nick =
@@ -23,7 +23,7 @@ void IgnoreRows::cmdAdd_Click() const
         return;
     }
     m_parts.List1.AddItem(nick + " - Blocked"_L1);
-    // No colon before the text, so the server passes on its first word only.
+    // One word arrives: without a colon the others are parameters of their own.
     m_parts.server.SendData("PRIVMSG "_L1 % nick % u' ' % strColor % u'4' % strBold %
                             "You've been ignored by "_L1 % m_parts.variables.MyNick %
                             "[Tarnwyk Messenger Zephyr]"_L1);
@@ -35,8 +35,8 @@ QString IgnoreRows::refusal(const QString& nick) const
         return u"You can't block yourself?"_s;
     if (m_parts.room.nicks.isOp(nick) || m_parts.room.nicks.isHalfOp(nick))
         return u"You can't block a Operator"_s;
-    // A selected row refuses every nick, and without one a nick can stand there twice: rows have
-    // never been compared with anything but themselves.
+    // Not a look for the nick: any selected row refuses all of them, and without a selection the
+    // same nick can be added twice.
     if (!m_parts.List1.Text().isEmpty())
         return u"Are you trying to add same nick?"_s;
     return {};

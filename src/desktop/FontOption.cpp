@@ -88,7 +88,7 @@ void FontOption::LoadFonts()
 
 void FontOption::LoadFontsSize()
 {
-    // As many sizes as there are fonts: it has always counted the other list.
+    // As many sizes as there are fonts: the loop counts the other list.
     const qsizetype fonts = QFontDatabase::families().size();
     QStringList sizes;
     for (qsizetype i = 1; i <= fonts; ++i)

@@ -8,7 +8,7 @@ class QLabel;
 class xpButton;
 struct SessionVariables;
 
-// Asks for the font of chat text. It holds for what is written from then on and is gone at exit.
+// Asks for the font of chat text. Lines that stand keep theirs, and the next start forgets it.
 class FontOption final : public Form
 {
     Q_OBJECT

@@ -22,8 +22,8 @@ struct Row
     Kind kind = Kind::Entry;
 };
 
-// In the order of the screen. The names of the yes and no entries cross over their captions, and
-// captions that share a mnemonic or are misspelt stand as they are.
+// From top to bottom, as they are read. Some names mean the opposite of what they show, some
+// captions share a letter or are misspelt: handlers compare them, so they stay.
 constexpr Row rows[]{
     {0, "mnu_File"_L1, "&File"_L1, Kind::Menu},
     {1, "mnu_File_Connect"_L1, "&Connect"_L1},
@@ -46,7 +46,7 @@ constexpr Row rows[]{
     {2, "mnu_status_phone"_L1, "&..:On The Phone:.."_L1},
     {2, "mnu_status_busy"_L1, "&..:Busy:.."_L1},
     {2, "mnu_status_afk"_L1, "&..:Away From Keyboard:.."_L1},
-    // One point less than the caption that its handler knows: the first click does nothing.
+    // Lacks a point at its end, so its handler does not know it before a preset has set it.
     {2, "mnu_status_away"_L1, "&..:Away [Own Reason]:."_L1},
     {1, "mnu_options_pm"_L1, "&Recieve/Send Private Chat"_L1, Kind::Menu},
     {2, "mnu_pm_no"_L1, "&Yes"_L1, Kind::CheckedEntry},

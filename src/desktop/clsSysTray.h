@@ -63,7 +63,7 @@ public:
     SourceForm* SourceWindow() const { return m_sourceWindow; }
     void setSourceWindow(SourceForm* window);
 
-    bool DefaultDblClk = true; // whether a left double click toggles the source window
+    bool DefaultDblClk = true; // a left double click shows and hides the window
 
     void RemoveFromSysTray();
     void IconInSysTray();

@@ -64,7 +64,7 @@ void skipRest(Block&& block)
     }
 }
 
-// A catch-all statement by statement: a failing one is passed over and the next one runs.
+// A catch-all around each statement: a failure costs the one that it happens in.
 template<typename... Statements>
 void resumeNext(Statements&&... statements)
 {

@@ -111,7 +111,7 @@ void ChannelInfo::showList(const List& list)
 
 void ChannelInfo::cmdRemove_Click()
 {
-    // Without a selected row the line goes out all the same, with nothing behind the blank.
+    // No selection is no reason to stop: the line then ends in its blank.
     const QList<QTreeWidgetItem*> selected = lvBans->selectedItems();
     const QString mask = selected.isEmpty() ? QString() : selected.first()->text(Mask);
     const QString header = lvBans->headerItem()->text(Mask);

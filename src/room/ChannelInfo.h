@@ -12,9 +12,9 @@ class LineSink;
 class QTreeWidget;
 struct SessionVariables;
 
-// The ban, exception and invitation lists of a room, of which one is showing: the text of the
-// first column's header says which. Only rows that the server sends appear here; nothing is taken
-// out but by asking for the list anew.
+// Who is kept out of a room, let in all the same, and invited: three lists in one view. The text
+// of the first column's header says which of them it shows. Only rows that the server sends appear
+// here; nothing is taken out but by asking for the list anew.
 class ChannelInfo final : public Form
 {
     Q_OBJECT

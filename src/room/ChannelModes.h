@@ -13,7 +13,7 @@ public:
     void RemoveMode(QChar letter);
     // ModeText keeps its value until the next Update; the parameters stay.
     void ClearModes();
-    // "+" and the letters in order of arrival, without parameters; empty when none is set.
+    // "+" and the letters, the oldest first, no parameters. Without a mode it is empty.
     QString ModeString() const;
     void Update();
 

@@ -15,8 +15,8 @@ public:
     {
     }
 
-    // The text runs from the mode letters to the end of the line. A letter whose parameter is
-    // missing raises SubscriptOutOfRange (9), a limit that is no number TypeMismatch (13).
+    // The text is the letters with all that is behind them. A letter whose parameter is missing
+    // raises SubscriptOutOfRange (9), a limit that is no number TypeMismatch (13).
     void ApplyModeLine(const QString& target, const QString& text) const;
 
 private:

@@ -19,16 +19,16 @@ struct NickRecord
     bool Helper = false;
 };
 
-// The row that shows a member. The last sign wins: @ over + over & over ~; a half-operator has
-// none.
+// The row that shows a member, with one sign in front at most: @ hides +, + hides &, & hides ~.
+// A half-operator has none.
 QString NickDisplay(const NickRecord& record);
 
-// The row without "@" and "+". Other signs never reach a row.
+// The row without "@" and "+", wherever they stand. Other signs stay in.
 QString StripRank(const QString& row);
 
-// Who is in the room, twice over: records with ranks, and the sorted rows of lstNicks. They are
-// kept in step by search and may drift apart. Records outlive a disconnect, so after the next
-// connection the oldest record of a nick is the one that counts.
+// Who is in the room, twice over: records with ranks, and the sorted rows of lstNicks. Each is
+// searched for what changes in the other, so they may drift apart. A disconnect empties only the
+// rows; of two records of a nick the older one counts.
 class NickList final
 {
 public:

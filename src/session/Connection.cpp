@@ -173,7 +173,7 @@ void Connection::sock_Connect()
     m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
     writeMain(strColor % "03Attempting To Connect "_L1 % serverName);
     SendData("NICK "_L1 + m_parts.login.nickname());
-    // The blanks of the full name are what parts the fields of this line: no others are sent.
+    // Only the blanks of the full name part what follows: its words are the line's last fields.
     SendData("USER "_L1 + m_parts.channel.computerName() + "Client-User"_L1 + ":"_L1 +
              m_parts.variables.FullName);
     m_parts.channels.main().modes.Update();

@@ -19,9 +19,9 @@ class TextWriter;
 class Winsock;
 struct SessionVariables;
 
-// The one connection to the one server: opening, closing and retrying it, and lines in and out.
-// It has no state variable. The captions and enabled flags of the two connection entries are the
-// state, together with the retry timer and the socket.
+// Opens, closes and retries the connection to the server, and takes lines in and out. How far it
+// has got is nowhere written down but on the screen: in the captions and enabled flags of the two
+// connection entries. The retry timer and the socket tell the rest.
 class Connection final : public QObject, public ServerLink
 {
     Q_OBJECT

@@ -59,8 +59,8 @@ void Ctcp::showAction(const QString& nick, const QString& rest) const
     const int slot = m_parts.queries.FindQuery(nick);
     if (slot == -1)
         return;
-    // In the main view, with the private conversation in the place of the nick: that is how a
-    // private action has always shown, and the private window gets nothing.
+    // The room gets it, headed by all that stands in the private window, which itself gets
+    // nothing. Odd, and kept.
     m_parts.roomText.PutText(mainView(), m_parts.queries.Queries(slot).DataIn().Text(),
                              strColor % "06"_L1 % nick % u' ' % rest);
 }

@@ -9,8 +9,8 @@ class QueryTable;
 class RichTextBox;
 class TextWriter;
 
-// Client-to-client requests in private messages: VERSION, PING and ACTION, answered by NOTICE with
-// fixed texts.
+// Client-to-client requests in private messages. VERSION and PING are answered by NOTICE, with
+// fixed texts; ACTION is shown.
 class Ctcp final
 {
 public:

@@ -57,7 +57,7 @@ const Interpreter::Row Interpreter::chain[]{
     {"324"_L1, &Numerics::roomModes},
     {"notice"_L1, &Interpreter::notice},
     {"433"_L1, &Numerics::nickInUse},
-    {"372 375 376 422"_L1, &Numerics::nothing}, // the message of the day is never shown
+    {"372 375 376 422"_L1, &Numerics::nothing}, // no view is for the message of the day
     {"251 252 253 254 255 265 266"_L1, &Numerics::userStatistics},
     {"303"_L1, &Numerics::isonReply},
     {"305 306 329"_L1, &Numerics::nothing},
@@ -165,7 +165,7 @@ void Interpreter::privateMessage(const IRCMessage& message) const
     if (slot == -1)
         return; // no window for this nick: private talk is off
     PrivateWindow& window = m_desk.queries.Queries(slot);
-    // The stored host lacks the nick in front, so this holds for every prefix with a "!".
+    // Of two different kinds, so unequal as soon as there is a "!": the host is always renewed.
     if (known && message.Prefix != window.QueryHost)
         window.setPeerHost(TextAfter(message.Prefix, u'!'));
     window.setPeer(message.Nick);

@@ -11,8 +11,8 @@
 class RichTextBox;
 struct Room;
 
-// The one place where a server line takes effect (RFC 1459, sections 4 to 6). A run-time failure
-// ends the handling of that line and is the caller's to catch.
+// Acts on a line of the server (RFC 1459, sections 4 to 6): no other class does. A run-time
+// failure gives up the rest of the line and is the caller's to catch.
 class Interpreter final
 {
 public:

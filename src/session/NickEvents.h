@@ -17,7 +17,7 @@ public:
     {
     }
 
-    // A conversation follows its peer only while both are in a room.
+    // A conversation follows its peer only while the room's list has the old nick.
     void NickChanged(const QString& oldNick, const QString& newNick) const;
     void NickQuit(const QString& nick, const QString& reason) const;
 

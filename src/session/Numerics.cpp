@@ -81,10 +81,10 @@ void Numerics::erroneousNick(const IRCMessage&) const
 void Numerics::nickInUse(const IRCMessage& message) const
 {
     SessionVariables& variables = m_desk.variables;
-    // Before the welcome the own nick is the one of the settings, padding and all.
+    // Until 001 it comes from the settings, and those texts are padded.
     if (P(message, 2, 2) == beforeNul(variables.MyNick)) {
-        // Nothing ever fills AltNick: the rejected name is dropped and the prompt asks for the
-        // next.
+        // AltNick is empty at the first collision, so this asks for no nick at all; the form that
+        // follows is what helps.
         variables.MyNick = variables.AltNick;
         variables.AltNick = variables.MyNick;
         m_desk.connection.SendData("NICK "_L1 + variables.MyNick);
@@ -100,7 +100,7 @@ void Numerics::cannotJoin(const IRCMessage& message) const
         const HeldEvents held(m_desk.connection.sock());
         m_desk.dialogs.MsgBox(text, u"Error"_s);
     }
-    // A refused room ends the whole session.
+    // There is only this room, so there is nothing to stay for.
     m_desk.connection.mnu_File_Disconnect_Click();
     m_desk.login.cmdSignout_Click();
     m_desk.login.setSignCaption(u"Sign In"_s);
@@ -197,7 +197,7 @@ void Numerics::whoisUser(const IRCMessage& message) const
 {
     const QString nick = P(message, 2, 2);
     writeWhois(nick, u" "_s);
-    // Host, star and full name stand as they came.
+    // From the host on as the server wrote it, its "*" included.
     writeWhois(nick, whoisHead(nick) % " is "_L1 % P(message, 3, 3) % u'@' % P(message, 4, -1));
 }
 
@@ -223,7 +223,7 @@ void Numerics::whoisRooms(const IRCMessage& message) const
 
 void Numerics::whoisSpecial(const IRCMessage& message) const
 {
-    // The parameter holds no blank, so both halves are the nick and the line shows it twice.
+    // A parameter cannot hold the blank that this looks for: the nick appears twice.
     QString left;
     QString right;
     SplitAt(P(message, 2, 2), u' ', left, right);

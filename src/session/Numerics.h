@@ -5,8 +5,8 @@
 
 class RichTextBox;
 
-// The numeric replies (RFC 1459, section 6, and what servers have added since). The first
-// parameter of a numeric is the own nick, so that its content begins at the second.
+// The numeric replies (RFC 1459, section 6, and what servers have added since). They are
+// addressed: the nick comes first, and what they have to say follows.
 class Numerics final
 {
 public:

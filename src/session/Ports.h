@@ -71,7 +71,7 @@ public:
     virtual void setBody(const QString& text) = 0;
 };
 
-// The log of raw traffic, written only while it is visible.
+// The raw lines, both ways. Nobody writes into it while nobody can see it.
 class TrafficLog
 {
 public:
@@ -88,7 +88,7 @@ class Program
 public:
     virtual ~Program() = default;
 
-    // DebugWin, frmregister, frmSmileys, frmchange, usenick, Author and About, in this order.
+    // All but the conversations, the buddy list and the two main windows, in a fixed order.
     virtual void unloadSmallForms() = 0;
     virtual void End() = 0; // at once
 };

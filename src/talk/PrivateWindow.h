@@ -22,7 +22,7 @@ public:
     virtual void Unload() = 0; // empties QueryNick
 
     QString QueryNick;
-    QString QueryHost; // user and host of the peer, may be empty
+    QString QueryHost; // "user@host" of the peer; empty if nobody has said it
 
     // Everything that names the peer.
     void setPeer(const QString& nick)

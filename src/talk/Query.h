@@ -117,8 +117,8 @@ private:
     TextHistory m_history;
 };
 
-// Makes the places and keeps them for as long as the program runs: the table of conversations
-// forgets them at a new connection, and without its window a place is small.
+// Makes the places and never gives one up: the table of conversations forgets them at a new
+// connection, somebody may still refer to them, and without its window a place is small.
 class QueryFactory final : public PrivateWindowFactory
 {
 public:

@@ -100,7 +100,7 @@ void QueryTable::checkIgnored(const QString& nick)
     for (int row = 0; row <= rows.ListCount(); ++row) {
         if (rows.List(row).toLower() != blocked)
             continue;
-        // The nick is read as a slot number. No ordinary nick is one, and the failure is the block.
+        // Meant as a slot, but a nick is hardly ever a number: this fails, and that is the block.
         Queries(toInt16(nick) - 1).Unload();
     }
 }

@@ -7,11 +7,11 @@
 #include <optional>
 #include <span>
 
-// The colour of text that names none of its own.
+// What a line begins with; a bare colour character brings it back.
 inline constexpr QRgb DefaultTextColor = qRgb(0, 0, 0);
 
-// The colour of a colour number in a chat view; black for every number that is not in the table.
-// The table has a hole at 10 that RGBToColor does not have.
+// What a colour number means in a chat view; unknown ones are black. 10 is unknown here, though
+// RGBToColor knows its colour.
 QRgb ColorToRGB(int number);
 
 // The number of a colour, 0 for one that has none.

@@ -17,11 +17,11 @@ enum class MousePointer { Default = 0, Arrow = 1, Custom = 99 };
 // Custom over links, room names and server names. A double click knows only the first two.
 MousePointer pointerFor(const QString& word);
 
-// The word that the pointer is on, given the offset of the character under it; -1 and any other
-// offset outside the text give the empty text. The search starts one character further left: the
-// first letter of a word gives nothing, the blank behind a word still gives the word. Line ends do
-// not part words, so the first word of a line begins with the line feed before it, and the first
-// word of a view is never found.
+// The word under the pointer, by the offset of the character there; an offset outside the text,
+// -1 among them, has none. A place is taken for one further right than it is: on its first letter
+// a word is not found, on the blank behind it it is. A word ends at its delimiters and not with
+// the line, so one that begins a line has a line feed in front, and one that begins the view is
+// not found at all: nothing delimits it.
 QString WordAt(const RichTextBox& view, qsizetype offset);
 
 // Where a link may lead outside the program: http, https, ftp, mailto, and a bare "www." word,

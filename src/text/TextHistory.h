@@ -6,13 +6,13 @@
 
 #include <optional>
 
-// Lines that were sent, for the arrow keys. There is no way past the newest one back to an empty
-// line.
+// What has been sent, for the arrow keys. The newest line is where forward ends: it does not give
+// the empty field back.
 class TextHistory final
 {
 public:
-    // Holds up to one line more than the limit: the test comes before the line is added. A limit
-    // below zero raises SubscriptOutOfRange (9).
+    // Room is made before the line comes in and not behind it, so one more than the limit is
+    // kept. A limit below zero raises SubscriptOutOfRange (9).
     void add(const QString& text, int limit);
 
     // The line to show next; none at either end.

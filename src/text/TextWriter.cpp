@@ -89,9 +89,9 @@ private:
         qsizetype next = first;
         while (next < text.size() && IsColorSpec(text.sliced(first, next - first)))
             ++next;
-        const qsizetype cut = next - 1; // this one broke the pattern
+        const qsizetype cut = next - 1; // the last one was one too many
         const QStringView spec = text.sliced(first, cut - first);
-        // The background behind the comma is read over: a view has one background.
+        // Behind a comma stands a background, which views do not have.
         const QStringView number = spec.left(spec.indexOf(u','));
         m_view.setSelColor(spec.isEmpty() ? DefaultTextColor : ColorToRGB(number.toInt()));
         m_runStart = m_at = cut;

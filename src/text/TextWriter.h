@@ -7,8 +7,8 @@ struct SessionVariables;
 
 // Appends lines of chat text to views: bold, underline, strike-through (for reverse) and colour
 // characters become runs of formatted text. A line starts in plain black in the current font and
-// carries nothing over to the next. A line of more than 32,766 characters raises Overflow (6)
-// before anything of it is written.
+// carries nothing over to the next. A line with such characters that is longer than 32,766 raises
+// Overflow (6) before anything of it is written; a plain one has no limit.
 class TextWriter final
 {
 public:

@@ -9,8 +9,8 @@
 
 class QTextBlock;
 
-// RichTextBox on the toolkit's own rich text widget. Stays at the newest text unless the reader
-// has scrolled up, and paints at most once a frame however much is written.
+// RichTextBox on the toolkit's own rich text widget, for the topic: a text that can be typed, too.
+// Paints at most once a frame however often it is written.
 class RichTextBoxWidget final : public QWidget, public RichTextBox
 {
     Q_OBJECT

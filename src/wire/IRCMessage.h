@@ -4,13 +4,13 @@
 #include <QStringList>
 
 // One server line taken apart (RFC 1459, section 2.3). A run of blanks gives empty parameters,
-// and the line's CR stays in its last one: GetParams takes it out.
+// and the line's CR stays in the last of them: GetParams takes it out.
 struct IRCMessage
 {
     QString Prefix; // without its colon
-    QString Nick;   // empty when the prefix has no "!"
+    QString Nick;   // only of a prefix with "!", like Ident
     QString Ident;
-    QString Host; // the whole prefix when it has no "!"
+    QString Host; // of a prefix without "!" all of it
     QString Command;
     QStringList Params;
     QString ParamText; // all behind the command, as it came

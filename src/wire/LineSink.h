@@ -2,8 +2,8 @@
 
 #include <QString>
 
-// The only way to the server. The line comes without its end; it is dropped in silence while
-// there is no connection.
+// Where every line for the server goes. It comes without its end, and while there is no
+// connection it is dropped in silence.
 class LineSink
 {
 public:

@@ -161,7 +161,7 @@ void ChannelTest::stateOfEntries()
     QCOMPARE(bar, (QStringList{u"&File"_s, u"&Option"_s, u"&View"_s, u"&Help"_s}));
     QVERIFY(window.entry("mnu_File_Connect"_L1).Enabled());
     QVERIFY(!window.entry("mnu_File_Disconnect"_L1).Enabled());
-    // "Yes" holds at the start for both pairs; their names cross over the captions.
+    // Both pairs begin with "Yes", which is the entry with "no" in its name.
     for (const auto& [name, checked] :
          {std::pair("mnu_pm_no"_L1, true), std::pair("mnu_pm_yes"_L1, false),
           std::pair("mnu_sound_no"_L1, true), std::pair("mnu_sound_yes"_L1, false)})

@@ -16,7 +16,7 @@ const QString signedOut = u"&Connect on off"_s;
 const QString attempting = u"&Cancel on off"_s;
 const QString connected = u"&Connect off on"_s;
 
-// A line that ends in a settings text, as it goes over the wire.
+// A line with a text of the settings at its end, as the server gets it.
 QByteArray padded(const QByteArray& head, const QByteArray& setting)
 {
     return head + setting + QByteArray(255 - setting.size(), '\0') + '\n';

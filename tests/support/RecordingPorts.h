@@ -235,7 +235,7 @@ private:
             log(" emptied");
         else if (view.TextLength() > m_reported) {
             if (!view.Text().endsWith(QLatin1StringView("\r\n")))
-                return; // in the middle of a line
+                return; // more of this line is to come
             log("| ", view.runs(m_reported).chopped(2));
         }
         m_reported = view.TextLength();

@@ -199,7 +199,7 @@ private Q_SLOTS:
 
     void everyCodeBecomesItsPicture_data()
     {
-        // The nine that are broken by a shorter code of a lower index.
+        // The nine that are never drawn whole: an earlier row takes a part of them.
         const QMap<QString, QString> broken{
             {u";;)"_s, u";{;)}"_s},   {u";))"_s, u"{;)})"_s},     {u"(:|"_s, u"({:|}"_s},
             {u"~:>"_s, u"~{:>}"_s},   {u"\\:D/"_s, u"\\{:D}/"_s}, {u">:D<"_s, u">{:D}<"_s},
