@@ -3,9 +3,12 @@
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QStackedLayout>
 #include <QVBoxLayout>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -46,6 +49,7 @@ WebTab::WebTab(const Handlers& handlers, AskEngine askEngine, Pages pages,
     m_layout->addWidget(m_notice);
     showNotice(u"Nothing here yet"_s, u"This page opens when you are connected."_s, false);
 
+    m_notice->installEventFilter(this);
     new ButtonKeys(m_notice);
     handlers.connect(cmdRetry, &xpButton::Click, this, [this] { Refresh(); });
 }
@@ -61,18 +65,38 @@ void WebTab::Navigate(const QString& address)
 
 void WebTab::load(const QUrl& address)
 {
-    if (!m_asked) {
-        m_asked = true;
-        const WebModule::Answer answer = m_askEngine();
-        if (answer.engine) {
-            m_view = answer.engine->create(this, *this, m_discardAfter);
-            m_layout->addWidget(m_view->widget());
-        } else {
-            showNotice(u"No web page today"_s, answer.reason, false);
-        }
-    }
-    if (m_view)
+    if (m_view) {
         m_view->load(address);
+    } else if (!m_asked) {
+        m_failedAddress.clear();
+        m_waiting = address;
+        showNotice(u"Loading"_s, address.toDisplayString(), false);
+        m_notice->update();
+    }
+}
+
+// The engine takes a moment to come. That it is coming stands on the screen before.
+bool WebTab::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_notice && event->type() == QEvent::Paint && !m_waiting.isEmpty())
+        QMetaObject::invokeMethod(this, &WebTab::loadWaiting, Qt::QueuedConnection);
+    return QWidget::eventFilter(watched, event);
+}
+
+void WebTab::loadWaiting()
+{
+    if (m_waiting.isEmpty() || !isVisible())
+        return;
+    const QUrl address = std::exchange(m_waiting, {});
+    m_asked = true;
+    const WebModule::Answer answer = m_askEngine();
+    if (!answer.engine) {
+        showNotice(u"No web page today"_s, answer.reason, false);
+        return;
+    }
+    m_view = answer.engine->create(this, *this, m_discardAfter);
+    m_layout->addWidget(m_view->widget());
+    m_view->load(address);
 }
 
 void WebTab::GoBack()
@@ -109,6 +133,8 @@ void WebTab::Stop()
 {
     if (m_view)
         m_view->stop();
+    else if (!m_waiting.isEmpty())
+        failed(std::exchange(m_waiting, {}), u"Loading was stopped."_s);
 }
 
 void WebTab::started()

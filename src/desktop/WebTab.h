@@ -14,13 +14,14 @@ class QLabel;
 class QStackedLayout;
 class xpButton;
 
-// A tab's web page. The engine comes with the first address; where there is none, or a page does
-// not load, the tab says so.
+// A tab's web page. The address it was given last waits until the tab is first in sight, and the
+// engine comes with it: who never looks at a page does not pay for one. From then on addresses are
+// loaded as they come. Where there is no engine, or a page does not load, the tab says so.
 class WebTab final : public QWidget, public WebBrowser, private WebViewListener
 {
     Q_OBJECT
 public:
-    // Asked once, with the first address.
+    // Asked once, when there is a first page to show.
     using AskEngine = std::function<WebModule::Answer()>;
 
     struct Pages
@@ -43,12 +44,16 @@ public:
     void Refresh() override;
     void Stop() override;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void started() override;
     void finished() override;
     void failed(const QUrl& address, const QString& reason) override;
 
     void load(const QUrl& address);
+    void loadWaiting();
     void showNotice(const QString& title, const QString& text, bool retry);
 
     AskEngine m_askEngine;
@@ -56,6 +61,7 @@ private:
     std::chrono::milliseconds m_discardAfter;
     bool m_asked = false;
     std::unique_ptr<WebView> m_view;
+    QUrl m_waiting;       // empty unless a page waits to be seen
     QUrl m_failedAddress; // empty unless the notice of a failure stands
 
     QStackedLayout* m_layout;

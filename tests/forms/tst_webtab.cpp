@@ -138,7 +138,8 @@ class tst_webtab final : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void engineComesWithTheFirstAddress();
+    void engineComesWhenThePageIsSeen();
+    void commandsToAPageThatWaits();
     void onlyWebAddresses();
     void buttonsCommand();
     void failingBrowserIsSkipped();
@@ -186,7 +187,7 @@ void tst_webtab::initTestCase()
     m_modules = Modules({QCoreApplication::applicationDirPath() + "/../src/modules"_L1});
 }
 
-void tst_webtab::engineComesWithTheFirstAddress()
+void tst_webtab::engineComesWhenThePageIsSeen()
 {
     m_asked = 0;
     m_engine.calls.clear();
@@ -195,25 +196,60 @@ void tst_webtab::engineComesWithTheFirstAddress()
     tab.Refresh();
     tab.GoBack();
     tab.Stop();
-    QCOMPARE(m_asked, 0);
     QVERIFY(noticeStands(tab));
+    tab.hide();
 
     tab.Navigate(u"http://own/home"_s);
     tab.Navigate(u"http://own/other"_s);
-    QCOMPARE(m_asked, 1);
-    QCOMPARE(m_engine.calls, (QStringList{u"load http://own/home"_s, u"load http://own/other"_s}));
+    QCoreApplication::processEvents();
+    QCOMPARE(m_asked, 0);
+    tab.show();
+    QCOMPARE(title(tab), u"Loading"_s); // before anything of the engine has been touched
+    QCOMPARE(m_asked, 0);
+    QTRY_COMPARE(m_engine.calls, QStringList{u"load http://own/other"_s});
     QVERIFY(!noticeStands(tab));
     QVERIFY(tab.findChild<QWidget*>(u"page"_s)->isVisible());
+
+    tab.hide(); // a page that has been seen goes on unseen
+    tab.Navigate(u"http://own/third"_s);
+    QCOMPARE(m_engine.calls.last(), u"load http://own/third"_s);
+    QCOMPARE(m_asked, 1);
+}
+
+void tst_webtab::commandsToAPageThatWaits()
+{
+    m_asked = 0;
+    m_engine.calls.clear();
+    WebTab tab(m_handlers, fake(), pages());
+    tab.Navigate(u"http://own/first"_s);
+    tab.Stop();
+    tab.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(m_asked, 0);
+    QVERIFY(tab.findChild<QLabel*>(u"lblNotice"_s)->text().contains(u"http://own/first"_s));
+    QVERIFY(tab.findChild<xpButton*>(u"cmdRetry"_s)->isVisible());
+
+    tab.hide();
+    tab.Refresh();
+    tab.GoHome();
+    tab.Refresh();
+    QCoreApplication::processEvents();
+    QCOMPARE(m_asked, 0);
+    QCOMPARE(title(tab), u"Loading"_s);
+    tab.show();
+    QTRY_COMPARE(m_engine.calls, QStringList{u"load http://own/home"_s});
 }
 
 void tst_webtab::onlyWebAddresses()
 {
     m_asked = 0;
     WebTab tab(m_handlers, fake(), pages());
+    tab.show();
     for (const char* address : {"file:///etc/passwd", "javascript:alert(1)", "data:text/html,x",
                                 "chrome://gpu", "ftp://own/", "/relative", ""}) {
         tab.Navigate(QString::fromLatin1(address));
-        QVERIFY2(m_asked == 0, address);
+        QCoreApplication::processEvents();
+        QVERIFY2(m_asked == 0 && title(tab) != u"Loading"_s, address);
     }
 }
 
@@ -223,7 +259,9 @@ void tst_webtab::buttonsCommand()
     WebTab tab(m_handlers, fake(), pages());
     WebToolBar bar(m_handlers, tab);
     bar.show();
+    tab.show();
     tab.Navigate(u"http://own/first"_s);
+    QTRY_COMPARE(m_engine.calls.size(), 1);
 
     QStringList captions;
     const auto buttons = bar.findChildren<QToolButton*>();
@@ -268,6 +306,7 @@ void tst_webtab::failureAndRetry()
     WebTab tab(m_handlers, fake(), pages());
     tab.show();
     tab.Navigate(u"http://own/first"_s);
+    QTRY_VERIFY(!noticeStands(tab));
     m_engine.view->listener.failed(QUrl(u"http://own/<b>second"_s), u"connection refused"_s);
     QVERIFY(noticeStands(tab));
     QCOMPARE(title(tab), u"This page did not load"_s);
@@ -295,6 +334,7 @@ void tst_webtab::withoutEngine()
         pages());
     tab.show();
     tab.Navigate(u"http://own/first"_s);
+    QTRY_COMPARE(asked, 1);
     tab.Navigate(u"http://own/second"_s);
     tab.GoBack();
     tab.Refresh();
@@ -389,10 +429,9 @@ void tst_webtab::realHiddenPageSleeps()
     WebTab tab(
         m_handlers, [this] { return m_module.engine(); }, {}, std::chrono::milliseconds(50));
     tab.resize(400, 300);
-    tab.Navigate(server.address(u"/page"_s)); // a tab that has never been shown loads too
-    QTRY_COMPARE_WITH_TIMEOUT(server.asked.count(u"/page"_s), 1, 20000);
-
+    tab.Navigate(server.address(u"/page"_s));
     tab.show();
+    QTRY_COMPARE_WITH_TIMEOUT(server.asked.count(u"/page"_s), 1, 20000);
     QTRY_VERIFY(server.asked.count(u"/tick"_s) > 3);
     tab.hide();
     const auto settled = [&] { // nothing for as long as ten ticks take
