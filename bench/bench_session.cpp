@@ -158,7 +158,7 @@ void measure(int lines, const QString& address)
     login.Show();
     login.setNickname(u"bench"_s);
     login.cmdSignIn_Click();
-    Channel& window = messenger.chatRoom().window;
+    Channel& window = messenger.chatRoom().main.window;
     waitUntil([&] { return window.lstNicks().ListCount() == 2; });
     waitUntil([&] { return endsWith(window.DataIn(), "Topic is"_L1); });
     window.grab(); // fonts and the first frame
@@ -169,7 +169,7 @@ void measure(int lines, const QString& address)
     const double cpu = cpuSeconds();
     QElapsedTimer time;
     time.start();
-    messenger.chatRoom().connection.SendData(u"go"_s);
+    messenger.chatRoom().session.connection.SendData(u"go"_s);
     // Counted, not looked at: the last of them need not be known by its text.
     waitUntil([&] { return view.lineCount() >= linesBefore + lines; });
     const double inView = static_cast<double>(time.nsecsElapsed()) / 1e3;
@@ -184,7 +184,7 @@ void measure(int lines, const QString& address)
                         << number(inView / lines, 2, 10) << number(painted / lines, 2, 12)
                         << number(cpuInView, 2, 9) << number(memory, 1, 12) << number(after, 1, 12)
                         << Qt::endl;
-    messenger.chatRoom().connection.SendData(u"QUIT"_s);
+    messenger.chatRoom().session.connection.SendData(u"QUIT"_s);
     QCoreApplication::processEvents();
 }
 

@@ -56,7 +56,7 @@ bool Messenger::eventFilter(QObject* watched, QEvent* event)
         return false;
     m_handlers.run([this] {
         if (m_chatRoom)
-            m_chatRoom->connection.mnu_terminate_Click();
+            m_chatRoom->session.connection.mnu_terminate_Click();
         else
             End();
     });
@@ -74,7 +74,7 @@ ChatRoom& Messenger::chatRoom()
 {
     if (m_chatRoom)
         return *m_chatRoom;
-    m_chatRoom = std::make_unique<ChatRoom>(ChatRoom::Parts{
+    m_chatRoom = std::make_unique<ChatRoom>(ChatRoomParts{
         .surroundings = m_surroundings,
         .handlers = m_handlers,
         .settings = m_settings,
@@ -92,7 +92,7 @@ ChatRoom& Messenger::chatRoom()
         m_chatRoom.reset(); // not loaded; the next touch tries again
         throw;
     }
-    m_surroundings.notificationArea.setMenu(m_chatRoom->window.menus().systray());
+    m_surroundings.notificationArea.setMenu(m_chatRoom->main.window.menus().systray());
     return *m_chatRoom;
 }
 
@@ -107,12 +107,12 @@ void Messenger::createTrayIcon()
 bool Messenger::canHideSignIn() const
 {
     return m_surroundings.notificationArea.isAvailable() ||
-           (m_chatRoom && m_chatRoom->window.isVisible());
+           (m_chatRoom && m_chatRoom->main.window.isVisible());
 }
 
 void Messenger::showTrayMenu()
 {
-    QMenu* menu = chatRoom().window.menus().systray();
+    QMenu* menu = chatRoom().main.window.menus().systray();
     if (!menu->isVisible()) // the desktop may have shown it already
         menu->popup(QCursor::pos());
 }
@@ -125,10 +125,10 @@ void Messenger::openFeedbackPage()
 void Messenger::unloadSmallForms()
 {
     m_debugWin.Unload();
-    m_chatRoom->nickForms.unloadRegister();
-    m_chatRoom->unloadSmileys();
-    m_chatRoom->nickForms.unloadChange();
-    m_chatRoom->nickForms.unloadUseNick();
+    m_chatRoom->windows.nickForms.unloadRegister();
+    m_chatRoom->windows.palettes.unloadSmileys();
+    m_chatRoom->windows.nickForms.unloadChange();
+    m_chatRoom->windows.nickForms.unloadUseNick();
     m_author.Unload();
     m_about.Unload();
 }

@@ -52,11 +52,17 @@ private:
     void fail(const QString& message);
 
     // LoginDesk
-    void stopRetrying() override { chatRoom().connection.stopRetrying(); }
+    void stopRetrying() override { chatRoom().session.connection.stopRetrying(); }
     void loadChannel() override { chatRoom(); }
-    void mnu_File_Connect_Click() override { chatRoom().connection.mnu_File_Connect_Click(); }
-    void mnu_File_Disconnect_Click() override { chatRoom().connection.mnu_File_Disconnect_Click(); }
-    void showChatRoom() override { chatRoom().window.Show(); }
+    void mnu_File_Connect_Click() override
+    {
+        chatRoom().session.connection.mnu_File_Connect_Click();
+    }
+    void mnu_File_Disconnect_Click() override
+    {
+        chatRoom().session.connection.mnu_File_Disconnect_Click();
+    }
+    void showChatRoom() override { chatRoom().main.window.Show(); }
     void createTrayIcon() override;
     bool canHideSignIn() const override;
     void showPopup() override { m_popup.Show(); }

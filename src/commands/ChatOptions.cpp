@@ -4,7 +4,7 @@
 #include "controls/MenuEntry.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
-#include "text/TextWriter.h"
+#include "text/MainView.h"
 #include "view/RichTextBox.h"
 
 using namespace Qt::StringLiterals;
@@ -72,9 +72,8 @@ void ChatOptions::closequery()
 
 void ChatOptions::mnu_options_clear_Click()
 {
-    m_parts.DataIn.setText({});
-    m_parts.writer.WriteView(m_parts.DataIn, strColor % "14- Cleared Chat Screen"_L1);
-    m_parts.writer.WriteView(
-        m_parts.DataIn,
+    m_parts.mainView.view().setText({});
+    m_parts.mainView.write(strColor % "14- Cleared Chat Screen"_L1);
+    m_parts.mainView.write(
         strColor % "14- You've cleared your chat screen, all previous public messages cleared."_L1);
 }

@@ -6,9 +6,8 @@
 #include <functional>
 
 class Dialogs;
+class MainView;
 class MenuEntry;
-class RichTextBox;
-class TextWriter;
 
 // Two entries that act like radio buttons, "Yes" being on at every start. A click always ends
 // with its own entry checked and the partner not, but in between the clicked one is inverted and
@@ -48,8 +47,7 @@ public:
         MenuEntry& mnu_pm_yes;
         MenuEntry& mnu_sound_no;
         MenuEntry& mnu_sound_yes;
-        RichTextBox& DataIn;
-        const TextWriter& writer;
+        const MainView& mainView;
         Dialogs& dialogs;
     };
 

@@ -91,8 +91,7 @@ QString CommandProcessor::query(const Call& call)
         const QString nick = call.word(1);
         const QString text = call.from(2);
         if (m_parts.queries.QueryVisible(nick)) {
-            m_parts.queries.Queries(m_parts.queries.FindQuery(nick))
-                .PutText(m_parts.variables.MyNick, text);
+            m_parts.queries.windowOf(nick)->PutText(m_parts.variables.MyNick, text);
             line = "PRIVMSG <"_L1 + nick + "> "_L1 + text;
             return;
         }
@@ -114,16 +113,13 @@ QString CommandProcessor::me(const Call& call)
 {
     RichTextBox* view = nullptr;
     if (call.target.startsWith(u'#')) {
-        const int index = m_parts.channels.FindChannel(call.target);
-        if (index == -1)
-            return {};
-        view = &m_parts.channels.Channels(index).form.DataIn();
-    } else {
-        const int slot = m_parts.queries.FindQuery(call.target);
-        if (slot == -1)
-            return {};
-        view = &m_parts.queries.Queries(slot).DataIn();
+        if (const Room* room = m_parts.channels.entered(call.target))
+            view = &room->form.DataIn();
+    } else if (PrivateWindow* window = m_parts.queries.windowOf(call.target)) {
+        view = &window->DataIn();
     }
+    if (!view)
+        return {};
     m_parts.writer.WriteView(*view,
                              strColor % "06"_L1 % m_parts.variables.MyNick % u' ' % call.from(1));
     return "PRIVMSG "_L1 % call.target % " :"_L1 % strAction % "ACTION "_L1 % call.from(1) %
@@ -179,10 +175,8 @@ QString CommandProcessor::part(const Call& call)
 
 QString CommandProcessor::userCount(const Call& call)
 {
-    const int index = m_parts.channels.FindChannel(call.target);
-    if (index == -1)
-        return u"0"_s;
-    return QString::number(m_parts.channels.Channels(index).nicks.ChatterCount());
+    const Room* room = m_parts.channels.entered(call.target);
+    return QString::number(room ? room->nicks.ChatterCount() : 0);
 }
 
 QString CommandProcessor::bl(const Call&)

@@ -5,6 +5,7 @@
 #include "desktop/MenuTree.h"
 #include "session/Ports.h"
 #include "text/CheckRTF.h"
+#include "text/Palettes.h"
 #include "view/ChatView.h"
 #include "view/RichTextBoxWidget.h"
 
@@ -22,7 +23,7 @@ class SvgPicture;
 
 // The main window: menus, the tabs with the two web pages and the chat page. It owns controls and
 // hands their events on; closing it only hides it.
-class Channel final : public QWidget, public MainForm, public InputBox
+class Channel final : public QWidget, public MainForm, public InputBox, public PaletteTarget
 {
     Q_OBJECT
 public:
@@ -48,9 +49,6 @@ public:
     void myChatRoom();
 
     QColor inputColor() const;
-    void setInputColor(const QColor& color); // of DataOut and of the palette's button
-    void appendToInput(const QString& text);
-    void focusInput();
 
     // MainForm
     RichTextBox& DataIn() override { return *m_dataIn; }
@@ -72,6 +70,11 @@ public:
     QString text() const override { return DataOut->text(); }
     void setText(const QString& text) override { DataOut->setText(text); }
     void setTypeface(const QString& family, int points) override;
+
+    // PaletteTarget
+    void appendToInput(const QString& text) override;
+    void setInputColor(const QColor& color) override; // of DataOut and of the palette's button
+    void focusInput() override;
 
 Q_SIGNALS:
     void Check3_Click(bool bold);

@@ -22,6 +22,12 @@ int ChannelTable::FindChannel(const QString& name) const
     return -1;
 }
 
+Room* ChannelTable::entered(const QString& name) const
+{
+    const int index = FindChannel(name);
+    return index == -1 ? nullptr : &Channels(index);
+}
+
 Room& ChannelTable::Channels(int index) const
 {
     Room* room = m_channels(index);

@@ -21,6 +21,8 @@ public:
 
     int ChannelCount() const { return m_channelCount; }
     Room& Channels(int index) const;
+    // The room of that name, none if it has not been entered.
+    Room* entered(const QString& name) const;
     // The one room, entered or not.
     Room& main() const { return m_room; }
 

@@ -50,34 +50,33 @@ void ModeLine::ApplyOneMode(const QString& target, bool on, QChar letter,
         setMode(m_channels.main().modes, letter, on); // user modes share the room's table
         return;
     }
-    const int index = m_channels.FindChannel(target);
-    if (index == -1)
+    Room* room = m_channels.entered(target);
+    if (!room)
         return;
-    Room& room = m_channels.Channels(index);
     switch (letter.unicode()) {
     case u'v':
-        room.nicks.SetVoice(parameter, on);
+        room->nicks.SetVoice(parameter, on);
         break;
     case u'o':
-        room.nicks.SetOp(parameter, on);
+        room->nicks.SetOp(parameter, on);
         if (parameter == m_variables.MyNick)
-            TopicField::setLocked(room.form.rtbTopic(), !on);
+            TopicField::setLocked(room->form.rtbTopic(), !on);
         break;
     case u'h':
-        room.nicks.SetHelper(parameter, on);
+        room->nicks.SetHelper(parameter, on);
         break;
     case u'b':
         break;
     case u'k':
-        room.modes.ChanKey = on ? parameter : QString();
-        setMode(room.modes, letter, on);
+        room->modes.ChanKey = on ? parameter : QString();
+        setMode(room->modes, letter, on);
         break;
     case u'l':
-        room.modes.ChanLimit = on ? toInt16(parameter) : Int16();
-        setMode(room.modes, letter, on);
+        room->modes.ChanLimit = on ? toInt16(parameter) : Int16();
+        setMode(room->modes, letter, on);
         break;
     default:
-        setMode(room.modes, letter, on);
+        setMode(room->modes, letter, on);
         break;
     }
 }

@@ -10,8 +10,7 @@
 #include "platform/Handlers.h"
 #include "room/ChannelTable.h"
 #include "talk/QueryTable.h"
-#include "text/TextWriter.h"
-#include "view/RichTextBox.h"
+#include "text/MainView.h"
 #include "wire/Winsock.h"
 
 namespace {
@@ -87,8 +86,8 @@ void Connection::startAttempt()
     m_parts.sock.RemotePort = toInt32(m_parts.channel.portText());
     m_parts.ident.Close();
     m_parts.ident.Listen(); // somebody else may have the port: that is no failure
-    writeMain(strColor % "02Connecting to "_L1 % strBold % serverName % strBold % " port "_L1 %
-              strBold % QString::number(m_parts.sock.RemotePort));
+    m_parts.mainView.write(strColor % "02Connecting to "_L1 % strBold % serverName % strBold %
+                           " port "_L1 % strBold % QString::number(m_parts.sock.RemotePort));
     m_parts.sock.Connect();
     m_parts.login.setSignCaption(u"Sign Out"_s);
     m_parts.login.setEntriesLocked(true);
@@ -102,7 +101,7 @@ void Connection::cancelAttempt()
     m_parts.ident.Close();
     m_parts.channel.setPortText(firstPort);
     m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
-    writeMain(strColor % "05Connection attempt cancelled"_L1);
+    m_parts.mainView.write(strColor % "05Connection attempt cancelled"_L1);
     m_parts.login.setEntriesLocked(false);
 }
 
@@ -110,7 +109,7 @@ void Connection::mnu_File_Disconnect_Click()
 {
     SendData("QUIT :"_L1 + m_parts.variables.QuitMsg);
     enableConnecting();
-    writeMain(strColor % "05You are Disconnected from "_L1 % serverName);
+    m_parts.mainView.write(strColor % "05You are Disconnected from "_L1 % serverName);
     Room& room = m_parts.channels.main();
     m_parts.sock.Close();
     room.modes.ClearModes();
@@ -159,11 +158,6 @@ void Connection::showSignedOut()
     m_parts.login.setSignCaption(u"Sign In"_s);
 }
 
-void Connection::writeMain(const QString& text) const
-{
-    m_parts.writer.WriteView(m_parts.channel.DataIn(), text);
-}
-
 void Connection::sock_Connect()
 {
     m_parts.channel.lstNicks().Clear();
@@ -171,7 +165,7 @@ void Connection::sock_Connect()
     m_parts.channel.mnu_File_Connect().setEnabled(false);
     m_parts.channel.mnu_File_Disconnect().setEnabled(true);
     m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
-    writeMain(strColor % "03Attempting To Connect "_L1 % serverName);
+    m_parts.mainView.write(strColor % "03Attempting To Connect "_L1 % serverName);
     SendData("NICK "_L1 + m_parts.login.nickname());
     // Only the blanks of the full name part what follows: its words are the line's last fields.
     SendData("USER "_L1 + m_parts.channel.computerName() + "Client-User"_L1 + ":"_L1 +
@@ -188,7 +182,8 @@ void Connection::sock_Connect()
 void Connection::sock_Close()
 {
     Room& room = m_parts.channels.main();
-    writeMain(strColor % "02Disconnected by SERVER from "_L1 % m_parts.variables.ServerHost);
+    m_parts.mainView.write(strColor % "02Disconnected by SERVER from "_L1 %
+                           m_parts.variables.ServerHost);
     m_parts.sock.Close();
     room.modes.ClearModes();
     m_parts.ident.Close();
@@ -208,7 +203,7 @@ void Connection::sock_Error(const QString& description)
     m_parts.channel.mnu_File_Connect().setEnabled(true);
     m_parts.channel.mnu_File_Disconnect().setEnabled(false);
     m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
-    writeMain(strColor % "04ERROR : "_L1 % description);
+    m_parts.mainView.write(strColor % "04ERROR : "_L1 % description);
     m_parts.channel.lstNicks().Clear();
     room.nicks.clearChatterCount();
     room.nicks.showNoChatters();

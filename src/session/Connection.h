@@ -14,8 +14,8 @@ class ContactList;
 class Dialogs;
 class EventLoop;
 class Handlers;
+class MainView;
 class QueryTable;
-class TextWriter;
 class Winsock;
 struct SessionVariables;
 
@@ -38,7 +38,7 @@ public:
         Program& program;
         Dialogs& dialogs;
         EventLoop& events;
-        const TextWriter& writer;
+        const MainView& mainView;
         ChannelTable& channels;
         QueryTable& queries;
         Winsock& sock;
@@ -75,7 +75,6 @@ private:
     void startAttempt();
     void cancelAttempt();
     void showSignedOut();
-    void writeMain(const QString& text) const;
 
     void sock_Connect();
     void sock_Close();

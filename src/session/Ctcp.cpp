@@ -2,10 +2,9 @@
 
 #include "common/ControlCharacters.h"
 #include "common/TextHelpers.h"
-#include "room/ChannelTable.h"
 #include "talk/QueryTable.h"
 #include "text/IncomingText.h"
-#include "text/TextWriter.h"
+#include "text/MainView.h"
 #include "view/RichTextBox.h"
 #include "wire/LineSink.h"
 
@@ -42,30 +41,25 @@ void Ctcp::CTCPReply(const QString& nick, const QString& text) const
 
 void Ctcp::answerVersion(const QString& nick, const QString&) const
 {
-    m_parts.writer.WriteView(mainView(), strColor % "05"_L1 % strBold % nick % strBold %
-                                             " has just requested your version"_L1);
+    m_parts.mainView.write(strColor % "05"_L1 % strBold % nick % strBold %
+                           " has just requested your version"_L1);
     CTCPReply(nick, u"VERSION QuillHarbor Messenger 1.0"_s);
 }
 
 void Ctcp::answerPing(const QString& nick, const QString&) const
 {
-    m_parts.writer.WriteView(mainView(), strColor % "05"_L1 % strBold % nick % strBold %
-                                             " has just pinged you"_L1);
+    m_parts.mainView.write(strColor % "05"_L1 % strBold % nick % strBold %
+                           " has just pinged you"_L1);
     CTCPReply(nick, u"PING 0 seconds, cause Quill Harbor Messenger is elite."_s);
 }
 
 void Ctcp::showAction(const QString& nick, const QString& rest) const
 {
-    const int slot = m_parts.queries.FindQuery(nick);
-    if (slot == -1)
+    PrivateWindow* window = m_parts.queries.windowOf(nick);
+    if (!window)
         return;
     // The room gets it, headed by all that stands in the private window, which itself gets
     // nothing. Odd, and kept.
-    m_parts.roomText.PutText(mainView(), m_parts.queries.Queries(slot).DataIn().Text(),
+    m_parts.roomText.PutText(m_parts.mainView.view(), window->DataIn().Text(),
                              strColor % "06"_L1 % nick % u' ' % rest);
-}
-
-RichTextBox& Ctcp::mainView() const
-{
-    return m_parts.channels.main().form.DataIn();
 }

@@ -2,12 +2,10 @@
 
 #include <QString>
 
-class ChannelTable;
 class IncomingText;
 class LineSink;
+class MainView;
 class QueryTable;
-class RichTextBox;
-class TextWriter;
 
 // Client-to-client requests in private messages. VERSION and PING are answered by NOTICE, with
 // fixed texts; ACTION is shown.
@@ -16,11 +14,10 @@ class Ctcp final
 public:
     struct Parts
     {
-        const TextWriter& writer;
+        const MainView& mainView;
         const IncomingText& roomText;
         LineSink& server;
-        ChannelTable& channels;
-        QueryTable& queries;
+        const QueryTable& queries;
     };
 
     explicit Ctcp(const Parts& parts)
@@ -36,7 +33,6 @@ private:
     void answerVersion(const QString& nick, const QString& rest) const;
     void answerPing(const QString& nick, const QString& rest) const;
     void showAction(const QString& nick, const QString& rest) const;
-    RichTextBox& mainView() const;
 
     Parts m_parts;
 };

@@ -5,7 +5,7 @@
 #include "common/TextHelpers.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
-#include "text/TextWriter.h"
+#include "text/MainView.h"
 #include "wire/Winsock.h"
 
 namespace {
@@ -54,15 +54,14 @@ void IdentResponder::IDENT_DataArrival()
     if (!isPortPair(question))
         return;
     const QString ports = CutRight(question, 2); // the line end
-    m_parts.writer.WriteView(m_parts.mainView, "*** IDENT : "_L1 + ports);
+    m_parts.mainView.write("*** IDENT : "_L1 + ports);
     const QString answer = ports + reply + m_parts.variables.IdentName;
     m_parts.ident.SendData(answer);
-    m_parts.writer.WriteView(m_parts.mainView, "*** IDENT reply : "_L1 + answer);
+    m_parts.mainView.write("*** IDENT reply : "_L1 + answer);
     m_parts.ident.Close();
 }
 
 void IdentResponder::IDENT_Error(const QString& description)
 {
-    m_parts.writer.WriteView(m_parts.mainView,
-                             strColor % "04IDENT Error "_L1 % strColor % description);
+    m_parts.mainView.write(strColor % "04IDENT Error "_L1 % strColor % description);
 }

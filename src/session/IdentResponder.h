@@ -4,8 +4,7 @@
 
 class EventLoop;
 class Handlers;
-class RichTextBox;
-class TextWriter;
+class MainView;
 class Winsock;
 struct SessionVariables;
 
@@ -19,8 +18,7 @@ public:
     struct Parts
     {
         const SessionVariables& variables;
-        const TextWriter& writer;
-        RichTextBox& mainView;
+        const MainView& mainView;
         EventLoop& events;
         Winsock& ident;
     };

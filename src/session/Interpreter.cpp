@@ -27,8 +27,6 @@ namespace {
 constexpr auto noAutoJoin = "<none>"_L1;
 constexpr int killColor = 2;
 
-constexpr auto P = &GetParams;
-
 bool isRoomName(const QString& target)
 {
     return target.startsWith(u'#') || target.startsWith(u'&');
@@ -36,7 +34,7 @@ bool isRoomName(const QString& target)
 
 } // namespace
 
-const Interpreter::Row Interpreter::chain[]{
+const Interpreter::Row Interpreter::rows[]{
     {"001"_L1, &Interpreter::welcome},
     {"002 003 004 005"_L1, &Numerics::serverGreeting},
     {"ping"_L1, &Interpreter::ping},
@@ -80,11 +78,11 @@ const Interpreter::Row Interpreter::chain[]{
 
 Interpreter::Interpreter(const SessionDesk& desk)
     : m_desk(desk)
-    , m_numerics(desk)
+    , m_numerics(m_desk)
 {
-    for (const Row& row : chain) {
+    for (const Row& row : rows) {
         for (const QString& word : QString(row.words).split(u' '))
-            m_handlers.insert(word, &row.handler);
+            m_byWord.insert(word, &row.handler);
     }
 }
 
@@ -95,7 +93,7 @@ void Interpreter::interpret(QString line) const
     m_desk.events.DoEvents();
     if (message.Command.isEmpty())
         return;
-    const Handler* handler = m_handlers.value(message.Command.toLower());
+    const Handler* handler = m_byWord.value(message.Command.toLower());
     if (!handler)
         anythingElse(message);
     else if (const auto* command = std::get_if<Command>(handler))
@@ -107,8 +105,8 @@ void Interpreter::interpret(QString line) const
 void Interpreter::welcome(const IRCMessage& message) const
 {
     SessionVariables& variables = m_desk.variables;
-    variables.MyNick = P(message, 1, 1);
-    writeMain("* "_L1 + P(message, 2, -1));
+    variables.MyNick = message.word(1);
+    m_desk.mainView.write("* "_L1 + message.from(2));
     m_desk.channels.main().modes.Update();
     m_desk.connection.SendData("MODE "_L1 + variables.MyNick + " +i"_L1);
     if (beforeNul(variables.AutoJoin) != noAutoJoin)
@@ -120,35 +118,32 @@ void Interpreter::welcome(const IRCMessage& message) const
 
 void Interpreter::ping(const IRCMessage& message) const
 {
-    m_desk.connection.SendData("PONG :"_L1 + P(message, 1, 1));
+    m_desk.connection.SendData("PONG :"_L1 + message.word(1));
 }
 
 void Interpreter::join(const IRCMessage& message) const
 {
     if (message.Nick.toLower() == m_desk.variables.MyNick.toLower()) {
-        m_desk.channels.AddChannel(P(message, 1, -1));
-        m_desk.connection.SendData("MODE "_L1 + P(message, 1, -1));
+        m_desk.channels.AddChannel(message.from(1));
+        m_desk.connection.SendData("MODE "_L1 + message.from(1));
         m_desk.channels.main().nicks.clearChatterCount();
         return;
     }
-    const int index = m_desk.channels.FindChannel(P(message, 1, 1));
-    if (index == -1)
+    Room* room = m_desk.channels.entered(message.word(1));
+    if (!room)
         return;
-    Room& room = m_desk.channels.Channels(index);
-    const QString nick = room.nicks.AddNick(message.Nick);
-    m_desk.writer.WriteView(room.form.DataIn(), strColor % "03"_L1 % strBold % nick % strBold %
-                                                    " has joined "_L1 % strBold % room.ChannelName);
+    const QString nick = room->nicks.AddNick(message.Nick);
+    m_desk.writeIn(*room, strColor % "03"_L1 % strBold % nick % strBold % " has joined "_L1 %
+                              strBold % room->ChannelName);
 }
 
 void Interpreter::privmsg(const IRCMessage& message) const
 {
-    const QString target = P(message, 1, 1);
-    const QString text = P(message, 2, -1);
+    const QString target = message.word(1);
+    const QString text = message.from(2);
     if (isRoomName(target)) {
-        const int index = m_desk.channels.FindChannel(target);
-        if (index != -1)
-            m_desk.roomText.PutText(m_desk.channels.Channels(index).form.DataIn(), message.Nick,
-                                    text);
+        if (const Room* room = m_desk.channels.entered(target))
+            m_desk.roomText.PutText(room->form.DataIn(), message.Nick, text);
     } else if (text.startsWith(strAction)) {
         m_desk.ctcp.HandleCTCP(message.Nick, text);
     } else {
@@ -161,25 +156,25 @@ void Interpreter::privateMessage(const IRCMessage& message) const
     const bool known = m_desk.queries.QueryVisible(message.Nick);
     if (!known)
         m_desk.queries.OpenQuery(message.Nick, message.Prefix);
-    const int slot = m_desk.queries.FindQuery(message.Nick);
-    if (slot == -1)
-        return; // no window for this nick: private talk is off
-    PrivateWindow& window = m_desk.queries.Queries(slot);
+    PrivateWindow* window = m_desk.queries.windowOf(message.Nick);
+    if (!window)
+        return; // private talk is off
     // Of two different kinds, so unequal as soon as there is a "!": the host is always renewed.
-    if (known && message.Prefix != window.QueryHost)
-        window.setPeerHost(TextAfter(message.Prefix, u'!'));
-    window.setPeer(message.Nick);
-    window.PutText(message.Nick, P(message, 2, -1));
+    if (known && message.Prefix != window->QueryHost)
+        window->setPeerHost(TextAfter(message.Prefix, u'!'));
+    window->setPeer(message.Nick);
+    window->PutText(message.Nick, message.from(2));
 }
 
 void Interpreter::nick(const IRCMessage& message) const
 {
     const bool isOwn = message.Nick == m_desk.variables.MyNick;
     if (isOwn) {
-        m_desk.variables.MyNick = P(message, 1, 1);
-        writeMain(strColor % "03Your nick is now "_L1 % strBold % m_desk.variables.MyNick);
+        m_desk.variables.MyNick = message.word(1);
+        m_desk.mainView.write(strColor % "03Your nick is now "_L1 % strBold %
+                              m_desk.variables.MyNick);
     }
-    m_desk.nickEvents.NickChanged(message.Nick, P(message, 1, -1));
+    m_desk.nickEvents.NickChanged(message.Nick, message.from(1));
     if (isOwn)
         m_desk.channels.main().modes.Update();
 }
@@ -188,53 +183,48 @@ void Interpreter::part(const IRCMessage& message) const
 {
     if (message.Nick == m_desk.variables.MyNick)
         return; // the room stays as it is
-    const int index = m_desk.channels.FindChannel(message.Params.value(0));
-    if (index == -1)
+    Room* room = m_desk.channels.entered(message.Params.value(0));
+    if (!room)
         return;
-    Room& room = m_desk.channels.Channels(index);
-    room.nicks.RemoveNick(message.Nick);
-    m_desk.writer.WriteView(room.form.DataIn(), strColor % "03"_L1 % strBold % message.Nick %
-                                                    strBold % " has left "_L1 % strBold %
-                                                    room.ChannelName);
+    room->nicks.RemoveNick(message.Nick);
+    m_desk.writeIn(*room, strColor % "03"_L1 % strBold % message.Nick % strBold % " has left "_L1 %
+                              strBold % room->ChannelName);
 }
 
 void Interpreter::mode(const IRCMessage& message) const
 {
-    const QString target = P(message, 1, 1);
+    const QString target = message.word(1);
     const bool isOwn = target == m_desk.variables.MyNick;
-    const int index = m_desk.channels.FindChannel(target);
-    if (!isOwn && index == -1)
+    const Room* room = m_desk.channels.entered(target);
+    if (!isOwn && !room)
         return;
     const QString& who = message.Nick.isEmpty() ? message.Prefix : message.Nick;
     const QString line =
-        strColor % "03"_L1 % strBold % who % strBold % " sets mode: "_L1 % P(message, 2, -1);
-    if (index != -1)
-        m_desk.writer.WriteView(m_desk.channels.Channels(index).form.DataIn(), line);
+        strColor % "03"_L1 % strBold % who % strBold % " sets mode: "_L1 % message.from(2);
+    if (room)
+        m_desk.writeIn(*room, line);
     if (isOwn)
-        writeMain(line);
-    m_desk.modeLine.ApplyModeLine(target, P(message, 2, -1));
+        m_desk.mainView.write(line);
+    m_desk.modeLine.ApplyModeLine(target, message.from(2));
 }
 
 void Interpreter::quit(const IRCMessage& message) const
 {
-    m_desk.nickEvents.NickQuit(message.Nick, P(message, 1, -1));
+    m_desk.nickEvents.NickQuit(message.Nick, message.from(1));
 }
 
 void Interpreter::kick(const IRCMessage& message) const
 {
-    const QString victim = P(message, 2, 2);
-    const int index = m_desk.channels.FindChannel(P(message, 1, 1));
-    if (index == -1)
+    const QString victim = message.word(2);
+    Room* room = m_desk.channels.entered(message.word(1));
+    if (!room)
         return;
-    Room& room = m_desk.channels.Channels(index);
-    m_desk.writer.WriteView(room.form.DataIn(), strColor % "04"_L1 % strBold % victim % strBold %
-                                                    " was kicked from "_L1 % strBold %
-                                                    P(message, 1, 1) % strBold % " by "_L1 %
-                                                    strBold % message.Nick % strBold % " [ "_L1 %
-                                                    P(message, 3, -1) % " ]"_L1);
-    room.nicks.RemoveNick(victim);
+    m_desk.writeIn(*room, strColor % "04"_L1 % strBold % victim % strBold % " was kicked from "_L1 %
+                              strBold % message.word(1) % strBold % " by "_L1 % strBold %
+                              message.Nick % strBold % " [ "_L1 % message.from(3) % " ]"_L1);
+    room->nicks.RemoveNick(victim);
     if (victim == m_desk.variables.MyNick)
-        ownKick(message, room);
+        ownKick(message, *room);
 }
 
 void Interpreter::ownKick(const IRCMessage& message, Room& room) const
@@ -244,9 +234,9 @@ void Interpreter::ownKick(const IRCMessage& message, Room& room) const
     m_desk.login.Show();
     m_desk.login.setSignCaption(u"Sign In"_s);
     m_desk.login.Login_UnLog();
-    writeMain(strColor % "04You were kicked from "_L1 % strBold % P(message, 1, 1) % strBold %
-              " by "_L1 % strBold % message.Nick % strBold % " [ "_L1 % P(message, 3, -1) %
-              " ]"_L1);
+    m_desk.mainView.write(strColor % "04You were kicked from "_L1 % strBold % message.word(1) %
+                          strBold % " by "_L1 % strBold % message.Nick % strBold % " [ "_L1 %
+                          message.from(3) % " ]"_L1);
     m_desk.connection.closeSock();
     clearRoomOnScreen();
     room.modes.ClearModes();
@@ -260,31 +250,29 @@ void Interpreter::ownKick(const IRCMessage& message, Room& room) const
 
 void Interpreter::topic(const IRCMessage& message) const
 {
-    const int index = m_desk.channels.FindChannel(P(message, 1, 1));
-    if (index == -1)
+    Room* room = m_desk.channels.entered(message.word(1));
+    if (!room)
         return;
-    Room& room = m_desk.channels.Channels(index);
-    TopicField::show(room.form.rtbTopic(), m_desk.writer, P(message, 2, -1));
-    m_desk.writer.WriteView(room.form.DataIn(), strColor % "03Topic changed by "_L1 % strBold %
-                                                    message.Nick % strBold % " : "_L1 %
-                                                    P(message, 2, -1));
+    TopicField::show(room->form.rtbTopic(), m_desk.writer, message.from(2));
+    m_desk.writeIn(*room, strColor % "03Topic changed by "_L1 % strBold % message.Nick % strBold %
+                              " : "_L1 % message.from(2));
 }
 
 void Interpreter::notice(const IRCMessage& message) const
 {
-    const QString targetAndText = P(message, 1, -1);
+    const QString targetAndText = message.from(1);
     if (targetAndText.endsWith("please choose a different nick."_L1)) {
         m_desk.channel.lstNicks().setEnabled(false);
         m_desk.prompts.showPassword();
         return;
     }
     heedNicknameService(targetAndText);
-    const QString text = P(message, 2, -1);
+    const QString text = message.from(2);
     if (message.Nick.isEmpty())
-        writeMain(strColor % "05"_L1 % text);
+        m_desk.mainView.write(strColor % "05"_L1 % text);
     else
-        writeMain(strColor % "05"_L1 % strBold % "NOTICE"_L1 % strBold % strColor % u' ' % strBold %
-                  message.Nick % strBold % ": "_L1 % text);
+        m_desk.mainView.write(strColor % "05"_L1 % strBold % "NOTICE"_L1 % strBold % strColor %
+                              u' ' % strBold % message.Nick % strBold % ": "_L1 % text);
 }
 
 void Interpreter::heedNicknameService(const QString& targetAndText) const
@@ -309,13 +297,13 @@ void Interpreter::heedNicknameService(const QString& targetAndText) const
 
 void Interpreter::kill(const IRCMessage& message) const
 {
-    const QString victim = P(message, 1, 1);
+    const QString victim = message.word(1);
     const bool isOwn = victim == m_desk.variables.MyNick;
     if (isOwn)
         ownKill();
     m_desk.status.WriteStatus(strBold % (isOwn ? u"You"_s : victim) % strBold %
                                   (isOwn ? " were Killed ["_L1 : " was killed ["_L1) %
-                                  P(message, 2, -1) % u']',
+                                  message.from(2) % u']',
                               killColor);
 }
 
@@ -334,12 +322,7 @@ void Interpreter::ownKill() const
 
 void Interpreter::anythingElse(const IRCMessage& message) const
 {
-    writeMain("*** "_L1 % strBold % message.Command % strBold % u' ' % P(message, 1, -1));
-}
-
-void Interpreter::writeMain(const QString& text) const
-{
-    m_desk.writer.WriteView(m_desk.channel.DataIn(), text);
+    m_desk.mainView.write("*** "_L1 % strBold % message.Command % strBold % u' ' % message.from(1));
 }
 
 void Interpreter::clearRoomOnScreen() const

@@ -17,6 +17,8 @@ class Interpreter final
 {
 public:
     explicit Interpreter(const SessionDesk& desk);
+    Q_DISABLE_COPY_MOVE(Interpreter)
+    ~Interpreter() = default;
 
     // One line, with or without its LF. Every line first yields to the event loop, so others may
     // be handled in the middle of it.
@@ -31,7 +33,7 @@ private:
         QLatin1StringView words; // lower case, blanks between
         Handler handler;
     };
-    static const Row chain[];
+    static const Row rows[];
 
     void welcome(const IRCMessage& message) const;
     void ping(const IRCMessage& message) const;
@@ -51,10 +53,9 @@ private:
     void ownKill() const;
     void anythingElse(const IRCMessage& message) const;
 
-    void writeMain(const QString& text) const;
     void clearRoomOnScreen() const;
 
     SessionDesk m_desk;
     Numerics m_numerics;
-    QHash<QString, const Handler*> m_handlers;
+    QHash<QString, const Handler*> m_byWord; // the same, for each word of it
 };

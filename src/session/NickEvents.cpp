@@ -27,9 +27,8 @@ void NickEvents::NickChanged(const QString& oldNick, const QString& newNick) con
 
 void NickEvents::renameQuery(const QString& oldNick, const QString& newNick) const
 {
-    const int slot = m_queries.FindQuery(oldNick);
-    if (slot != -1)
-        m_queries.Queries(slot).setPeer(newNick);
+    if (PrivateWindow* window = m_queries.windowOf(oldNick))
+        window->setPeer(newNick);
 }
 
 void NickEvents::NickQuit(const QString& nick, const QString& reason) const
@@ -44,7 +43,6 @@ void NickEvents::NickQuit(const QString& nick, const QString& reason) const
         m_writer.WriteView(room.form.DataIn(), line);
         break;
     }
-    const int slot = m_queries.FindQuery(nick);
-    if (slot != -1)
-        m_writer.WriteView(m_queries.Queries(slot).DataIn(), line);
+    if (PrivateWindow* window = m_queries.windowOf(nick))
+        m_writer.WriteView(window->DataIn(), line);
 }

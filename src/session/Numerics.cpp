@@ -25,8 +25,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto P = &GetParams;
-
 // The nick that a whois line is about, in the colour and weight of all of them.
 QString whoisHead(const QString& nick)
 {
@@ -40,7 +38,7 @@ void Numerics::serverGreeting(const IRCMessage& message) const
     PassWord();
     m_desk.login.cmdSignout_Click();
     m_desk.login.Hide();
-    writeMain("* "_L1 + P(message, 2, -1));
+    m_desk.mainView.write("* "_L1 + message.from(2));
 }
 
 void Numerics::PassWord() const
@@ -54,17 +52,17 @@ void Numerics::PassWord() const
 
 void Numerics::userStatistics(const IRCMessage& message) const
 {
-    writeMain(strColor % "06"_L1 % P(message, 2, -1));
+    m_desk.mainView.write(strColor % "06"_L1 % message.from(2));
 }
 
 void Numerics::commandError(const IRCMessage& message) const
 {
-    writeMain(strColor % "04* "_L1 % P(message, 2, -1));
+    m_desk.mainView.write(strColor % "04* "_L1 % message.from(2));
 }
 
 void Numerics::isonReply(const IRCMessage& message) const
 {
-    m_desk.buddies.AddUsers(P(message, 2, -1));
+    m_desk.buddies.AddUsers(message.from(2));
 }
 
 void Numerics::noNickGiven(const IRCMessage&) const
@@ -82,7 +80,7 @@ void Numerics::nickInUse(const IRCMessage& message) const
 {
     SessionVariables& variables = m_desk.variables;
     // Until 001 it comes from the settings, and those texts are padded.
-    if (P(message, 2, 2) == beforeNul(variables.MyNick)) {
+    if (message.word(2) == beforeNul(variables.MyNick)) {
         // AltNick is empty at the first collision, so this asks for no nick at all; the form that
         // follows is what helps.
         variables.MyNick = variables.AltNick;
@@ -94,8 +92,8 @@ void Numerics::nickInUse(const IRCMessage& message) const
 
 void Numerics::cannotJoin(const IRCMessage& message) const
 {
-    const QString text = "You cannot join "_L1 + P(message, 2, 2) + " : "_L1 + P(message, 3, -1);
-    writeMain(strColor % "04"_L1 % text);
+    const QString text = "You cannot join "_L1 + message.word(2) + " : "_L1 + message.from(3);
+    m_desk.mainView.write(strColor % "04"_L1 % text);
     {
         const HeldEvents held(m_desk.connection.sock());
         m_desk.dialogs.MsgBox(text, u"Error"_s);
@@ -111,67 +109,63 @@ void Numerics::cannotJoin(const IRCMessage& message) const
 
 void Numerics::roomModes(const IRCMessage& message) const
 {
-    m_desk.modeLine.ApplyModeLine(P(message, 2, 2), P(message, 3, -1));
+    m_desk.modeLine.ApplyModeLine(message.word(2), message.from(3));
 }
 
 void Numerics::roomUrl(const IRCMessage& message) const
 {
-    const int index = m_desk.channels.FindChannel(P(message, 2, 2));
-    if (index == -1)
+    const Room* room = m_desk.channels.entered(message.word(2));
+    if (!room)
         return;
-    m_desk.writer.WriteView(m_desk.channels.Channels(index).form.DataIn(),
-                            strColor % "03Channel URL"_L1 % strColor % strUnderline % u':' %
-                                strUnderline % u' ' % strColor % "12"_L1 % P(message, 3, -1) %
-                                strColor);
+    m_desk.writeIn(*room, strColor % "03Channel URL"_L1 % strColor % strUnderline % u':' %
+                              strUnderline % u' ' % strColor % "12"_L1 % message.from(3) %
+                              strColor);
 }
 
 void Numerics::roomTopic(const IRCMessage& message) const
 {
-    const int index = m_desk.channels.FindChannel(P(message, 2, 2));
-    if (index == -1)
+    Room* room = m_desk.channels.entered(message.word(2));
+    if (!room)
         return;
-    Room& room = m_desk.channels.Channels(index);
-    RichTextBox& topic = room.form.rtbTopic();
-    TopicField::show(topic, m_desk.writer, P(message, 3, -1));
-    m_desk.channel.DataIn().setText({});
+    RichTextBox& topic = room->form.rtbTopic();
+    TopicField::show(topic, m_desk.writer, message.from(3));
+    m_desk.mainView.view().setText({});
     m_desk.events.Pause(0.2);
-    writeMain(strColor % "3You have entered to the chat room"_L1);
-    writeMain(strColor % "4Welcome To "_L1 % strBold % strColor % "12Quill Harbor Messenger"_L1 %
-              strColor % u'!');
-    writeMain(strColor % "5Checking Your Internet Connection "_L1 % strColor %
-              "14 Connecting please wait... "_L1 % strColor);
-    m_desk.writer.WriteView(room.form.DataIn(), strColor % "03Topic is \""_L1 % strColor %
-                                                    P(message, 3, -1) % strColor % "03\""_L1);
+    m_desk.mainView.write(strColor % "3You have entered to the chat room"_L1);
+    m_desk.mainView.write(strColor % "4Welcome To "_L1 % strBold % strColor %
+                          "12Quill Harbor Messenger"_L1 % strColor % u'!');
+    m_desk.mainView.write(strColor % "5Checking Your Internet Connection "_L1 % strColor %
+                          "14 Connecting please wait... "_L1 % strColor);
+    m_desk.writeIn(*room, strColor % "03Topic is \""_L1 % strColor % message.from(3) % strColor %
+                              "03\""_L1);
     topic.setSelStart(0);
     TopicField::setLocked(topic, true);
 }
 
 void Numerics::topicSetter(const IRCMessage& message) const
 {
-    const int index = m_desk.channels.FindChannel(P(message, 2, 2));
-    if (index == -1)
+    const Room* room = m_desk.channels.entered(message.word(2));
+    if (!room)
         return;
-    const QDateTime when = DateFromUnix(toInt32(P(message, 4, 4)));
-    m_desk.writer.WriteView(m_desk.channels.Channels(index).form.DataIn(),
-                            strColor % "03Topic set by "_L1 % strBold % P(message, 3, 3) % strBold %
-                                " on "_L1 % strBold %
-                                QLocale::system().toString(when, QLocale::ShortFormat) % strBold);
+    const QDateTime when = DateFromUnix(toInt32(message.word(4)));
+    m_desk.writeIn(*room, strColor % "03Topic set by "_L1 % strBold % message.word(3) % strBold %
+                              " on "_L1 % strBold %
+                              QLocale::system().toString(when, QLocale::ShortFormat) % strBold);
 }
 
 void Numerics::names(const IRCMessage& message) const
 {
-    const int index = m_desk.channels.FindChannel(message.Params.value(2));
-    if (index == -1)
+    Room* room = m_desk.channels.entered(message.Params.value(2));
+    if (!room)
         return;
-    Room& room = m_desk.channels.Channels(index);
-    for (const QString& nick : P(message, 4, -1).split(u' '))
-        room.nicks.AddNick(nick);
+    for (const QString& nick : message.from(4).split(u' '))
+        room->nicks.AddNick(nick);
 }
 
 void Numerics::listEntry(const IRCMessage& message) const
 {
     if (m_desk.variables.ListFetching)
-        m_desk.channelInfo.AddBEI(P(message, 3, 3), P(message, 4, 4), P(message, 5, 5));
+        m_desk.channelInfo.AddBEI(message.word(3), message.word(4), message.word(5));
 }
 
 void Numerics::listEnd(const IRCMessage&) const
@@ -183,42 +177,42 @@ void Numerics::listEnd(const IRCMessage&) const
 
 void Numerics::whoisAway(const IRCMessage& message) const
 {
-    const QString nick = P(message, 2, 2);
-    writeWhois(nick, whoisHead(nick) % " is away: "_L1 % P(message, 3, -1));
+    const QString nick = message.word(2);
+    writeWhois(nick, whoisHead(nick) % " is away: "_L1 % message.from(3));
 }
 
 void Numerics::whoisRemark(const IRCMessage& message) const
 {
-    const QString nick = P(message, 2, 2);
-    writeWhois(nick, whoisHead(nick) % u' ' % P(message, 3, -1));
+    const QString nick = message.word(2);
+    writeWhois(nick, whoisHead(nick) % u' ' % message.from(3));
 }
 
 void Numerics::whoisUser(const IRCMessage& message) const
 {
-    const QString nick = P(message, 2, 2);
+    const QString nick = message.word(2);
     writeWhois(nick, u" "_s);
     // From the host on as the server wrote it, its "*" included.
-    writeWhois(nick, whoisHead(nick) % " is "_L1 % P(message, 3, 3) % u'@' % P(message, 4, -1));
+    writeWhois(nick, whoisHead(nick) % " is "_L1 % message.word(3) % u'@' % message.from(4));
 }
 
 void Numerics::whoisServer(const IRCMessage& message) const
 {
-    const QString nick = P(message, 2, 2);
-    writeWhois(nick, whoisHead(nick) % " is using: "_L1 % P(message, 3, 3) % " ( "_L1 %
-                         P(message, 4, -1) % " )"_L1);
+    const QString nick = message.word(2);
+    writeWhois(nick, whoisHead(nick) % " is using: "_L1 % message.word(3) % " ( "_L1 %
+                         message.from(4) % " )"_L1);
 }
 
 void Numerics::whoisIdle(const IRCMessage& message) const
 {
-    const QString nick = P(message, 2, 2);
-    writeWhois(nick, whoisHead(nick) % u' ' % P(message, 3, 3) % " seconds idle / "_L1 %
-                         P(message, 4, 4) % " sign-on time"_L1);
+    const QString nick = message.word(2);
+    writeWhois(nick, whoisHead(nick) % u' ' % message.word(3) % " seconds idle / "_L1 %
+                         message.word(4) % " sign-on time"_L1);
 }
 
 void Numerics::whoisRooms(const IRCMessage& message) const
 {
-    const QString nick = P(message, 2, 2);
-    writeWhois(nick, whoisHead(nick) % " is on: "_L1 % P(message, 3, -1));
+    const QString nick = message.word(2);
+    writeWhois(nick, whoisHead(nick) % " is on: "_L1 % message.from(3));
 }
 
 void Numerics::whoisSpecial(const IRCMessage& message) const
@@ -226,13 +220,8 @@ void Numerics::whoisSpecial(const IRCMessage& message) const
     // A parameter cannot hold the blank that this looks for: the nick appears twice.
     QString left;
     QString right;
-    SplitAt(P(message, 2, 2), u' ', left, right);
+    SplitAt(message.word(2), u' ', left, right);
     writeWhois(left, whoisHead(left) % u' ' % right);
-}
-
-void Numerics::writeMain(const QString& text) const
-{
-    m_desk.writer.WriteView(m_desk.channel.DataIn(), text);
 }
 
 void Numerics::writeWhois(const QString& nick, const QString& text) const
@@ -242,8 +231,6 @@ void Numerics::writeWhois(const QString& nick, const QString& text) const
 
 RichTextBox& Numerics::whoisView(const QString& nick) const
 {
-    if (!m_desk.variables.WhoisQuery)
-        return m_desk.channel.DataIn();
-    const int slot = m_desk.queries.FindQuery(nick);
-    return slot == -1 ? m_desk.channel.DataIn() : m_desk.queries.Queries(slot).DataIn();
+    PrivateWindow* window = m_desk.variables.WhoisQuery ? m_desk.queries.windowOf(nick) : nullptr;
+    return window ? window->DataIn() : m_desk.mainView.view();
 }

@@ -44,9 +44,8 @@ public:
 
 private:
     void PassWord() const;
-    void writeMain(const QString& text) const;
     void writeWhois(const QString& nick, const QString& text) const;
     RichTextBox& whoisView(const QString& nick) const;
 
-    SessionDesk m_desk;
+    const SessionDesk& m_desk;
 };

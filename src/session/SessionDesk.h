@@ -1,5 +1,9 @@
 #pragma once
 
+#include "room/Room.h"
+#include "text/MainView.h"
+#include "text/TextWriter.h"
+
 class ChannelTable;
 class CommandProcessor;
 class Connection;
@@ -16,7 +20,6 @@ class NickPrompts;
 class QueryTable;
 class SignInForm;
 class StatusLine;
-class TextWriter;
 struct SessionVariables;
 
 // Everything that server lines act on.
@@ -33,6 +36,7 @@ struct SessionDesk
     Connection& connection;
     ChannelTable& channels;
     QueryTable& queries;
+    const MainView& mainView;
     const TextWriter& writer;
     const StatusLine& status;
     const ModeLine& modeLine;
@@ -40,4 +44,9 @@ struct SessionDesk
     const IncomingText& roomText;
     const Ctcp& ctcp;
     CommandProcessor& commands;
+
+    void writeIn(const Room& room, const QString& text) const
+    {
+        writer.WriteView(room.form.DataIn(), text);
+    }
 };

@@ -71,6 +71,12 @@ PrivateWindow& QueryTable::Queries(int slot) const
     return *window;
 }
 
+PrivateWindow* QueryTable::windowOf(const QString& nick) const
+{
+    const int slot = FindQuery(nick);
+    return slot == -1 ? nullptr : &Queries(slot);
+}
+
 void QueryTable::unloadAll()
 {
     for (int slot = 1; slot <= lastSlot(); ++slot)

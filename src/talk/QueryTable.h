@@ -38,6 +38,8 @@ public:
     void talkTo(const QString& nick);
 
     PrivateWindow& Queries(int slot) const;
+    // The window for a nick, none if there is none.
+    PrivateWindow* windowOf(const QString& nick) const;
     int QueryCount() const { return m_queryCount; }
     // Every window goes, and the count starts anew.
     void unloadAll();

@@ -3,13 +3,11 @@
 #include "common/ControlCharacters.h"
 #include "common/RunTimeError.h"
 #include "platform/Handlers.h"
-#include "text/TextWriter.h"
+#include "text/MainView.h"
 
 void StatusLine::WriteStatus(const QString& text, int color) const
 {
-    const auto write = [&] {
-        m_writer.WriteView(m_mainView, strColor % QString::number(color) % text);
-    };
+    const auto write = [&] { m_mainView.write(strColor % QString::number(color) % text); };
     try {
         write();
     } catch (const RunTimeError&) {

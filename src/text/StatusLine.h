@@ -2,22 +2,19 @@
 
 #include <QString>
 
-class RichTextBox;
-class TextWriter;
+class MainView;
 
 // Writes notes of the program itself to the main view. Nothing is reported when that fails.
 class StatusLine final
 {
 public:
-    StatusLine(const TextWriter& writer, RichTextBox& mainView)
-        : m_writer(writer)
-        , m_mainView(mainView)
+    explicit StatusLine(const MainView& mainView)
+        : m_mainView(mainView)
     {
     }
 
     void WriteStatus(const QString& text, int color) const;
 
 private:
-    const TextWriter& m_writer;
-    RichTextBox& m_mainView;
+    const MainView& m_mainView;
 };

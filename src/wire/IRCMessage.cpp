@@ -47,6 +47,16 @@ IRCMessage ParseMessage(const QString& line)
     }
 }
 
+QString IRCMessage::word(int index) const
+{
+    return GetParams(*this, index, index);
+}
+
+QString IRCMessage::from(int index) const
+{
+    return GetParams(*this, index, -1);
+}
+
 QString GetParams(const IRCMessage& message, int from, int to)
 {
     return GetWords(message.Params, from, to);

@@ -14,6 +14,10 @@ struct IRCMessage
     QString Command;
     QStringList Params;
     QString ParamText; // all behind the command, as it came
+
+    // One parameter, and all from one on: GetParams in its two usual forms.
+    QString word(int index) const;
+    QString from(int index) const;
 };
 
 IRCMessage ParseMessage(const QString& line);

@@ -1,4 +1,5 @@
 #include "platform/Resources.h"
+#include "session/DoConnect.h"
 #include "support/ScriptedServer.h"
 #include "support/TestClient.h"
 
@@ -250,7 +251,7 @@ void MessengerTest::cancel()
 {
     QFETCH(bool, fromMenu);
     m_client->start();
-    m_client->chatRoom().window.setPortText(u"8867"_s); // as after a failure
+    m_client->chatRoom().main.window.setPortText(u"8867"_s); // as after a failure
     m_client->signIn(u"anna"_s);
     QCOMPARE(m_client->state(), attempting);
     if (fromMenu)
@@ -280,11 +281,16 @@ void MessengerTest::disconnect_data()
     QTest::newRow("by signing out")
         << Way([](TestClient& client) { client.signEntry().trigger(); });
     QTest::newRow("by moving to another server") << Way([](TestClient& client) {
+        const auto move = [&client] {
+            Session& session = client.chatRoom().session;
+            DoConnect(u"irc.example"_s, client.around.dialogs, session.connection,
+                      session.commands);
+        };
         client.around.dialogs.answerYes = false;
-        client.chatRoom().DoConnect(u"irc.example"_s);
+        move();
         QVERIFY(client.state() != signedOut);
         client.around.dialogs.answerYes = true;
-        client.chatRoom().DoConnect(u"irc.example"_s);
+        move();
         QCOMPARE(client.around.dialogs.shown.last(),
                  u"QuillHarborMessenger|Would you really like to connect to the server "
                  u"'irc.example'? You will be disconnect from your current one"_s);
@@ -374,7 +380,7 @@ void MessengerTest::refusedRoom()
         ScriptedServer other(m_client->around.address, fallbackPort);
         TestClient client(m_client->around.address, &m_events);
         client.start();
-        client.chatRoom().window.setPortText(u"8867"_s);
+        client.chatRoom().main.window.setPortText(u"8867"_s);
         client.signIn(u"cleo"_s);
         QTRY_VERIFY(other.received().contains("USER "));
         pingedBehindTheBox = !heard().contains("PONG");

@@ -192,7 +192,7 @@ void NetworkTest::registersAndEnters()
              (QStringList{u"+vera"_s, u"@harbormaster"_s, u"ann"_s, u"bea"_s, u"hal"_s}));
     QVERIFY(client->window().isVisible());
     QVERIFY(!client->messenger.login().isVisible());
-    QVERIFY(client->chatRoom().room.nicks.isHalfOp(u"hal"_s));
+    QVERIFY(client->chatRoom().main.room.nicks.isHalfOp(u"hal"_s));
 
     // What the server made of the lines that the client registered with.
     ann->send("WHOIS bea");

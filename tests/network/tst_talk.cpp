@@ -71,7 +71,7 @@ void press(QWidget* form, const QString& name)
 // The window of a private conversation; none while there is no such conversation.
 QueryForm* talkWith(TestClient& client, const QString& nick)
 {
-    for (const auto& place : client.chatRoom().queryFactory.places()) {
+    for (const auto& place : client.chatRoom().windows.queryFactory.places()) {
         if (place->QueryNick == nick && place->window())
             return place->window();
     }
@@ -94,7 +94,7 @@ void say(QueryForm& window, const QString& text)
 void select(TestClient& client, const QString& row)
 {
     client.window().lstNicks().setListIndex(static_cast<int>(client.chatters().indexOf(row)));
-    client.chatRoom().nickActions.lstNicks_MouseDown();
+    client.chatRoom().main.nickActions.lstNicks_MouseDown();
 }
 
 } // namespace
@@ -291,7 +291,7 @@ void TalkTest::ranksBanAndKick()
     fillIn(formTitled(passwordTitle), u"Text1"_s, u"lighthouse"_s);
     press(formTitled(passwordTitle), u"cmdOk"_s);
     QTRY_VERIFY(client->chatters().contains(u"@harbormaster"_s));
-    const NickList& nicks = client->chatRoom().room.nicks;
+    const NickList& nicks = client->chatRoom().main.room.nicks;
     struct Rank
     {
         const char* entry;

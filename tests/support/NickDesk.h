@@ -8,6 +8,7 @@
 #include "support/QueryFakes.h"
 #include "support/RecordingPorts.h"
 #include "talk/QueryTable.h"
+#include "text/MainView.h"
 #include "text/StatusLine.h"
 #include "text/TextWriter.h"
 
@@ -83,7 +84,8 @@ public:
                        {mnu_pm_no, mnu_pm_yes, mnu_blocked},
                        [this]() -> const ListBox& { return ignored; }};
     TextWriter writer{variables};
-    StatusLine status{writer, window.view};
+    MainView mainView{writer, window.view};
+    StatusLine status{mainView};
     QtEventLoop events;
     SystemClock clock;
     Identifiers identifiers{

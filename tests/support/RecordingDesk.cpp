@@ -27,15 +27,15 @@ SessionVariables sessionVariables()
 RecordingDesk::RecordingDesk(Winsock* realSock, EventLoop* realEvents)
     : variables(sessionVariables())
     , connection({variables, login, channel, buddies, forms, popup, forms, forms, dialogs,
-                  realEvents ? *realEvents : events, writer, channels, queries,
+                  realEvents ? *realEvents : events, mainView, channels, queries,
                   realSock ? *realSock : sock, ident},
                  handlers)
-    , identResponder({variables, writer, channel.DataIn(), events, ident}, handlers)
+    , identResponder({variables, mainView, events, ident}, handlers)
     , commands({variables, identifiers, connection, channels, queries, buddies, status, writer,
                 realEvents ? *realEvents : events})
     , interpreter({variables, login, channel, forms, buddies, lists, dialogs,
-                   realEvents ? *realEvents : events, connection, channels, queries, writer, status,
-                   modeLine, nickEvents, roomText, ctcp, commands})
+                   realEvents ? *realEvents : events, connection, channels, queries, mainView,
+                   writer, status, modeLine, nickEvents, roomText, ctcp, commands})
 {
     ident.LocalPort = ident.RemotePort = 113;
     connection.setInterpreter([this](const QString& line) { interpreter.interpret(line); });

@@ -16,6 +16,7 @@
 #include "support/RecordingPorts.h"
 #include "talk/QueryTable.h"
 #include "text/IncomingText.h"
+#include "text/MainView.h"
 #include "text/OwnTextStyle.h"
 #include "text/StatusLine.h"
 #include "text/TextWriter.h"
@@ -67,6 +68,7 @@ public:
     Handlers handlers{
         [this](const QString& message) { journal(QLatin1StringView("FATAL ") + message); }};
     TextWriter writer{variables};
+    MainView mainView{writer, channel.DataIn()};
     Room room{channel};
     ChannelTable channels{room};
     QueryTable queries{windows, {mnu_pm_no, mnu_pm_yes, mnu_blocked}, [this]() -> const ListBox& {
@@ -74,11 +76,11 @@ public:
                        }};
     Connection connection;
     IdentResponder identResponder;
-    StatusLine status{writer, channel.DataIn()};
+    StatusLine status{mainView};
     ModeLine modeLine{variables, channels};
     NickEvents nickEvents{channels, queries, writer};
     IncomingText roomText{IncomingText::room, writer, connection};
-    Ctcp ctcp{{writer, roomText, connection, channels, queries}};
+    Ctcp ctcp{{mainView, roomText, connection, queries}};
     Identifiers identifiers{{variables, channels, connection, clock, [this] { return random; }}};
     CommandProcessor commands;
     TopicField topic{room, connection};

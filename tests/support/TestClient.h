@@ -62,8 +62,8 @@ public:
     }
 
     ChatRoom& chatRoom() { return messenger.chatRoom(); }
-    Channel& window() { return chatRoom().window; }
-    Connection& connection() { return chatRoom().connection; }
+    Channel& window() { return chatRoom().main.window; }
+    Connection& connection() { return chatRoom().session.connection; }
     void click(const char* entry) { window().entry(QLatin1StringView(entry)).trigger(); }
     // The entry that connects: caption, and whether it and its counterpart can be clicked.
     QString state()

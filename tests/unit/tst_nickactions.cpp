@@ -34,7 +34,7 @@ struct Menus
                                       entry(u"mnu_status_away"_s, u"&..:Away [Own Reason]:."_s)}};
     ChatOptions options{ChatOptions::Parts{entry(u"mnu_pm_no"_s), entry(u"mnu_pm_yes"_s),
                                            entry(u"mnu_sound_no"_s), entry(u"mnu_sound_yes"_s),
-                                           desk.window.view, desk.writer, desk.dialogs}};
+                                           desk.mainView, desk.dialogs}};
 
     Menus()
     {

@@ -325,8 +325,7 @@ void TestWinsock::identOverTheWire()
     ident.LocalPort = 11300;
     RecordingDesk desk;
     QtEventLoop events;
-    const IdentResponder responder(
-        {desk.variables, desk.writer, desk.channel.DataIn(), events, ident}, desk.handlers);
+    const IdentResponder responder({desk.variables, desk.mainView, events, ident}, desk.handlers);
     ident.Listen();
     QTcpSocket asker;
     asker.connectToHost(u"127.9.1.18"_s, 11300);
