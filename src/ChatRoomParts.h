@@ -1,5 +1,6 @@
 #pragma once
 
+class Dialogs;
 class Handlers;
 class Popup;
 class Program;
@@ -25,6 +26,7 @@ public:
 struct ChatRoomParts
 {
     const Surroundings& surroundings;
+    Dialogs& dialogs; // those of the surroundings, watched
     const Handlers& handlers;
     const Settings& settings;
     SessionVariables& variables;

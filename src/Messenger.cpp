@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 
 Messenger::Messenger(const Surroundings& surroundings)
     : m_surroundings(surroundings)
+    , m_dialogs(surroundings.dialogs, [this] { return whileBoxIsOpen(); })
     , m_handlers([this](const QString& message) { fail(message); })
     , m_settings(surroundings.configFolder + "/settings.ini"_L1)
     , m_store(surroundings.configFolder)
@@ -30,10 +31,9 @@ Messenger::Messenger(const Surroundings& surroundings)
         return std::make_unique<Author>(
             m_handlers, [this](const QString& address) { m_surroundings.links.OpenLink(address); });
     })
-    , m_login({*this, m_settings, m_store, m_runKey, surroundings.dialogs, surroundings.clock},
-              m_handlers)
+    , m_login({*this, m_settings, m_store, m_runKey, m_dialogs, surroundings.clock}, m_handlers)
     , m_loginAsSource(m_login)
-    , gSysTray(m_handlers, surroundings.notificationArea, surroundings.dialogs)
+    , gSysTray(m_handlers, surroundings.notificationArea, m_dialogs)
 {
     m_handlers.connect(&gSysTray, &clsSysTray::LButtonDblClk, this, [this] { showChatRoom(); });
     m_handlers.connect(&gSysTray, &clsSysTray::RButtonUp, this, [this] { showTrayMenu(); });
@@ -76,6 +76,7 @@ ChatRoom& Messenger::chatRoom()
         return *m_chatRoom;
     m_chatRoom = std::make_unique<ChatRoom>(ChatRoomParts{
         .surroundings = m_surroundings,
+        .dialogs = m_dialogs,
         .handlers = m_handlers,
         .settings = m_settings,
         .variables = m_variables,
@@ -133,9 +134,16 @@ void Messenger::unloadSmallForms()
     m_about.Unload();
 }
 
+// A box keeps the handler below it from ending, and the server waits for no user.
+std::shared_ptr<void> Messenger::whileBoxIsOpen()
+{
+    return m_chatRoom ? std::make_shared<TcpWinsock::LetThrough>(m_chatRoom->session.sock)
+                      : nullptr;
+}
+
 void Messenger::fail(const QString& message)
 {
-    m_surroundings.dialogs.MsgBox(message, u"Quill Harbor Messenger"_s, Dialogs::Icon::Critical);
+    m_dialogs.MsgBox(message, u"Quill Harbor Messenger"_s, Dialogs::Icon::Critical);
     End();
 }
 

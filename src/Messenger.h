@@ -13,6 +13,7 @@
 #include "desktop/frmPopup.h"
 #include "platform/Form.h"
 #include "platform/Handlers.h"
+#include "platform/WatchedDialogs.h"
 #include "session/DebugWin.h"
 #include "settings/PreviousInstance.h"
 #include "settings/RunKey.h"
@@ -49,6 +50,7 @@ protected:
 private:
     void showLogin();
     void showTrayMenu();
+    std::shared_ptr<void> whileBoxIsOpen();
     void fail(const QString& message);
 
     // LoginDesk
@@ -82,6 +84,7 @@ private:
     void sent(const QString& line) override { m_debugWin->sent(line); }
 
     const Surroundings m_surroundings;
+    WatchedDialogs m_dialogs;
     Handlers m_handlers;
     Settings m_settings;
     UserStore m_store;

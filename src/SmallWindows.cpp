@@ -12,19 +12,17 @@ SmallWindows::SmallWindows(const ChatRoomParts& given, MainRoom& main, Session& 
     , m_window(main.window)
     , palettes(given.handlers, main.ownStyle, main.window)
     , ignoreList([&given, &main, &session] {
-        return std::make_unique<IgnoreList>(IgnoreList::Desk{given.handlers, given.variables,
-                                                             main.room, session.connection,
-                                                             given.surroundings.dialogs});
+        return std::make_unique<IgnoreList>(IgnoreList::Desk{
+            given.handlers, given.variables, main.room, session.connection, given.dialogs});
     })
     , queryFactory(queryDesk(main, session))
     , queries(queryFactory,
               {main.window.entry(u"mnu_pm_no"_s), main.window.entry(u"mnu_pm_yes"_s),
                main.window.entry(u"mnu_blocked"_s)},
               [this]() -> const ListBox& { return ignoreList->List1(); })
-    , buddies(
-          {given.handlers, session.connection, given.surroundings.dialogs, given.store, queries})
+    , buddies({given.handlers, session.connection, given.dialogs, given.store, queries})
     , nickForms({given.variables, main.room, session.connection, session.commands, given.login,
-                 given.surroundings.dialogs, *this, given.handlers})
+                 given.dialogs, *this, given.handlers})
     , channelLists({given.variables, session.connection, given.surroundings.events, given.handlers},
                    main.room)
 {
@@ -40,7 +38,7 @@ Query::Desk SmallWindows::queryDesk(MainRoom& main, Session& session)
         .channels = main.channels,
         .clock = m_given.surroundings.clock,
         .server = session.connection,
-        .dialogs = m_given.surroundings.dialogs,
+        .dialogs = m_given.dialogs,
         .events = m_given.surroundings.events,
         .links = m_given.surroundings.links,
         .neighbours = *this,

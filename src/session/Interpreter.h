@@ -20,8 +20,8 @@ public:
     Q_DISABLE_COPY_MOVE(Interpreter)
     ~Interpreter() = default;
 
-    // One line, with or without its LF. Every line first yields to the event loop, so others may
-    // be handled in the middle of it.
+    // One line, with or without its LF. It yields between its parse and its effect, so clicks and
+    // timers may change the state that it meets.
     void interpret(QString line) const;
 
 private:

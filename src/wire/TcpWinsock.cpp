@@ -197,18 +197,23 @@ void TcpWinsock::drop()
         letGo(std::exchange(m_socket, nullptr));
 }
 
+void TcpWinsock::raiseDataArrival(qint64 waiting)
+{
+    ++m_nesting;
+    Q_EMIT DataArrival(waiting);
+    --m_nesting;
+    scheduleDelivery();
+}
+
 void TcpWinsock::deliver()
 {
     m_deliveryScheduled = false;
     if (!m_socket || m_held)
         return;
-    if (m_nesting >= maximumNesting)
-        return; // the frame that unwinds schedules the rest
+    if (m_nesting >= m_maximumNesting)
+        return; // the handler that ends schedules the rest
     if (const qint64 waiting = m_socket->bytesAvailable(); waiting > 0) {
-        ++m_nesting;
-        Q_EMIT DataArrival(waiting);
-        --m_nesting;
-        scheduleDelivery();
+        raiseDataArrival(waiting);
         return;
     }
     if (m_failure) {
@@ -230,4 +235,11 @@ void TcpWinsock::scheduleDelivery()
     m_deliveryScheduled = true;
     QMetaObject::invokeMethod(
         m_socket, [this] { deliver(); }, Qt::QueuedConnection);
+}
+
+TcpWinsock::LetThrough::LetThrough(TcpWinsock& socket)
+    : m_socket(socket)
+    , m_before(std::exchange(socket.m_maximumNesting, socket.m_nesting + 1))
+{
+    m_socket.scheduleDelivery(); // of what waits for the handler already
 }

@@ -10,8 +10,9 @@
 class QTcpServer;
 class QTcpSocket;
 
-// Winsock over the toolkit's sockets. DataArrival can be raised inside itself (a handler may
-// yield), down to a fixed depth; beyond it data waits until the stack has unwound.
+// Winsock over the toolkit's sockets. While a handler of DataArrival runs, what else arrives waits
+// until it is done, however often it yields: the order of arrival is the order of handling. Only a
+// LetThrough opens one more level.
 class TcpWinsock final : public Winsock
 {
     Q_OBJECT
@@ -31,13 +32,13 @@ public:
     void SendData(const QString& text) override;
     void setEventsHeld(bool held) override;
 
-    // Handlers of a flood may nest this deep.
-    static constexpr int maximumNesting = 32;
+    class LetThrough;
 
 private:
     void adopt(QTcpSocket* socket);
     void drop();
     void refusePendingRequest();
+    void raiseDataArrival(qint64 waiting);
     void deliver();
     void scheduleDelivery();
 
@@ -54,10 +55,26 @@ private:
     qintptr m_pendingRequest = -1;
     bool m_answeringRequest = false;
     quint64 m_generation = 0; // a queued event of an older connection finds it changed
-    int m_nesting = 0;
+    int m_nesting = 0;        // handlers of DataArrival that run, one inside the other
+    int m_maximumNesting = 1;
     bool m_held = false;
     bool m_deliveryScheduled = false;
     // Raised when everything that came before has been read.
     bool m_peerHasGone = false;
     std::optional<Failure> m_failure;
+};
+
+// Stands while something keeps the running handler from ending, a box that waits for the user: what
+// arrives is raised inside that handler meanwhile. Outside of a handler it changes nothing. They
+// end in the reverse order of their beginning.
+class TcpWinsock::LetThrough final
+{
+public:
+    explicit LetThrough(TcpWinsock& socket);
+    ~LetThrough() { m_socket.m_maximumNesting = m_before; }
+    Q_DISABLE_COPY_MOVE(LetThrough)
+
+private:
+    TcpWinsock& m_socket;
+    int m_before;
 };

@@ -52,6 +52,30 @@ private:
     QByteArray m_heard;
 };
 
+// Lines of several chatters in a given order, one a millisecond: each is a packet of its own.
+class Sayings final
+{
+public:
+    void add(Chatter& chatter, const QByteArray& line) { m_lines.push_back({&chatter, line}); }
+    void start()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
+            const auto& [chatter, line] = m_lines[m_said];
+            chatter->send(line);
+            if (++m_said == m_lines.size())
+                m_timer.stop();
+        });
+        m_timer.start(1);
+    }
+    bool areOver() const { return m_said == m_lines.size(); }
+    qsizetype count() const { return m_lines.size(); }
+
+private:
+    QTimer m_timer;
+    QList<std::pair<Chatter*, QByteArray>> m_lines;
+    qsizetype m_said = 0;
+};
+
 // A second network, which this test may end. It goes down with its owner, however he ends.
 class OwnNetwork final
 {
@@ -98,6 +122,10 @@ private Q_SLOTS:
     void registersAndEnters();
     void talk();
     void topicChange();
+    void orderOfArrival();
+    void shortVisits();
+    void ownerEnters();
+    void pingBehindABox();
     void kick();
     void refusedRooms_data();
     void refusedRooms();
@@ -264,6 +292,76 @@ void NetworkTest::topicChange()
     QCOMPARE(client->topic(), u"low tide"_s);
 }
 
+void NetworkTest::orderOfArrival()
+{
+    const auto client = clientInRoom(u"bea"_s);
+    const auto ann = chatterInRoom(u"ann"_s);
+    QString expected;
+    Sayings sayings;
+    for (int i = 0; i < 100; ++i) {
+        expected += "<ann> line "_L1 + QString::number(i) + " \r\n"_L1;
+        sayings.add(*ann, "PRIVMSG #Harbor :line " + QByteArray::number(i));
+    }
+    sayings.start();
+    QTRY_VERIFY(sayings.areOver() && client->reads(u"line 99"_s));
+    const QString heard = client->conversation();
+    QCOMPARE(heard.mid(heard.indexOf("<ann> line"_L1)), expected);
+}
+
+// They come, speak, change their name and go.
+void NetworkTest::shortVisits()
+{
+    constexpr int count = 40;
+    const auto client = clientInRoom(u"bea"_s);
+    std::vector<std::unique_ptr<Chatter>> guests;
+    for (int i = 0; i < count; ++i)
+        guests.push_back(std::make_unique<Chatter>(m_host, "guest"_L1 + QString::number(i)));
+    for (const auto& guest : guests)
+        QTRY_VERIFY(guest->has(" 001 "));
+    Sayings sayings;
+    for (const auto& guest : guests) {
+        const QByteArray name = "was" + QByteArray::number(sayings.count());
+        for (const QByteArray& line : QByteArrayList{"JOIN #Harbor", "PRIVMSG #Harbor :hello",
+                                                     "NICK " + name, "PART #Harbor"})
+            sayings.add(*guest, line);
+    }
+    sayings.start();
+    QTRY_COMPARE(client->conversation().count(u" has left #Harbor"_s), count);
+    QCOMPARE(client->chatters(), QStringList{u"bea"_s});
+    QCOMPARE(client->window().findChild<QLabel*>(u"cmdCount"_s)->text(),
+             u" Total Chatters : [ 1 ]"_s);
+}
+
+// The services give the rank while the entry is still being handled.
+void NetworkTest::ownerEnters()
+{
+    const auto client = newClient();
+    client->signIn(u"harbormaster"_s, u"lighthouse"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(client->reads(u"ChanServ sets mode"_s), 15'000);
+    QTRY_COMPARE(client->chatters(), QStringList{u"@harbormaster"_s});
+    const QString conversation = client->conversation();
+    QVERIFY2(conversation.trimmed().startsWith("You have entered to the chat room"_L1),
+             qPrintable(conversation));
+    QWidget* edit = client->window().findChild<QWidget*>(u"rtbTopic"_s)->focusProxy();
+    const QString before = client->topic();
+    QTest::keyClicks(edit, u"x"_s);
+    QVERIFY(client->topic() != before);
+}
+
+void NetworkTest::pingBehindABox()
+{
+    const auto client = clientInRoom(u"bea"_s);
+    bool answered = false;
+    client->around.dialogs.whileOpen = [&] {
+        client->window().DataIn().setText({});
+        client->connection().SendData(u"PING still-there"_s);
+        answered = QTest::qWaitFor([&] { return client->reads(u"still-there"_s); });
+    };
+    client->connection().SendData(u"NICK 4#"_s); // refused, which opens a box
+    QTRY_COMPARE(client->around.dialogs.shown.size(), 1);
+    QVERIFY(answered);
+}
+
 void NetworkTest::kick()
 {
     const auto master = chatterInRoom(u"harbormaster"_s, "lighthouse");
@@ -315,8 +413,7 @@ void NetworkTest::refusedRooms()
     QVERIFY2(box.contains(reason), qPrintable(box));
     QTRY_COMPARE(client->state(), u"&Connect on off"_s);
     QVERIFY(client->looksSignedOut());
-    // Whether the sign-in form shows depends on what is handled last: lines can overtake another.
-    QVERIFY(!client->window().isVisible());
+    QVERIFY(client->messenger.login().isVisible() && !client->window().isVisible());
 }
 
 void NetworkTest::cancel()
