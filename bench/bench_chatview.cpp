@@ -1,5 +1,4 @@
 #include "view/ChatView.h"
-#include "view/RichTextBoxWidget.h"
 
 #include <QApplication>
 #include <QDir>
@@ -98,31 +97,13 @@ private:
     qsizetype m_searched = 0;
 };
 
-struct Subject
+std::unique_ptr<ChatView> shownView()
 {
-    std::unique_ptr<QWidget> widget;
-    RichTextBox* view = nullptr;
-
-    QScrollBar* scrollBar() const
-    {
-        auto* area = qobject_cast<QAbstractScrollArea*>(widget.get());
-        return (area ? area : widget->findChild<QAbstractScrollArea*>())->verticalScrollBar();
-    }
-};
-
-template<typename View>
-Subject make()
-{
-    auto view = std::make_unique<View>();
-    View* raw = view.get();
-    raw->resize(700, 500);
-    raw->show();
-    return {std::move(view), raw};
+    auto view = std::make_unique<ChatView>();
+    view->resize(700, 500);
+    view->show();
+    return view;
 }
-
-using Make = Subject (*)();
-constexpr Make oldView = &make<RichTextBoxWidget>;
-constexpr Make newView = &make<ChatView>;
 
 void print(const QString& row, const QString& result)
 {
@@ -136,20 +117,19 @@ QString number(double value, int decimals, int width)
 
 struct Burst
 {
-    Make make;
     int lines;
     bool yields;
 };
 
 void runBurst(const QString& row, const Burst& burst, const QString& picture)
 {
-    const Subject subject = burst.make();
-    Writer writer(*subject.view, picture);
+    const std::unique_ptr<ChatView> view = shownView();
+    Writer writer(*view, picture);
     for (int i = 0; i < 100; ++i) // fonts and the first frame
         writer.writeLine(i);
     QCoreApplication::processEvents();
     const qint64 memory = residentBytes();
-    const qsizetype characters = subject.view->TextLength();
+    const qsizetype characters = view->TextLength();
     const double cpu = cpuSeconds();
     QElapsedTimer time;
     time.start();
@@ -166,9 +146,9 @@ void runBurst(const QString& row, const Burst& burst, const QString& picture)
     settled.start(20);
     while (settled.isActive())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    subject.widget->grab();
+    view->grab();
     const double usedCpu = cpuSeconds() - cpu;
-    const auto text = static_cast<double>(subject.view->TextLength() - characters);
+    const auto text = static_cast<double>(view->TextLength() - characters);
     const auto grown = static_cast<double>(residentBytes() - memory);
     // Where other programs want the processor too, the second number is the one to look at.
     print(row, number(written / burst.lines, 2, 10) +
@@ -176,15 +156,15 @@ void runBurst(const QString& row, const Burst& burst, const QString& picture)
                    number(text / burst.lines, 0, 9) + number((grown - text) / burst.lines, 0, 12));
 }
 
-Subject filled(Make make, int lines, const QString& picture)
+std::unique_ptr<ChatView> filled(int lines, const QString& picture)
 {
-    Subject subject = make();
-    Writer writer(*subject.view, picture);
+    std::unique_ptr<ChatView> view = shownView();
+    Writer writer(*view, picture);
     for (int i = 0; i < lines; ++i)
         writer.writeLine(i);
-    subject.view->onChange({});
-    subject.widget->grab();
-    return subject;
+    view->onChange({});
+    view->grab();
+    return view;
 }
 
 // How long each call took, put together as median and worst.
@@ -214,19 +194,18 @@ private:
 
 struct Reading
 {
-    Make make;
     int lines;
 };
 
 void runResize(const QString& row, const Reading& reading, const QString& picture)
 {
-    const Subject subject = filled(reading.make, reading.lines, picture);
+    const std::unique_ptr<ChatView> view = filled(reading.lines, picture);
     Times times;
     for (int i = 0; i < 40; ++i) {
         times.measure([&] {
-            subject.widget->resize(500 + 10 * (i % 2 ? i : 40 - i), 500);
+            view->resize(500 + 10 * (i % 2 ? i : 40 - i), 500);
             QCoreApplication::processEvents();
-            subject.widget->grab();
+            view->grab();
         });
     }
     print(row, "resize, painted: "_L1 + times.text());
@@ -234,8 +213,8 @@ void runResize(const QString& row, const Reading& reading, const QString& pictur
 
 void runPageUp(const QString& row, const Reading& reading, const QString& picture)
 {
-    const Subject subject = filled(reading.make, reading.lines, picture);
-    QScrollBar* bar = subject.scrollBar();
+    const std::unique_ptr<ChatView> view = filled(reading.lines, picture);
+    QScrollBar* bar = view->verticalScrollBar();
     while (bar->maximum() == 0)
         QCoreApplication::processEvents();
     bar->setValue(bar->maximum());
@@ -243,7 +222,7 @@ void runPageUp(const QString& row, const Reading& reading, const QString& pictur
     while (bar->value() > 0) {
         times.measure([&] {
             bar->triggerAction(QAbstractSlider::SliderPageStepSub);
-            subject.widget->grab();
+            view->grab();
         });
     }
     print(row, "page up, painted: "_L1 + times.text());
@@ -251,8 +230,7 @@ void runPageUp(const QString& row, const Reading& reading, const QString& pictur
 
 void runFind(const QString& row, const Reading& reading, const QString& picture)
 {
-    const Subject subject = filled(reading.make, reading.lines, picture);
-    const auto* view = qobject_cast<ChatView*>(subject.widget.get());
+    const std::unique_ptr<ChatView> view = filled(reading.lines, picture);
     Times times;
     for (int i = 0; i < 10; ++i) {
         times.measure([&] {
@@ -268,15 +246,15 @@ void runFind(const QString& row, const Reading& reading, const QString& picture)
 // Lines as long as a line can be, each first seen and painted once.
 void runLongLines(const QString& row, const Reading& reading, const QString&)
 {
-    const Subject subject = reading.make();
+    const std::unique_ptr<ChatView> view = shownView();
     const QStringList texts{u"words of some length "_s.repeated(1560), QString(32'767, u'w'),
                             u"e"_s + QString(32'766, QChar(0x301))};
     Times times;
     for (int i = 0; i < reading.lines; ++i) {
         times.measure([&] {
-            subject.view->setSelStart(subject.view->TextLength());
-            subject.view->setSelText(texts[i % texts.size()] + "\r\n"_L1);
-            subject.widget->grab();
+            view->setSelStart(view->TextLength());
+            view->setSelText(texts[i % texts.size()] + "\r\n"_L1);
+            view->grab();
         });
     }
     print(row, "32,767 characters, painted: "_L1 + times.text());
@@ -302,26 +280,19 @@ Row reading(const QString& name, void (*run)(const QString&, const Reading&, con
             }};
 }
 
-// The old view is slow: it is given fewer lines where more would take minutes.
 QList<Row> allRows()
 {
     return {
-        burst(u"new-burst-2000"_s, {newView, 2'000, false}),
-        burst(u"new-burst-50000"_s, {newView, 50'000, false}),
-        burst(u"new-burst-200000"_s, {newView, 200'000, false}),
-        burst(u"new-burst-2000-yielding"_s, {newView, 2'000, true}),
-        burst(u"new-burst-50000-yielding"_s, {newView, 50'000, true}),
-        burst(u"new-burst-200000-yielding"_s, {newView, 200'000, true}),
-        burst(u"old-burst-2000"_s, {oldView, 2'000, false}),
-        burst(u"old-burst-50000"_s, {oldView, 50'000, false}),
-        burst(u"old-burst-2000-yielding"_s, {oldView, 2'000, true}),
-        burst(u"old-burst-50000-yielding"_s, {oldView, 50'000, true}),
-        reading(u"new-resize-200000"_s, runResize, {newView, 200'000}),
-        reading(u"old-resize-5000"_s, runResize, {oldView, 5'000}),
-        reading(u"new-pageup-200000"_s, runPageUp, {newView, 200'000}),
-        reading(u"old-pageup-5000"_s, runPageUp, {oldView, 5'000}),
-        reading(u"new-find-200000"_s, runFind, {newView, 200'000}),
-        reading(u"new-long-lines"_s, runLongLines, {newView, 9}),
+        burst(u"new-burst-2000"_s, {2'000, false}),
+        burst(u"new-burst-50000"_s, {50'000, false}),
+        burst(u"new-burst-200000"_s, {200'000, false}),
+        burst(u"new-burst-2000-yielding"_s, {2'000, true}),
+        burst(u"new-burst-50000-yielding"_s, {50'000, true}),
+        burst(u"new-burst-200000-yielding"_s, {200'000, true}),
+        reading(u"new-resize-200000"_s, runResize, {200'000}),
+        reading(u"new-pageup-200000"_s, runPageUp, {200'000}),
+        reading(u"new-find-200000"_s, runFind, {200'000}),
+        reading(u"new-long-lines"_s, runLongLines, {9}),
     };
 }
 

@@ -1,5 +1,7 @@
 #include "common/TextHelpers.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr QChar carriageReturn{13};
@@ -45,6 +47,14 @@ QString GetWords(const QStringList& words, qsizetype first, qsizetype last)
     if (first > end)
         return {};
     return withoutCarriageReturns(words.mid(first - 1, end - first + 1).join(blank));
+}
+
+QString withLineFeeds(QString text)
+{
+    if (!text.contains(u'\r'))
+        return text;
+    text.replace("\r\n"_L1, "\n"_L1);
+    return text.replace(u'\r', u'\n');
 }
 
 QString withoutCarriageReturns(QString text)

@@ -21,6 +21,9 @@ QString CutRight(const QString& text, qsizetype count);
 // carriage returns. A range beyond the words is empty.
 QString GetWords(const QStringList& words, qsizetype first, qsizetype last);
 
+// CR LF, CR and LF are each one LF.
+QString withLineFeeds(QString text);
+
 QString withoutCarriageReturns(QString text);
 
 // Blanks only: tabs and code 0 are characters like any other.

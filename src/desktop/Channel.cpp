@@ -163,7 +163,6 @@ QWidget* Channel::buildChatPage()
 QWidget* Channel::buildTopicRow()
 {
     m_topic = named(new RichTextBoxWidget, u"rtbTopic"_s, u"Topic"_s);
-    m_topic->setSingleLine();
     m_topic->setLockTest([topic = m_topic] { return TopicField::isLocked(*topic); });
     m_topic->setFixedHeight(32);
     return m_topic;

@@ -70,14 +70,6 @@ void tellAccessibility(QAccessibleEvent& event)
     QAccessible::updateAccessibility(&event);
 }
 
-QString withLineFeeds(QString text)
-{
-    if (!text.contains(u'\r'))
-        return text;
-    text.replace("\r\n"_L1, "\n"_L1);
-    return text.replace(u'\r', u'\n');
-}
-
 } // namespace
 
 ChatView::ChatView(QWidget* parent, std::shared_ptr<PictureCache> pictures)

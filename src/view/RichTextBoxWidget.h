@@ -4,14 +4,11 @@
 
 #include <QTextCharFormat>
 #include <QTextCursor>
-#include <QTimer>
-#include <QWidget>
+#include <QTextEdit>
 
-class QTextBlock;
-
-// RichTextBox on the toolkit's own rich text widget, for the topic: a text that can be typed, too.
-// Paints at most once a frame however often it is written.
-class RichTextBoxWidget final : public QWidget, public RichTextBox
+// RichTextBox for the one line of a topic, on the toolkit's own rich text widget: the user can
+// edit it unless it is locked. Its text may end in a line end; what stands behind that is not seen.
+class RichTextBoxWidget final : public QTextEdit, public RichTextBox
 {
     Q_OBJECT
 public:
@@ -19,27 +16,24 @@ public:
     using KeyFilter = std::function<bool(const QKeyEvent& event)>;
 
     explicit RichTextBoxWidget(QWidget* parent = nullptr);
-    ~RichTextBoxWidget() override;
-    Q_DISABLE_COPY_MOVE(RichTextBoxWidget)
 
-    void setSingleLine();
     // While it says true the user can read and copy but not change the text.
     void setLockTest(std::function<bool()> locked) { m_locked = std::move(locked); }
     void setKeyFilter(KeyFilter filter) { m_keyFilter = std::move(filter); }
 
     QString Text() const override;
     void setText(const QString& text) override;
-    qsizetype TextLength() const override;
+    qsizetype TextLength() const override { return Text().size(); }
     QString TextRange(qsizetype start, qsizetype length) const override;
     qsizetype SelStart() const override;
     void setSelStart(qsizetype offset) override;
     qsizetype SelLength() const override;
     void setSelLength(qsizetype length) override;
-    QString SelText() const override;
+    QString SelText() const override { return TextRange(SelStart(), SelLength()); }
     void setSelText(const QString& text) override;
 
     QRgb SelColor() const override { return m_format.foreground().color().rgb(); }
-    void setSelColor(QRgb color) override;
+    void setSelColor(QRgb color) override { m_format.setForeground(QColor::fromRgb(color)); }
     bool SelBold() const override { return m_format.fontWeight() == QFont::Bold; }
     void setSelBold(bool on) override;
     bool SelUnderline() const override { return m_format.fontUnderline(); }
@@ -51,42 +45,34 @@ public:
     int SelFontSize() const override { return static_cast<int>(m_format.fontPointSize()); }
     void setSelFontSize(int points) override;
 
-    void InsertPicture(const InlinePicture& picture) override;
+    // A topic goes back to the server as it is read: a picture stays the code that it stands for.
+    void InsertPicture(const InlinePicture& picture) override { setSelText(picture.code); }
 
-    void beginEdit() override;
-    void endEdit() override;
-
-    // The offset under a point of the widget, -1 outside the text.
-    qsizetype offsetAt(const QPoint& point) const;
+    void beginEdit() override { m_insertion.beginEditBlock(); }
+    void endEdit() override { m_insertion.endEditBlock(); }
 
 Q_SIGNALS:
     void Click();
-    void DblClick();
-    void MouseMove(const QPoint& point);
-    void MouseUp(const QPoint& point);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    QMimeData* createMimeDataFromSelection() const override;
+    void insertFromMimeData(const QMimeData* source) override;
 
 private:
-    class Edit;
-
-    QPoint placeOf(const QMouseEvent& event) const;
-    void finishSelection(const QMouseEvent& event);
+    bool isLocked() const { return m_locked && m_locked(); }
+    void heedLock();
+    void keepToFirstLine();
     int positionOf(qsizetype offset) const;
     qsizetype offsetOf(int position) const;
     void select(int anchor, int position);
-    void holdPainting();
-    void showFrame();
-    void followEnd();
-    void keepToFirstLine();
 
-    Edit* m_edit;
     QTextCursor m_insertion;
     QTextCharFormat m_format;
-    QTimer m_frame;
     KeyFilter m_keyFilter;
     std::function<bool()> m_locked;
-    bool m_atEnd = true;
-    bool m_singleLine = false;
 };

@@ -113,7 +113,7 @@ private:
         return found;
     }
     QLineEdit* input() const { return control<QLineEdit>(u"DataOut"_s); }
-    QWidget* topicEdit() const { return control<QWidget>(u"rtbTopic"_s)->focusProxy(); }
+    QWidget* topicEdit() const { return control<QWidget>(u"rtbTopic"_s); }
     void click(const QWidget* target, Qt::MouseButton button = Qt::LeftButton,
                QPoint at = {-1, -1}) const;
     void setTopic(const QString& text) const { m_desk->window.rtbTopic().setText(text); }

@@ -5,7 +5,6 @@
 #include "text/CheckRTF.h"
 #include "text/SmileyTable.h"
 #include "text/TextWriter.h"
-#include "view/RichTextBoxWidget.h"
 
 #include <QRandomGenerator>
 #include <QSet>
@@ -282,24 +281,6 @@ private Q_SLOTS:
             QVERIFY2(quick.Text() == plain.Text(), which);
             QVERIFY2(quick.pictures() == plain.pictures(), which);
             QVERIFY2(quick.SelStart() == plain.SelStart(), which);
-        }
-    }
-
-    // A view that has a line end for one character moves what is put into its middle.
-    void equalsThePlainPassInAWidget()
-    {
-        CodeText random(99);
-        RichTextBoxWidget quick;
-        RichTextBoxWidget plain;
-        SmileyPass quickPass(quick);
-        PlainPass plainPass(plain, PlainPass::OfTheCall);
-        keep(quick, quickPass);
-        keep(plain, plainPass);
-        for (int i = 0; i < 400; ++i) {
-            const RandomChange change(random, plain.TextLength());
-            change.applyTo(quick);
-            change.applyTo(plain);
-            QVERIFY2(quick.Text() == plain.Text(), qPrintable(change.name()));
         }
     }
 
