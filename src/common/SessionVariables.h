@@ -10,6 +10,7 @@
 struct SessionVariables
 {
     QString ServerHost;
+    QString Charset; // of the wire
     QString MyNick;
     QString AltNick; // only a nick collision touches it, so the first collision clears MyNick
     QString FullName;

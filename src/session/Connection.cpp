@@ -47,7 +47,7 @@ void Connection::SendData(const QString& line)
 {
     if (m_parts.sock.state() == Winsock::Closed)
         return;
-    m_parts.sock.SendData(line + u'\n');
+    m_parts.sock.SendData(m_charset.encode(line) + '\n');
     if (m_parts.debugWin.Visible())
         m_parts.debugWin.sent(line);
 }
@@ -82,6 +82,7 @@ void Connection::startAttempt()
     Timer1.stop();
     m_parts.sock.Close();
     m_parts.channel.mnu_File_Connect().setCaption(captionCancel);
+    m_charset = Charset::named(beforeNul(m_parts.variables.Charset));
     m_parts.sock.RemoteHost = beforeNul(m_parts.variables.ServerHost);
     m_parts.sock.RemotePort = toInt32(m_parts.channel.portText());
     m_parts.ident.Close();
@@ -221,15 +222,15 @@ void Connection::sock_DataArrival()
 {
     if (m_parts.sock.state() == Winsock::Closed)
         return;
-    const QString data = m_parts.sock.GetData();
+    const QByteArray data = m_parts.sock.GetData();
     if (m_parts.debugWin.Visible())
-        m_parts.debugWin.received(data);
+        m_parts.debugWin.received(m_charset.decode(data));
     ReceiveBuffer += data;
     // It is the end of the buffer that frames: complete lines wait with an incomplete last one.
-    if (!ReceiveBuffer.endsWith(u'\r') && !ReceiveBuffer.endsWith(u'\n'))
+    if (!ReceiveBuffer.endsWith('\r') && !ReceiveBuffer.endsWith('\n'))
         return;
-    const QString lines = std::exchange(ReceiveBuffer, QString());
-    for (const QString& line : lines.split(u'\n')) {
+    const QStringList lines = m_charset.linesOf(std::exchange(ReceiveBuffer, QByteArray()));
+    for (const QString& line : lines) {
         if (m_interpret)
             skipRest([&] { m_interpret(line); });
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "session/Ports.h"
+#include "wire/Charset.h"
 #include "wire/LineSink.h"
 
 #include <QObject>
@@ -85,5 +86,6 @@ private:
     Parts m_parts;
     Interpret m_interpret;
     QTimer Timer1;
-    QString ReceiveBuffer; // survives the connection
+    Charset m_charset;
+    QByteArray ReceiveBuffer; // survives the connection
 };

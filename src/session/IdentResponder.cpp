@@ -6,6 +6,7 @@
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
 #include "text/MainView.h"
+#include "wire/Charset.h"
 #include "wire/Winsock.h"
 
 namespace {
@@ -41,8 +42,8 @@ void IdentResponder::IDENT_ConnectionRequest(qintptr requestID)
     Winsock& ident = m_parts.ident;
     ident.Close();
     ident.Accept(requestID);
-    ident.SendData(QString::number(ident.LocalPort) + ", "_L1 + QString::number(ident.RemotePort) +
-                   reply + m_parts.variables.IdentName + "\r\n"_L1);
+    send(QString::number(ident.LocalPort) + ", "_L1 + QString::number(ident.RemotePort) + reply +
+         m_parts.variables.IdentName + "\r\n"_L1);
     for (int i = 0; i < yieldsForTheQuestion; ++i)
         m_parts.events.DoEvents();
     ident.Close();
@@ -50,15 +51,20 @@ void IdentResponder::IDENT_ConnectionRequest(qintptr requestID)
 
 void IdentResponder::IDENT_DataArrival()
 {
-    const QString question = m_parts.ident.GetData();
+    const QString question = Charset().decode(m_parts.ident.GetData());
     if (!isPortPair(question))
         return;
     const QString ports = CutRight(question, 2); // the line end
     m_parts.mainView.write("*** IDENT : "_L1 + ports);
     const QString answer = ports + reply + m_parts.variables.IdentName;
-    m_parts.ident.SendData(answer);
+    send(answer);
     m_parts.mainView.write("*** IDENT reply : "_L1 + answer);
     m_parts.ident.Close();
+}
+
+void IdentResponder::send(const QString& text)
+{
+    m_parts.ident.SendData(Charset().encode(text));
 }
 
 void IdentResponder::IDENT_Error(const QString& description)

@@ -28,6 +28,7 @@ public:
 private:
     void IDENT_ConnectionRequest(qintptr requestID);
     void IDENT_DataArrival();
+    void send(const QString& text);
     void IDENT_Error(const QString& description);
 
     Parts m_parts;

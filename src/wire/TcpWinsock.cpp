@@ -1,7 +1,5 @@
 #include "wire/TcpWinsock.h"
 
-#include "wire/Windows1252.h"
-
 #include <QNetworkProxy>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -132,16 +130,16 @@ void TcpWinsock::Close()
     drop();
 }
 
-QString TcpWinsock::GetData()
+QByteArray TcpWinsock::GetData()
 {
-    return m_socket ? fromWindows1252(m_socket->readAll()) : QString();
+    return m_socket ? m_socket->readAll() : QByteArray();
 }
 
-void TcpWinsock::SendData(const QString& text)
+void TcpWinsock::SendData(const QByteArray& bytes)
 {
     if (!m_socket || m_state != Connected)
         return;
-    m_socket->write(toWindows1252(text));
+    m_socket->write(bytes);
     m_socket->flush(); // so that a line sent just before Close() is on its way
 }
 

@@ -28,8 +28,8 @@ public:
     void Listen() override;
     void Accept(qintptr requestID) override;
     void Close() override;
-    QString GetData() override;
-    void SendData(const QString& text) override;
+    QByteArray GetData() override;
+    void SendData(const QByteArray& bytes) override;
     void setEventsHeld(bool held) override;
 
     class LetThrough;

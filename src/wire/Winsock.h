@@ -1,11 +1,12 @@
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
 #include <QString>
 
 // One TCP socket as a control: a client, or a listener that accepts one peer on itself (RFC 793).
-// Text goes over the wire byte by character, see Windows1252.h. Nothing throws: what cannot be
-// done leaves the state as it is or raises Error.
+// It carries bytes; what letters they are is told by Charset. Nothing throws: what cannot be done
+// leaves the state as it is or raises Error.
 class Winsock : public QObject
 {
     Q_OBJECT
@@ -35,8 +36,8 @@ public:
     // Queued events of the connection die with it; what was sent still leaves.
     virtual void Close() = 0;
     // All that has arrived.
-    virtual QString GetData() = 0;
-    virtual void SendData(const QString& text) = 0;
+    virtual QByteArray GetData() = 0;
+    virtual void SendData(const QByteArray& bytes) = 0;
 
     // While held, events wait (a box is up that the session must not answer behind).
     virtual void setEventsHeld(bool held) = 0;

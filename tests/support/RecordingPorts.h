@@ -80,9 +80,11 @@ public:
     void Listen() override { enter(Listening, ".Listen"); }
     void Accept(qintptr requestID) override { enter(Connected, ".Accept ", requestID); }
     void Close() override { enter(Closed, ".Close"); }
-    QString GetData() override { return std::exchange(m_waiting, {}); }
-    void SendData(const QString& text) override
+    QByteArray GetData() override { return std::exchange(m_waiting, {}); }
+    void SendData(const QByteArray& bytes) override
     {
+        lastSent = bytes;
+        const QString text = QString::fromUtf8(bytes);
         const bool isLine = text.endsWith(u'\n') && text.count(u'\n') == 1 && !text.contains(u'\r');
         if (isLine)
             m_journal("<< ", text.chopped(1));
@@ -91,8 +93,11 @@ public:
     }
     void setEventsHeld(bool held) override { log(held ? ".hold" : ".release"); }
 
+    QByteArray lastSent;
+
     // What the network does.
-    void arrive(const QString& data)
+    void arrive(const QString& data) { arrive(data.toUtf8()); }
+    void arrive(const QByteArray& data)
     {
         m_waiting += data;
         Q_EMIT DataArrival(m_waiting.size());
@@ -111,7 +116,7 @@ private:
         log(pieces...);
     }
 
-    QString m_waiting;
+    QByteArray m_waiting;
     State m_state = Closed;
 };
 

@@ -12,6 +12,8 @@ class TestConnection final : public QObject
 private Q_SLOTS:
     void framing_data();
     void framing();
+    void letters_data();
+    void letters();
     void bufferSurvivesAReconnect();
     void secondChunkDuringAYield();
     void failingLineCostsOnlyItself();
@@ -66,6 +68,50 @@ void TestConnection::framing()
         pieces += std::exchange(ofChunk, {}).join(u'|') + u'/';
     }
     QTEST(pieces, "pieces");
+}
+
+void TestConnection::letters_data()
+{
+    QTest::addColumn<QString>("charset");
+    QTest::addColumn<QList<QByteArray>>("chunks");
+    QTest::addColumn<QStringList>("lines");
+
+    const QByteArray hidden = "gr\xC3\xBC\xC3\x9F"; // "gruess" in UTF-8
+    QTest::newRow("each line for itself")
+        << padded(u"utf-8"_s) << QList<QByteArray>{hidden + "\nna\xEFve \x80\n" + hidden + "\n"}
+        << QStringList{u"grüß"_s, u"naïve €"_s, u"grüß"_s, QString()};
+    QTest::newRow("one character in two reads, in a line or behind one")
+        << padded(QString())
+        << QList<QByteArray>{"\xD0", "\x9F\xD1", "\x80\n\xF0\x9F\n\x99\n\x82\n"}
+        << QStringList{u"Пр"_s, u"ðŸ"_s, u"™"_s, u"‚"_s, QString()};
+    QTest::newRow("outside the basic plane")
+        << padded(u"utf-8"_s) << QList<QByteArray>{"\xF0\x9F\x99", "\x82\n"}
+        << QStringList{u"🙂"_s, QString()};
+    QTest::newRow("overlong, half a pair, cut off: no UTF-8")
+        << padded(u"utf-8"_s) << QList<QByteArray>{"\xC0\xAF\n\xED\xA0\x81\n\xC3\n"}
+        << QStringList{u"À¯"_s, u"í\u00a0\u0081"_s, u"Ã"_s, QString()};
+    QTest::newRow("the old page") << padded(u"Windows-1252"_s) << QList<QByteArray>{hidden + "\n"}
+                                  << QStringList{u"grÃ¼ÃŸ"_s, QString()};
+}
+
+void TestConnection::letters()
+{
+    QFETCH(QString, charset);
+    QFETCH(QList<QByteArray>, chunks);
+    RecordingDesk desk;
+    desk.variables.Charset = charset;
+    desk.connection.mnu_File_Connect_Click();
+    desk.sock.beConnected();
+    desk.take();
+    QStringList lines;
+    desk.connection.setInterpreter([&](const QString& line) { lines += line; });
+    for (const QByteArray& chunk : chunks)
+        desk.sock.arrive(chunk);
+    QTEST(lines, "lines");
+    // What goes out is in the same letters; without such a letter it is "?".
+    const bool isOld = charset.startsWith(u'W');
+    desk.connection.SendData(u"ü🙂"_s);
+    QCOMPARE(desk.sock.lastSent, isOld ? "\xFC??\n" : "\xC3\xBC\xF0\x9F\x99\x82\n");
 }
 
 void TestConnection::bufferSurvivesAReconnect()

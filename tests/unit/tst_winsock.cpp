@@ -69,11 +69,11 @@ void TestWinsock::states()
     pair.server.closePeer();
     QTRY_COMPARE(closed.count(), 1);
     QCOMPARE(pair.sock.state(), Winsock::Closing);
-    pair.sock.SendData(u"into the void"_s); // no failure
+    pair.sock.SendData("into the void"); // no failure
     pair.sock.Close();
     QCOMPARE(pair.sock.state(), Winsock::Closed);
     pair.sock.Close();
-    QCOMPARE(pair.sock.GetData(), QString());
+    QCOMPARE(pair.sock.GetData(), QByteArray());
     QCOMPARE(closed.count(), 1);
 }
 
@@ -84,7 +84,7 @@ void TestWinsock::bytes()
     QByteArray all;
     for (int byte = 0; byte < 256; ++byte)
         all += static_cast<char>(byte);
-    QString heard;
+    QByteArray heard;
     connect(&pair.sock, &Winsock::DataArrival, this, [&] { heard += pair.sock.GetData(); });
     pair.server.say(all);
     QTRY_COMPARE(heard.size(), 256);
@@ -103,7 +103,7 @@ void TestWinsock::refused()
     QTRY_COMPARE(failed.count(), 1);
     QCOMPARE(pair.sock.state(), Winsock::Failed);
     QVERIFY(!failed.first().at(1).toString().isEmpty());
-    pair.sock.SendData(u"nobody hears"_s);
+    pair.sock.SendData("nobody hears");
     ScriptedServer other(u"127.9.1.3"_s, 8867);
     pair.sock.RemotePort = 8867;
     pair.sock.Connect(); // the next attempt starts afresh
@@ -129,8 +129,8 @@ void TestWinsock::lastLineLeavesBeforeClose()
 {
     Pair pair(u"127.9.1.6"_s);
     QVERIFY(pair.connectBoth());
-    const QString much(4'000'000, u'x'); // more than the system takes at once
-    pair.sock.SendData(much + u"\nQUIT :bye\n"_s);
+    const QByteArray much(4'000'000, 'x'); // more than the system takes at once
+    pair.sock.SendData(much + "\nQUIT :bye\n");
     pair.sock.Close();
     QCOMPARE(pair.sock.state(), Winsock::Closed);
     QTRY_VERIFY(pair.server.received().endsWith("\nQUIT :bye\n"));
@@ -194,7 +194,7 @@ void TestWinsock::nothingOfAClosedConnectionIsRaised()
     connect(&pair.sock, &Winsock::ConnectEvent, this, [&] { events << u"connect"_s; });
     connect(&pair.sock, &Winsock::CloseEvent, this, [&] { events << u"close"_s; });
     connect(&pair.sock, &Winsock::ErrorEvent, this, [&] { events << u"error"_s; });
-    connect(&pair.sock, &Winsock::DataArrival, this, [&] { events << pair.sock.GetData(); });
+    connect(&pair.sock, &Winsock::DataArrival, this, [&] { events << QString::fromUtf8(pair.sock.GetData()); });
     // Data and end of the old connection are on their way when it is replaced.
     first.say("stale");
     first.closePeer();
@@ -220,7 +220,7 @@ void TestWinsock::held()
     Pair pair(u"127.9.1.12"_s);
     QVERIFY(pair.connectBoth());
     QStringList events;
-    connect(&pair.sock, &Winsock::DataArrival, this, [&] { events << pair.sock.GetData(); });
+    connect(&pair.sock, &Winsock::DataArrival, this, [&] { events << QString::fromUtf8(pair.sock.GetData()); });
     connect(&pair.sock, &Winsock::CloseEvent, this, [&] { events << u"close"_s; });
     {
         const HeldEvents hold(pair.sock);
@@ -246,11 +246,11 @@ void TestWinsock::listening()
     second.Listen(); // somebody else has the port
     QCOMPARE(second.state(), Winsock::Closed);
 
-    QString heard;
+    QByteArray heard;
     connect(&ident, &Winsock::ConnectionRequest, this, [&](qintptr request) {
         ident.Close(); // the listener; the request outlives it
         ident.Accept(request);
-        ident.SendData(u"hello"_s);
+        ident.SendData("hello");
     });
     connect(&ident, &Winsock::DataArrival, this, [&] { heard += ident.GetData(); });
     QTcpSocket peer;
@@ -259,7 +259,7 @@ void TestWinsock::listening()
     QTRY_COMPARE(peer.bytesAvailable(), 5);
     QCOMPARE(ident.RemotePort, int(peer.localPort()));
     peer.write("question");
-    QTRY_COMPARE(heard, u"question"_s);
+    QTRY_COMPARE(heard, "question");
     ident.Close();
     QTRY_COMPARE(peer.state(), QAbstractSocket::UnconnectedState);
     QTcpSocket late; // it listens no more
@@ -328,7 +328,7 @@ void TestWinsock::secondRequestIsRefused()
         ++requests;
         ident.Close();
         ident.Accept(request);
-        ident.SendData(u"one"_s);
+        ident.SendData("one");
     });
     QTRY_COMPARE(first.bytesAvailable() + second.bytesAvailable(), 3);
     QTRY_VERIFY(first.state() == QAbstractSocket::UnconnectedState ||
