@@ -129,6 +129,7 @@ Channel::Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<Pic
 QWidget* Channel::buildChatPage()
 {
     m_dataIn->onChange([this] { m_smileys.CheckRTF(); });
+    m_dataIn->onLine([this](const FormattedLine& line) { return m_smileys.foresee(line); });
     m_nicks = named(new ListBoxWidget(ListBoxWidget::Order::Sorted), u"lstNicks"_s, u"Chatters"_s);
     cmdCount = named(new QLabel, u"cmdCount"_s);
     cmdCount->setTextFormat(Qt::PlainText);

@@ -85,6 +85,7 @@ void Query::connectForm(QueryForm& form)
     handlers.connect(&view, &QueryView::DblClick, &form, [this] { DataIn_DblClick(); });
     handlers.connect(&view, &QueryView::Click, &form, [&form] { form.DataOut().setFocus(); });
     view.onChange([&form] { form.CheckRTF(); });
+    view.onLine([&form](const FormattedLine& line) { return form.foresee(line); });
     connectLinks(form);
 }
 

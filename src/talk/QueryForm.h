@@ -41,6 +41,10 @@ public:
     void setPointerShape(Qt::CursorShape shape);
     // Turns codes in DataIn into pictures; to be called at each of its changes.
     void CheckRTF() { m_smileys.CheckRTF(); }
+    std::optional<LineOutcome> foresee(const FormattedLine& line)
+    {
+        return m_smileys.foresee(line);
+    }
 
 Q_SIGNALS:
     // It became the active window or was given the focus.

@@ -5,6 +5,7 @@
 
 #include <QScopedValueRollback>
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -17,6 +18,21 @@ smileys::Rows rowsStandingFirst(QStringView text)
     for (const quint8 row : smileys::rowsBeginningWith(text.front()))
         rows[row] = smileys::table[row].standsAt(text, 0);
     return rows;
+}
+
+constexpr qsizetype lineEndLength = 2;
+
+std::pair<qsizetype, qsizetype> wordAround(QStringView text, qsizetype at)
+{
+    const qsizetype end = text.indexOf(u' ', at);
+    return {text.lastIndexOf(u' ', at) + 1, end < 0 ? text.size() : end};
+}
+
+bool isInOneRun(const FormattedLine& line, qsizetype start, qsizetype end)
+{
+    return std::ranges::none_of(line.runs, [=](const FormattedLine::Run& run) {
+        return run.start > start && run.start < end;
+    });
 }
 
 // Whether a code or picture is where it can change which codes stand first.
@@ -39,6 +55,30 @@ void SmileyPass::CheckRTF()
     });
     if (!done)
         m_unchanged = 0; // there is no telling what is left
+}
+
+// A line without codes stays as it is: what is not in all of it is in no beginning of it. And a
+// code that stands alone between blanks goes as it would anywhere, since no code has a blank in it
+// that its neighbours could become part of; it must have come in one piece.
+std::optional<LineOutcome> SmileyPass::foresee(const FormattedLine& line)
+{
+    const qsizetype length = m_view.TextLength();
+    if (m_running || m_unchanged != length || length < smileys::longestCode || m_standFirst.any())
+        return std::nullopt;
+    LineOutcome outcome;
+    qsizetype added = line.text.size() + lineEndLength;
+    if (const qsizetype at = smileys::findCode(line.text, 0); at >= 0) {
+        const auto [start, end] = wordAround(line.text, at);
+        const Smiley* smiley = smileys::ownPicture(line.text.sliced(start, end - start));
+        // A picture in the last run of all leaves the insertion point behind itself.
+        if (line.endsInLastRun || !smiley || !isInOneRun(line, start, end) ||
+            smileys::findCode(line.text, end) >= 0)
+            return std::nullopt;
+        outcome = {start, end - start, &smileys::inlinePicture(*smiley)};
+        added += 1 - outcome.length;
+    }
+    m_unchanged = length + added;
+    return outcome;
 }
 
 // A pass inside a pass begins after each code taken out and ends before its picture is put in. So
@@ -98,5 +138,5 @@ void SmileyPass::takeOut(const SmileyHit& hit)
 void SmileyPass::putIn(const SmileyHit& hit)
 {
     m_view.setSelStart(hit.offset);
-    m_view.InsertPicture({hit.smiley->code, hit.smiley->picture(), hit.smiley->size});
+    m_view.InsertPicture(smileys::inlinePicture(*hit.smiley));
 }

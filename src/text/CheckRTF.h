@@ -2,6 +2,10 @@
 
 #include "text/SmileySearch.h"
 
+#include <optional>
+
+struct FormattedLine;
+struct LineOutcome;
 class RichTextBox;
 
 // Keeps the codes of one view's text turned into pictures. The outcome is that of the plain pass:
@@ -30,6 +34,11 @@ public:
     // To be called at every change of the view, also at those that it makes itself. A failure of
     // the view ends the pass in silence.
     void CheckRTF();
+
+    // What inserting a line at the end of the view, run by run, and this pass after each of them
+    // would come to; nothing for the few lines for which that takes more than a look. It is the
+    // view's to bring just that about, and no call of CheckRTF is due for it then.
+    std::optional<LineOutcome> foresee(const FormattedLine& line);
 
 private:
     void replaceAll();

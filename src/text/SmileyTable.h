@@ -8,6 +8,8 @@
 #include <bitset>
 #include <span>
 
+struct InlinePicture;
+
 // A text code and the picture that takes its place in a chat view.
 struct Smiley
 {
@@ -135,6 +137,16 @@ inline constexpr qsizetype longestCode =
 
 // Places in the table.
 using Rows = std::bitset<table.size()>;
+
+// What stands in a view for a row of the table.
+const InlinePicture& inlinePicture(const Smiley& smiley);
+
+// The first place from an offset on where any code begins, -1 without one.
+qsizetype findCode(QStringView text, qsizetype from);
+
+// The code that this text is, if it shows its own picture; nullptr if it is none or is broken up
+// by another one in it.
+const Smiley* ownPicture(QStringView text);
 
 // The rows whose code begins with a character, in the order of the table.
 std::span<const quint8> rowsBeginningWith(QChar c);

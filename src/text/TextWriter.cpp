@@ -6,6 +6,8 @@
 #include "text/ColorTables.h"
 #include "view/RichTextBox.h"
 
+#include <QVarLengthArray>
+
 #include <algorithm>
 
 namespace {
@@ -28,89 +30,132 @@ void toEnd(RichTextBox& view)
     view.setSelStart(view.TextLength());
 }
 
-void stylesOff(RichTextBox& view)
+void setLook(RichTextBox& view, const FormattedLine::Look& look)
 {
-    view.setSelBold(false);
-    view.setSelUnderline(false);
-    view.setSelStrikeThru(false);
+    view.setSelColor(look.color);
+    view.setSelBold(look.bold);
+    view.setSelUnderline(look.underline);
+    view.setSelStrikeThru(look.strikeThru);
 }
 
-// One walk over a line that ends in its closing blank.
-class Walk final
+// What a view takes for a line end, or for the end of all of it.
+bool endsText(QChar c)
+{
+    return c == u'\n' || c == u'\r' || c == QChar(u'\0');
+}
+
+// A line taken apart: what is left of it without its control characters, and the runs of that.
+class Runs final
 {
 public:
-    Walk(RichTextBox& view, const QString& text, Dialect dialect)
-        : m_view(view)
-        , m_text(text)
+    // The text ends in its closing blank.
+    Runs(QStringView text, Dialect dialect)
+        : m_given(text)
         , m_dialect(dialect)
     {
+        m_text.reserve(text.size());
+        m_runs.append({0, m_look});
+        walk();
     }
 
-    void run()
+    bool isOneLine() const { return m_isOneLine; }
+    FormattedLine line() const
     {
-        for (m_at = 0; m_at < m_text.size();) {
-            const QChar c = m_text[m_at];
-            if (c == strBold || (c == secondBold && m_dialect == Dialect::View))
-                toggle([this] { m_view.setSelBold(!m_view.SelBold()); });
-            else if (c == strUnderline)
-                toggle([this] { m_view.setSelUnderline(!m_view.SelUnderline()); });
-            else if (c == strReverse)
-                toggle([this] { m_view.setSelStrikeThru(!m_view.SelStrikeThru()); });
-            else if (c == strColor) {
-                flush();
-                if (!readColor())
-                    return;
-            } else
-                ++m_at;
-        }
-        flush();
+        FormattedLine line{QStringView(m_text.constData(), m_text.size()),
+                           {m_runs.constData(), static_cast<std::size_t>(m_runs.size())},
+                           {}};
+        line.lineEnd.color = m_look.color;
+        return line;
     }
 
 private:
-    template<typename Change>
-    void toggle(Change change)
+    void walk()
     {
-        flush();
-        change();
-        m_runStart = ++m_at;
+        while (m_at < m_given.size()) {
+            const QChar c = m_given[m_at];
+            if (c > strUnderline) {
+                m_text.append(c);
+                ++m_at;
+            } else if (c == strBold || (c == secondBold && m_dialect == Dialect::View)) {
+                toggle(m_look.bold);
+            } else if (c == strUnderline) {
+                toggle(m_look.underline);
+            } else if (c == strReverse) {
+                toggle(m_look.strikeThru);
+            } else if (c == strColor) {
+                if (!readColor())
+                    return;
+            } else {
+                m_isOneLine &= !endsText(c);
+                m_text.append(c);
+                ++m_at;
+            }
+        }
     }
 
-    void flush()
+    void toggle(bool& style)
     {
-        toEnd(m_view);
-        m_view.setSelText(m_text.mid(m_runStart, m_at - m_runStart));
+        style = !style;
+        startRun();
+        ++m_at;
+    }
+
+    // An empty run leaves nothing behind.
+    void startRun()
+    {
+        if (m_runs.last().start == m_text.size())
+            m_runs.last().look = m_look;
+        else
+            m_runs.append({m_text.size(), m_look});
     }
 
     // False when the line ends here, without its closing blank.
     bool readColor()
     {
-        const QStringView text(m_text);
         const qsizetype first = m_at + 1;
         qsizetype next = first;
-        while (next < text.size() && IsColorSpec(text.sliced(first, next - first)))
+        while (next < m_given.size() && IsColorSpec(m_given.sliced(first, next - first)))
             ++next;
         const qsizetype cut = next - 1; // the last one was one too many
-        const QStringView spec = text.sliced(first, cut - first);
+        const QStringView spec = m_given.sliced(first, cut - first);
         // Behind a comma stands a background, which views do not have.
         const QStringView number = spec.left(spec.indexOf(u','));
-        m_view.setSelColor(spec.isEmpty() ? DefaultTextColor : ColorToRGB(number.toInt()));
-        m_runStart = m_at = cut;
-        return m_dialect == Dialect::Raw || cut < text.size() - 1;
+        m_look.color = spec.isEmpty() ? DefaultTextColor : ColorToRGB(number.toInt());
+        startRun();
+        m_at = cut;
+        return m_dialect == Dialect::Raw || cut < m_given.size() - 1;
     }
 
-    RichTextBox& m_view;
-    const QString& m_text;
+    QStringView m_given;
     Dialect m_dialect;
+    FormattedLine::Look m_look{DefaultTextColor, false, false, false};
+    QVarLengthArray<QChar, 600> m_text;
+    QVarLengthArray<FormattedLine::Run, 16> m_runs;
     qsizetype m_at = 0;
-    qsizetype m_runStart = 0;
+    bool m_isOneLine = true;
 };
 
-void writeFormatted(RichTextBox& view, const QString& text, Dialect dialect)
+// One change for each run, so that what a code split over two of them makes is seen as it comes.
+void insertRunByRun(RichTextBox& view, const FormattedLine& line)
 {
-    Walk(view, text, dialect).run();
-    stylesOff(view);
+    for (std::size_t i = 0; i < line.runs.size(); ++i) {
+        const qsizetype start = line.runs[i].start;
+        setLook(view, line.runs[i].look);
+        toEnd(view);
+        view.setSelText(line.text.sliced(start, line.runEnd(i) - start).toString());
+    }
+    setLook(view, line.lineEnd);
     toEnd(view);
     view.setSelText(lineEnd);
+}
+
+void append(RichTextBox& view, const Runs& runs)
+{
+    const FormattedLine line = runs.line();
+    if (runs.isOneLine() && view.appendLine(line))
+        setLook(view, line.lineEnd);
+    else
+        insertRunByRun(view, line);
 }
 
 } // namespace
@@ -118,27 +163,31 @@ void writeFormatted(RichTextBox& view, const QString& text, Dialect dialect)
 void TextWriter::WriteView(RichTextBox& view, const QString& text) const
 {
     const bool formatted = hasFormatting(text);
-    const QString line = formatted ? QString(text + u' ') : QString(text + u' ' + lineEnd);
+    const QString line = text + u' ';
     if (formatted) [[maybe_unused]]
         const Int16 length(line.size());
 
     const EditBlock block(view);
     view.setSelFontSize(m_variables.FontSize);
     view.setSelFontName(beforeNul(m_variables.FontName));
+    if (formatted) {
+        append(view, Runs(line, Dialect::View));
+        return;
+    }
+    const FormattedLine::Run whole{0, {DefaultTextColor, false, false, false}};
+    if (std::ranges::none_of(line, endsText) &&
+        view.appendLine({line, {&whole, 1}, whole.look, true})) {
+        setLook(view, whole.look);
+        return;
+    }
+    setLook(view, whole.look);
     toEnd(view);
-    view.setSelColor(DefaultTextColor);
-    stylesOff(view);
-    if (formatted)
-        writeFormatted(view, line, Dialect::View);
-    else
-        view.setSelText(line);
+    view.setSelText(line + lineEnd);
 }
 
 void TextWriter::WriteRaw(RichTextBox& view, const QString& text)
 {
     const EditBlock block(view);
-    toEnd(view);
-    view.setSelColor(DefaultTextColor);
-    stylesOff(view);
-    writeFormatted(view, text + u' ', Dialect::Raw);
+    const QString line = text + u' ';
+    append(view, Runs(line, Dialect::Raw));
 }

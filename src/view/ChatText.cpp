@@ -125,6 +125,23 @@ ChatText::Change ChatText::replace(qsizetype position, qsizetype length, QString
     return change;
 }
 
+ChatText::Change ChatText::appendLine(std::span<const Piece> pieces, Attributes lineEnd)
+{
+    Change change{m_length, 0, 1, m_lineCount - 1, 0, 1};
+    if (m_chunks.back().isFull())
+        startChunk();
+    Chunk& chunk = m_chunks.back();
+    for (const Piece& piece : pieces) {
+        chunk.append(piece.text, piece.attributes);
+        change.added += piece.text.size();
+    }
+    chunk.append(u"\n", lineEnd);
+    chunk.lineStarts.push_back(static_cast<int>(chunk.text.size()));
+    m_length += change.added;
+    ++m_lineCount;
+    return change;
+}
+
 size_t ChatText::chunkAtPosition(qsizetype position) const
 {
     if (m_chunks.back().firstPosition <= position)
@@ -246,6 +263,15 @@ void ChatText::Chunk::replaceRuns(int at, int length, int added, Attributes attr
     const auto kept = std::unique(
         from, to, [](const Run& a, const Run& b) { return a.attributes == b.attributes; });
     runs.erase(kept, to);
+}
+
+void ChatText::Chunk::append(QStringView piece, Attributes attributes)
+{
+    if (piece.isEmpty())
+        return;
+    if (runs.empty() || runs.back().attributes != attributes)
+        runs.push_back({static_cast<int>(text.size()), attributes});
+    text.append(piece);
 }
 
 void ChatText::Chunk::append(const Chunk& chunk)

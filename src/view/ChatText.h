@@ -2,6 +2,7 @@
 
 #include "view/PackedText.h"
 
+#include <span>
 #include <vector>
 
 // The text of a chat view: lines with runs of attributes. A position counts a line end as one
@@ -34,6 +35,12 @@ public:
         {
             return index + 1 < runs.size() ? runs[index + 1].start : static_cast<int>(text.size());
         }
+    };
+
+    struct Piece
+    {
+        QStringView text;
+        Attributes attributes;
     };
 
     struct Change
@@ -69,6 +76,8 @@ public:
 
     // The text's line ends are LF.
     Change replace(qsizetype position, qsizetype length, QStringView text, Attributes attributes);
+    // Puts pieces without line ends, and a line end, behind everything.
+    Change appendLine(std::span<const Piece> pieces, Attributes lineEnd);
 
 private:
     struct Chunk
@@ -84,6 +93,7 @@ private:
         void replaceLines(int at, int length, QStringView text);
         void replaceRuns(int at, int length, int added, Attributes attributes);
         void append(const Chunk& chunk);
+        void append(QStringView piece, Attributes attributes);
         Chunk splitOff(size_t line);
         size_t runAt(int position) const;
     };

@@ -14,6 +14,7 @@
 #include <QScrollBar>
 #include <QStyleHints>
 #include <QToolButton>
+#include <QVarLengthArray>
 
 #include <algorithm>
 #include <array>
@@ -192,14 +193,19 @@ void ChatView::setSelStrikeThru(bool on)
 
 void ChatView::setSelFontName(const QString& name)
 {
+    if (name == m_style.fontName)
+        return;
     m_style.fontName = beforeNul(name);
-    changeStyle();
+    changeFont();
 }
 
 void ChatView::setSelFontSize(int points)
 {
-    m_style.fontSize = std::max(points, 1); // a size of 0 cannot be drawn
-    changeStyle();
+    points = std::max(points, 1); // a size of 0 cannot be drawn
+    if (points == m_style.fontSize)
+        return;
+    m_style.fontSize = points;
+    changeFont();
 }
 
 void ChatView::InsertPicture(const InlinePicture& picture)
@@ -208,6 +214,37 @@ void ChatView::InsertPicture(const InlinePicture& picture)
     here.picture = m_tables.pictures.indexOf(picture) + 1;
     constexpr QChar character = pictureCharacter;
     replaceSelection(QStringView(&character, 1), here);
+}
+
+bool ChatView::appendLine(const FormattedLine& line)
+{
+    const qsizetype end = m_text.length();
+    if (m_text.lineStart(m_text.lineCount() - 1) != end)
+        return false; // it would go on with the last line
+    const std::optional<LineOutcome> outcome = forecast(line);
+    if (!outcome)
+        return false;
+    QVarLengthArray<ChatText::Piece, 16> pieces;
+    for (size_t i = 0; i < line.runs.size(); ++i) {
+        const qsizetype from = line.runs[i].start;
+        const qsizetype to = line.runEnd(i);
+        ChatText::Attributes here{styleOf(line.runs[i].look), 0};
+        if (!outcome->picture || outcome->start < from || outcome->start >= to) {
+            pieces.append({line.text.sliced(from, to - from), here});
+            continue;
+        }
+        static constexpr QChar character = pictureCharacter;
+        const qsizetype behind = outcome->start + outcome->length;
+        pieces.append({line.text.sliced(from, outcome->start - from), here});
+        here.picture = m_tables.pictures.indexOf(*outcome->picture) + 1;
+        pieces.append({QStringView(&character, 1), here});
+        here.picture = 0;
+        pieces.append({line.text.sliced(behind, to - behind), here});
+    }
+    const ChatText::Change change = m_text.appendLine(pieces, {styleOf(line.lineEnd), 0});
+    m_selStart = m_selEnd = m_text.length();
+    textChanged(change);
+    return true;
 }
 
 qsizetype ChatView::offsetAt(const QPoint& point) const
@@ -487,6 +524,30 @@ ChatText::Attributes ChatView::attributes()
         m_styleIsKnown = true;
     }
     return {m_styleIndex, 0};
+}
+
+quint16 ChatView::styleOf(const FormattedLine::Look& look)
+{
+    constexpr size_t enough = 24;
+    for (const KnownLook& known : m_knownLooks) {
+        if (known.look == look)
+            return known.style;
+    }
+    TextStyle style = m_style;
+    style.color = look.color | 0xff000000;
+    style.bold = look.bold;
+    style.underline = look.underline;
+    style.strikeThru = look.strikeThru;
+    if (m_knownLooks.size() == enough)
+        m_knownLooks.clear();
+    m_knownLooks.push_back({look, m_tables.styles.indexOf(style)});
+    return m_knownLooks.back().style;
+}
+
+void ChatView::changeFont()
+{
+    m_knownLooks.clear();
+    changeStyle();
 }
 
 void ChatView::textChanged(const ChatText::Change& change)

@@ -62,6 +62,7 @@ public:
     void setSelFontSize(int points) override;
 
     void InsertPicture(const InlinePicture& picture) override;
+    bool appendLine(const FormattedLine& line) override;
 
     // Layout is put off to the next frame in any case.
     void beginEdit() override {}
@@ -112,7 +113,9 @@ protected:
 private:
     void replaceSelection(QStringView text, ChatText::Attributes attributes);
     ChatText::Attributes attributes();
+    quint16 styleOf(const FormattedLine::Look& look);
     void changeStyle() { m_styleIsKnown = false; }
+    void changeFont();
     void textChanged(const ChatText::Change& change);
 
     void scheduleFrame();
@@ -145,6 +148,13 @@ private:
     TextStyle m_style;
     quint16 m_styleIndex = 0;
     bool m_styleIsKnown = false;
+    // Looks that lines had lately, in the present font.
+    struct KnownLook
+    {
+        FormattedLine::Look look;
+        quint16 style = 0;
+    };
+    std::vector<KnownLook> m_knownLooks;
 
     QBasicTimer m_frame;
     QElapsedTimer m_sinceFrame;

@@ -48,9 +48,22 @@ void PackedText::replace(qsizetype from, qsizetype length, QStringView text)
     std::transform(begin, end, narrow.begin() + from, narrowed);
 }
 
+void PackedText::append(QStringView text)
+{
+    auto* narrow = std::get_if<Narrow>(&m_text);
+    if (!narrow || !QtPrivate::isLatin1(text)) {
+        replace(size(), 0, text);
+        return;
+    }
+    const auto before = narrow->size();
+    narrow->resize(before + text.size());
+    std::transform(text.utf16(), text.utf16() + text.size(), narrow->data() + before,
+                   [](char16_t c) { return static_cast<char>(c); });
+}
+
 void PackedText::append(const PackedText& text)
 {
-    replace(size(), 0, text.mid(0, text.size()));
+    append(text.mid(0, text.size()));
 }
 
 void PackedText::squeeze()

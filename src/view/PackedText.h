@@ -13,6 +13,7 @@ public:
     qsizetype size() const;
     QString mid(qsizetype from, qsizetype length) const;
     void replace(qsizetype from, qsizetype length, QStringView text);
+    void append(QStringView text);
     void append(const PackedText& text);
     // Gives back what was reserved for growing.
     void squeeze();

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
+#include <optional>
+#include <span>
 #include <utility>
 
 // A picture that stands in text as one character.
@@ -17,6 +19,45 @@ struct InlinePicture
     QSize size;       // logical pixels
 
     bool operator==(const InlinePicture&) const = default;
+};
+
+// A line as it is to stand at the end of a view, without its line end. Its text has neither line
+// ends nor code 0 in it.
+struct FormattedLine
+{
+    struct Look
+    {
+        QRgb color = qRgb(0, 0, 0);
+        bool bold = false;
+        bool underline = false;
+        bool strikeThru = false;
+
+        bool operator==(const Look&) const = default;
+    };
+    struct Run
+    {
+        qsizetype start = 0; // it ends where the next one starts
+        Look look;
+    };
+
+    qsizetype runEnd(std::size_t index) const
+    {
+        return index + 1 < runs.size() ? runs[index + 1].start : text.size();
+    }
+
+    QStringView text;
+    std::span<const Run> runs;
+    Look lineEnd;
+    bool endsInLastRun = false; // otherwise the line end is a run of its own
+};
+
+// What becomes of a line as soon as it stands in a view: all of it stays text, or a picture takes
+// the place of a part of it.
+struct LineOutcome
+{
+    qsizetype start = 0;
+    qsizetype length = 0;
+    const InlinePicture* picture = nullptr;
 };
 
 // A view of formatted text with an insertion point. Offsets and lengths are in characters, a
@@ -73,6 +114,16 @@ public:
     // Called after every change of the text, at once, also inside the handler itself.
     void onChange(std::function<void()> handler) { m_change = std::move(handler); }
 
+    // What the change handler would make of a line, was it inserted at the end run by run; nothing
+    // where that is not known beforehand. A line that it answers for is inserted, and the handler
+    // is not called.
+    using Forecast = std::function<std::optional<LineOutcome>(const FormattedLine& line)>;
+    void onLine(Forecast forecast) { m_forecast = std::move(forecast); }
+
+    // The same in one change: inserts a line in the present font, the insertion point then stands
+    // behind it. False: nothing has been done, the line has to be inserted run by run.
+    virtual bool appendLine(const FormattedLine& line) = 0;
+
     // The lowest offset that any change has touched since this was last asked: what stands before
     // it is as it was then. There is one asker, whom the next change tells from where to look.
     qsizetype takeChangedFrom()
@@ -83,6 +134,11 @@ public:
     QString Tag;
 
 protected:
+    std::optional<LineOutcome> forecast(const FormattedLine& line) const
+    {
+        return m_forecast ? m_forecast(line) : std::nullopt;
+    }
+
     // A view that does not tell from where its text has changed has changed from its start.
     void raiseChange(qsizetype from = 0)
     {
@@ -95,6 +151,7 @@ private:
     static constexpr qsizetype unchanged = std::numeric_limits<qsizetype>::max();
 
     std::function<void()> m_change;
+    Forecast m_forecast;
     qsizetype m_changedFrom = 0;
 };
 

@@ -47,6 +47,7 @@ public:
 
     // A topic goes back to the server as it is read: a picture stays the code that it stands for.
     void InsertPicture(const InlinePicture& picture) override { setSelText(picture.code); }
+    bool appendLine(const FormattedLine&) override { return false; }
 
     void beginEdit() override { m_insertion.beginEditBlock(); }
     void endEdit() override { m_insertion.endEditBlock(); }

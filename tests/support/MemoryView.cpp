@@ -73,6 +73,38 @@ void MemoryView::InsertPicture(const InlinePicture& picture)
     raiseChange(m_start - 1);
 }
 
+bool MemoryView::appendLine(const FormattedLine& line)
+{
+    if (!m_text.endsWith(u'\n'))
+        return false;
+    const auto outcome = forecast(line);
+    if (!outcome)
+        return false;
+    ++m_linesAppended;
+    setSelStart(m_text.size());
+    const qsizetype start = m_start;
+    const auto insert = [this](const FormattedLine::Look& look, const QString& text) {
+        m_style = {look.color,      look.bold,        look.underline,
+                   look.strikeThru, m_style.fontName, m_style.fontSize};
+        replaceSelection(text);
+    };
+    for (std::size_t i = 0; i < line.runs.size(); ++i)
+        insert(
+            line.runs[i].look,
+            line.text.sliced(line.runs[i].start, line.runEnd(i) - line.runs[i].start).toString());
+    insert(line.lineEnd, u"\r\n"_s);
+    if (outcome->picture) {
+        m_start = start + outcome->start;
+        m_length = outcome->length;
+        const Style end = std::exchange(m_style, m_styles[m_start]);
+        replaceSelection(QString(pictureCharacter));
+        m_pictures.insert(m_start - 1, outcome->picture->code);
+        m_style = end;
+    }
+    setSelStart(m_text.size());
+    return true;
+}
+
 void MemoryView::replaceSelection(const QString& text)
 {
     m_styles.remove(m_start, m_length);

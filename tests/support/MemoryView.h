@@ -45,12 +45,15 @@ public:
     int SelFontSize() const override { return m_style.fontSize; }
     void setSelFontSize(int points) override { m_style.fontSize = points; }
     void InsertPicture(const InlinePicture& picture) override;
+    bool appendLine(const FormattedLine& line) override;
     void beginEdit() override {}
     void endEdit() override {}
 
     const Style& styleAt(qsizetype offset) const { return m_styles[offset]; }
     // The pictures from the start of the text on, by their codes.
     QStringList pictures() const { return m_pictures.values(); }
+    // Lines that came in one change.
+    int linesAppended() const { return m_linesAppended; }
     // How much of the text has been read so far.
     qsizetype charactersRead() const { return m_charactersRead; }
     // Text and styles from an offset on in one readable line: <color b u s>text for every run.
@@ -65,5 +68,6 @@ private:
     Style m_style;
     qsizetype m_start = 0;
     qsizetype m_length = 0;
+    int m_linesAppended = 0;
     mutable qsizetype m_charactersRead = 0;
 };

@@ -5,6 +5,7 @@
 #include "text/CheckRTF.h"
 #include "text/SmileyTable.h"
 #include "text/TextWriter.h"
+#include "view/ChatView.h"
 
 #include <QRandomGenerator>
 #include <QSet>
@@ -56,6 +57,8 @@ template<typename Pass>
 void keep(RichTextBox& view, Pass& pass)
 {
     view.onChange([&pass] { pass.CheckRTF(); });
+    if constexpr (std::is_same_v<Pass, SmileyPass>)
+        view.onLine([&pass](const FormattedLine& line) { return pass.foresee(line); });
 }
 
 QString shown(const MemoryView& view)
@@ -77,6 +80,20 @@ public:
     {
     }
 
+    // Talk with a smiley now and then, mostly alone between blanks.
+    QString talk()
+    {
+        QString result;
+        for (int words = 1 + below(6); words > 0; --words) {
+            const QString code = anyCode();
+            result += below(6) ? u"word"_s : below(6) ? code : code + u'x';
+            if (below(6) == 0)
+                result.insert(below(static_cast<int>(result.size()) + 1), anyStyle());
+            result += u' ';
+        }
+        return result;
+    }
+
     int below(int limit) { return static_cast<int>(m_random.bounded(limit)); }
 
     // The longest one more often than the others.
@@ -85,6 +102,17 @@ public:
         if (below(8) == 0)
             return "(beer)"_L1;
         return smileys::table[static_cast<std::size_t>(below(smileys::table.size()))].code;
+    }
+
+    QString anyStyle()
+    {
+        return QStringList{u"\x02"_s,
+                           u"\x03"_s,
+                           u"\x03"
+                           "4"_s,
+                           u"\x1f"_s,
+                           u"\x16"_s,
+                           u"\x0f"_s}[below(6)];
     }
 
     QString text(int pieces, bool styled)
@@ -131,8 +159,8 @@ class RandomChange
 {
 public:
     RandomChange(CodeText& random, qsizetype textLength)
-        : m_kind(random.below(20))
-        , m_text(random.text(1 + random.below(14), m_kind > 9))
+        : m_kind(random.below(24))
+        , m_text(m_kind > 14 ? random.talk() : random.text(1 + random.below(14), m_kind > 9))
         , m_start(random.below(2) ? random.below(8)
                                   : random.below(static_cast<int>(textLength) + 3))
         , m_length(random.below(4) ? random.below(9) : 0)
@@ -170,6 +198,27 @@ private:
     qsizetype m_start;
     qsizetype m_length;
 };
+
+template<typename View, typename StyleAt>
+void compareWidgets(StyleAt styleAt)
+{
+    CodeText random(99);
+    View quick;
+    View plain;
+    SmileyPass quickPass(quick);
+    PlainPass plainPass(plain, PlainPass::OfTheCall);
+    keep(quick, quickPass);
+    keep(plain, plainPass);
+    for (int i = 0; i < 400; ++i) {
+        const RandomChange change(random, plain.TextLength());
+        change.applyTo(quick);
+        change.applyTo(plain);
+        QVERIFY2(quick.Text() == plain.Text(), qPrintable(change.name()));
+        const QString text = QString(plain.Text()).remove(u'\r');
+        for (auto at = std::max<qsizetype>(text.size() - 80, 0); at < text.size(); ++at)
+            QVERIFY2(styleAt(quick, at) == styleAt(plain, at), qPrintable(change.name()));
+    }
+}
 
 } // namespace
 
@@ -281,7 +330,17 @@ private Q_SLOTS:
             QVERIFY2(quick.Text() == plain.Text(), which);
             QVERIFY2(quick.pictures() == plain.pictures(), which);
             QVERIFY2(quick.SelStart() == plain.SelStart(), which);
+            const qsizetype lately = std::max<qsizetype>(plain.TextLength() - 100, 0);
+            QVERIFY2(quick.runs(lately) == plain.runs(lately), which);
         }
+        QVERIFY(quick.linesAppended() > 100); // what was foreseen came true
+    }
+
+    // Views that have a line end for one character move what is put into its middle.
+    void equalsThePlainPassInTheChatView()
+    {
+        compareWidgets<ChatView>(
+            [](const ChatView& view, qsizetype position) { return qHash(view.styleAt(position)); });
     }
 
     // A line costs the same at the end of a long view as at the start of it.

@@ -171,7 +171,7 @@ void TestWinsock::oneHandlerAtATime()
          }},
     };
     connect(&pair.sock, &Winsock::DataArrival, this, [&] {
-        const QString piece = pair.sock.GetData();
+        const QString piece = QString::fromLatin1(pair.sock.GetData());
         order << piece;
         if (const auto handler = handlers.value(piece))
             handler();
