@@ -138,7 +138,7 @@ void ArrivalTest::orderOfArrival_data()
         << QList<QByteArray>{lines({":s 001 anna :Welcome"}) + entry,
                              lines({":ChanServ!s@s MODE #Harbor +o :anna"})}
         << Outcome([](TestClient& client) -> QString {
-               QWidget* edit = client.window().findChild<QWidget*>(u"rtbTopic"_s)->focusProxy();
+               QWidget* edit = client.window().findChild<QWidget*>(u"rtbTopic"_s);
                QTest::keyClicks(edit, u"not a"_s);
                return client.chatters().join(u' ') + u' ' + client.topic();
            })
