@@ -86,6 +86,7 @@ private:
     const Surroundings m_surroundings;
     WatchedDialogs m_dialogs;
     Handlers m_handlers;
+    Notices m_notices;
     Settings m_settings;
     UserStore m_store;
     RunKey m_runKey;

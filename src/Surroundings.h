@@ -33,4 +33,6 @@ struct Surroundings
     WavePlayer& waves;
     WebTab::AskEngine askWebEngine; // with the first page
     std::function<void()> end;
+    // What the user has to know, one line at a time; it waits for nothing.
+    std::function<void(const QString& line)> tell = {};
 };

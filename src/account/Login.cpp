@@ -219,8 +219,7 @@ void Login::Form_Load()
 void Login::readSettings()
 {
     const auto read = [this](const KeyAddress& address) {
-        return toBoolean(
-            m_parts.settings.ReadSetting(address.section, address.key, address.missing));
+        return m_parts.settings.read(address.section, address.key, address.missing, toBoolean);
     };
     resumeNext([&] { RememberNick = read(rememberNickKey); },
                [&] { RememberPass = read(rememberPassKey); },
@@ -303,10 +302,9 @@ void Login::DoSignIn()
         Text1->clear();
     if (!registerAtStartUp())
         return;
-    m_parts.store.SaveSetting(StoreAddress::application, StoreAddress::section, StoreAddress::name,
-                              Text1->text());
-    m_parts.store.SaveSetting(StoreAddress::application, StoreAddress::section,
-                              StoreAddress::password, Text2->text());
+    m_parts.store.SaveSettings(
+        StoreAddress::application, StoreAddress::section,
+        {{StoreAddress::name, Text1->text()}, {StoreAddress::password, Text2->text()}});
     SaveConnect();
     Check3->setChecked(RememberNick);
     check1->setChecked(RememberPass);

@@ -43,10 +43,11 @@ void BuddyPolling::Form_Load()
 void BuddyPolling::Form_Unload() const
 {
     const int count = m_parts.lstSetup.ListCount();
+    UserStore::Values values;
     for (int index = 0; index < count; ++index)
-        m_parts.store.SaveSetting(application, section, key + QString::number(index),
-                                  m_parts.lstSetup.List(index));
-    m_parts.store.SaveSetting(application, section, key, QString::number(count));
+        values += {key + QString::number(index), m_parts.lstSetup.List(index)};
+    values += {key, QString::number(count)};
+    m_parts.store.SaveSettings(application, section, values);
 }
 
 void BuddyPolling::tmrRefresh_Timer()

@@ -85,6 +85,7 @@ void startSession(MainForm& channel, const SignInForm& login, const Settings& se
     style.TextColor = u'1';
     for (const SettingRow& row : rows) {
         const QString missing = row.missing.isNull() ? login.nickname() : QString(row.missing);
-        row.take(variables, settings.ReadSetting(row.section, row.key, missing));
+        settings.read(row.section, row.key, missing,
+                      [&](const QString& value) { row.take(variables, value); });
     }
 }

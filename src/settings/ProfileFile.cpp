@@ -1,68 +1,63 @@
 #include "settings/ProfileFile.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
+#include "common/OneLine.h"
+#include "settings/ProfileText.h"
 
-// Names and values stay UTF-8 bytes: nothing is to be converted. The definitions of its templates
-// are taken from the header, too.
-#define SI_NO_CONVERSION
-#define SI_IMPLEMENTATION
-#include <SimpleIni.h>
-
-#include <string>
+#include <utility>
 
 namespace {
 
-constexpr qint64 largestFile = 1024 * 1024; // anything beyond is no settings file of ours
-
-struct Profile final : CSimpleIniA
+bool isQuoted(const QString& value)
 {
-    explicit Profile(const QString& path)
-        : CSimpleIniA(/*utf8*/ true, /*multiKey*/ false, /*multiLine*/ false)
-    {
-        SetSpaces(false);
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly))
-            return;
-        const QByteArray data = file.read(largestFile);
-        LoadData(data.constData(), static_cast<std::size_t>(data.size()));
-    }
-};
+    return value.size() >= 2 && value.front() == value.back() &&
+           (value.front() == u'"' || value.front() == u'\'');
+}
+
+// Quotes keep blanks, and quotes, at the ends of a value.
+QString quotedIfNeeded(const QString& value)
+{
+    return value != value.trimmed() || isQuoted(value) ? QString(u'"' + value + u'"') : value;
+}
 
 QString withoutQuotes(const QString& value)
 {
-    const bool quoted = value.size() >= 2 && value.front() == value.back() &&
-                        (value.front() == u'"' || value.front() == u'\'');
-    return quoted ? value.mid(1, value.size() - 2) : value;
+    return isQuoted(value) ? value.mid(1, value.size() - 2) : value;
 }
 
 } // namespace
 
-ProfileFile::ProfileFile(QString path)
-    : m_path(std::move(path))
+ProfileFile::ProfileFile(QString path, QString holds, Notices notices)
+    : m_file(std::move(path))
+    , m_holds(std::move(holds))
+    , m_notices(std::move(notices))
 {
 }
 
 QString ProfileFile::read(const QString& section, const QString& key, const QString& missing) const
 {
-    const Profile profile(m_path);
-    const char* value =
-        profile.GetValue(section.toUtf8().constData(), key.toUtf8().constData(), nullptr);
-    return value ? withoutQuotes(QString::fromUtf8(value)) : missing;
+    KeptFile::Content content = m_file.read();
+    if (!content.trouble.isEmpty())
+        m_notices.notRead(m_file.path(), content.trouble);
+    const std::optional<QByteArray> value =
+        ProfileText(std::move(content.bytes)).value(section.toUtf8(), key.toUtf8());
+    return value ? withoutQuotes(QString::fromUtf8(*value)) : missing;
 }
 
 void ProfileFile::write(const QString& section, const QString& key, const QString& value) const
 {
-    Profile profile(m_path);
-    profile.SetValue(section.toUtf8().constData(), key.toUtf8().constData(),
-                     value.toUtf8().constData());
-    std::string text;
-    if (profile.Save(text) < 0 || !QDir().mkpath(QFileInfo(m_path).path()))
+    const KeptFile::Content content = m_file.read();
+    if (!content.trouble.isEmpty()) // what cannot be read must not be lost by writing
+        return m_notices.notKept(m_file.path(), content.trouble, m_holds);
+    ProfileText text(content.bytes);
+    text.setValue(section.toUtf8(), key.toUtf8(), quotedIfNeeded(oneLine(value)).toUtf8());
+    if (text.text() == content.bytes)
         return;
-    QSaveFile file(m_path);
-    if (file.open(QIODevice::WriteOnly) &&
-        file.write(text.data(), static_cast<qint64>(text.size())) >= 0)
-        file.commit();
+    if (const QString why = m_file.replace(text.text()); !why.isEmpty())
+        m_notices.notKept(m_file.path(), why, m_holds);
+}
+
+void ProfileFile::tellNotUnderstood(const QString& section, const QString& key,
+                                    const QString& value) const
+{
+    m_notices.notUnderstood(m_file.path(), section, key, value);
 }

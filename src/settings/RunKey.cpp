@@ -1,9 +1,10 @@
 #include "settings/RunKey.h"
 
-#include <QDir>
-#include <QFile>
+#include "settings/KeptFile.h"
+
 #include <QFileInfo>
-#include <QSaveFile>
+
+#include <utility>
 
 namespace {
 
@@ -31,14 +32,15 @@ QString execValue(const QString& program)
 
 } // namespace
 
-RunKey::RunKey(QString autostartFolder)
+RunKey::RunKey(QString autostartFolder, Notices notices)
     : m_folder(std::move(autostartFolder))
+    , m_notices(std::move(notices))
 {
 }
 
 bool RunKey::Open()
 {
-    const bool opens = QDir().mkpath(m_folder) && QFileInfo(m_folder).isWritable();
+    const bool opens = makePrivateFolder(m_folder) && QFileInfo(m_folder).isWritable();
     m_open |= opens; // a later failure does not close what is open
     return opens;
 }
@@ -47,20 +49,22 @@ void RunKey::SetValue(const QString& name, const QString& program) const
 {
     if (!m_open)
         return;
-    QSaveFile file(entryOf(name));
-    if (!file.open(QIODevice::WriteOnly))
+    const KeptFile entry(entryOf(name));
+    const QByteArray content =
+        QString("[Desktop Entry]\nType=Application\nName=Quill Harbor Messenger\n"
+                "Icon=quillharbor\nTerminal=false\nExec="_L1 +
+                execValue(program) + u'\n')
+            .toUtf8();
+    if (entry.read().bytes == content)
         return;
-    file.write(QString("[Desktop Entry]\nType=Application\nName=Quill Harbor Messenger\n"
-                       "Icon=quillharbor\nTerminal=false\nExec="_L1 +
-                       execValue(program) + u'\n')
-                   .toUtf8());
-    file.commit();
+    if (const QString why = entry.replace(content); !why.isEmpty())
+        m_notices.notKept(entry.path(), why, u"starting with the desktop"_s);
 }
 
 void RunKey::DeleteValue(const QString& name) const
 {
     if (m_open)
-        QFile::remove(entryOf(name));
+        KeptFile(entryOf(name)).remove();
 }
 
 QString RunKey::entryOf(const QString& name) const

@@ -1,6 +1,10 @@
 #include "settings/Settings.h"
 
+#include "common/TextHelpers.h"
+
 namespace {
+
+using namespace Qt::StringLiterals;
 
 QString nameOf(const QString& section, const QString& key)
 {
@@ -8,6 +12,11 @@ QString nameOf(const QString& section, const QString& key)
 }
 
 } // namespace
+
+Settings::Settings(const QString& path, const Notices& notices)
+    : m_file(path, u"the ticks of the sign-in form"_s, notices)
+{
+}
 
 QString Settings::ReadSetting(const QString& section, const QString& key,
                               const QString& missing) const
@@ -22,6 +31,12 @@ QString Settings::ReadSetting(const QString& section, const QString& key,
 void Settings::WriteSetting(const QString& section, const QString& key, const QString& value) const
 {
     m_file.write(section, key, value);
+}
+
+void Settings::tellNotUnderstood(const QString& section, const QString& key,
+                                 const QString& value) const
+{
+    m_file.tellNotUnderstood(section, key, beforeNul(value));
 }
 
 void Settings::overrule(const QString& section, const QString& key, const QString& value)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/RunTimeError.h"
 #include "settings/ProfileFile.h"
 
 #include <QMap>
@@ -11,18 +12,32 @@ class Settings final
 public:
     static constexpr int bufferLength = 255;
 
-    explicit Settings(const QString& path)
-        : m_file(path)
-    {
-    }
+    explicit Settings(const QString& path, const Notices& notices = Notices());
 
     QString ReadSetting(const QString& section, const QString& key, const QString& missing) const;
     void WriteSetting(const QString& section, const QString& key, const QString& value) const;
+
+    // Reads a value that has to be converted. A text that cannot be is told, and the failure of
+    // the conversion goes on to the caller.
+    template<typename Convert>
+    auto read(const QString& section, const QString& key, const QString& missing,
+              Convert convert) const
+    {
+        const QString value = ReadSetting(section, key, missing);
+        try {
+            return convert(value);
+        } catch (const RunTimeError&) {
+            tellNotUnderstood(section, key, value);
+            throw;
+        }
+    }
 
     // For this run a value of the command line stands before the file's.
     void overrule(const QString& section, const QString& key, const QString& value);
 
 private:
+    void tellNotUnderstood(const QString& section, const QString& key, const QString& value) const;
+
     ProfileFile m_file;
     QMap<QString, QString> m_overruled;
 };

@@ -6,6 +6,8 @@
 #include <QRandomGenerator>
 #include <QSysInfo>
 
+#include <sys/stat.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -53,6 +55,7 @@ private Q_SLOTS:
     void roomTwice();
     void badSetting_data();
     void badSetting();
+    void pipesInPlaceOfFiles();
     void closingTheWindowKeepsTheSession();
     void exit_data();
     void exit();
@@ -439,11 +442,26 @@ void MessengerTest::badSetting()
              fatal ? QStringList{u"Quill Harbor Messenger|Run-time error '13':\n\nType mismatch"_s}
                    : QStringList());
     QVERIFY(m_client->looksSignedOut());
+    QCOMPARE(m_client->around.told.size(), 1);
+    QVERIFY(m_client->around.told.first().contains("[connect] port is \"many\""_L1));
 
     // The next touch tries again.
     QVERIFY(m_client->around.writeSettings("[connect]\nport=7000\n"));
     m_client->pressReturnIn(QTest::currentDataTag());
     QTRY_VERIFY(m_server->received().startsWith("NICK anna\n")); // on the usual port
+}
+
+// Nobody ever writes into these pipes: who opens one waits for good.
+void MessengerTest::pipesInPlaceOfFiles()
+{
+    for (const char* name : {"settings.ini", "quillharbor.store"}) {
+        const QString path = m_client->around.folder.filePath("config/"_L1 + QLatin1String(name));
+        QVERIFY(mkfifo(QFile::encodeName(path).constData(), 0600) == 0);
+    }
+    m_client->start();
+    m_client->signIn(u"anna"_s);
+    QTRY_VERIFY(m_server->received().startsWith("NICK anna\n"));
+    QCOMPARE(m_client->around.told.size(), 2);
 }
 
 void MessengerTest::closingTheWindowKeepsTheSession()

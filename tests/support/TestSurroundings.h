@@ -139,6 +139,7 @@ public:
                     return WebModule::Answer{nullptr, QStringLiteral("none here")};
                 },
             .end = [this] { ++ends; },
+            .tell = [this](const QString& line) { told += line; },
         };
     }
 
@@ -164,6 +165,7 @@ public:
     RecordingLinks links;
     RecordingTray tray;
     RecordingWaves waves;
+    QStringList told;
     int enginesAsked = 0;
     int ends = 0;
     int identPort = 11300; // needs no privilege; the address is ours alone

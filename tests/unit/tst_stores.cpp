@@ -1,11 +1,23 @@
+#include "settings/KeptFile.h"
+#include "settings/PreviousInstance.h"
 #include "settings/ProfileFile.h"
 #include "settings/RunKey.h"
 #include "settings/UserStore.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <csignal>
+#include <cstdlib>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +36,48 @@ void writeTo(const QString& path, const QByteArray& content)
     QCOMPARE(file.write(content), content.size());
 }
 
+// While it lives a file takes that many bytes and no more, as on a disk that is full.
+class FullDisk final
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    Q_DISABLE_COPY_MOVE(FullDisk)
+
+private:
+    void (*m_handler)(int);
+    rlimit m_before{};
+};
+
+mode_t modeOf(const QString& path)
+{
+    struct stat status
+    {
+    };
+    return lstat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_mode : 0;
+}
+
+// Writes one version after the other until it is killed, and says so each time.
+template<typename Write>
+[[noreturn]] void writeForEver(int pipe, Write write)
+{
+    for (int version = 0;; ++version) {
+        write(version);
+        if (::write(pipe, "x", 1) != 1)
+            _exit(0);
+    }
+}
+
 } // namespace
 
 // What outlives the program: the settings file, the per-user store, the start with the desktop.
@@ -32,15 +86,27 @@ class TestStores final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_told.clear();
+    }
 
     void profileReads_data();
     void profileReads();
+    void profileWrites_data();
     void profileWrites();
     void profileWithoutFile();
     void store_data();
     void store();
-    void storeIsPrivate();
+    void storeReadsOlderFiles_data();
+    void storeReadsOlderFiles();
+    void filesArePrivate();
+    void fullDiskCostsOnlyTheNew();
+    void strangersAreLeftAlone_data();
+    void strangersAreLeftAlone();
+    void killedWhileWriting();
+    void valuesThatAreNone();
     void runKey();
     void runKeyNeedsAFolder();
     void runKeyQuotes_data();
@@ -48,8 +114,17 @@ private Q_SLOTS:
 
 private:
     QString path(const QString& name) const { return m_folder->filePath(name); }
+    ProfileFile profile(const QString& name = u"settings.ini"_s) const
+    {
+        return ProfileFile(path(name), u"the ticks"_s, notices());
+    }
+    Notices notices() const
+    {
+        return Notices([this](const QString& line) { m_told += line; });
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
+    mutable QStringList m_told;
 };
 
 void TestStores::profileReads_data()
@@ -79,6 +154,8 @@ void TestStores::profileReads_data()
     row("broken section", "[connect\nserver=x\n", "missing");
     row("no equals sign", "[connect]\nserver\n", "missing");
     row("junk around", "\x01\x02 junk\n===\n[]\n[connect]\n=x\nserver=a.b\n]]\n", "a.b");
+    row("the first of two", "[connect]\nserver=a.b\n[irc]\n[connect]\nserver=x\n", "a.b");
+    row("its section goes on", "[connect]\n[irc]\n[connect]\nserver=a.b\n", "a.b");
     row("empty", "", "missing");
 }
 
@@ -86,42 +163,63 @@ void TestStores::profileReads()
 {
     QFETCH(QByteArray, content);
     writeTo(path(u"settings.ini"_s), content);
-    const ProfileFile profile(path(u"settings.ini"_s));
-    QTEST(profile.read(u"connect"_s, u"server"_s, u"missing"_s), "value");
+    QTEST(profile().read(u"connect"_s, u"server"_s, u"missing"_s), "value");
     QCOMPARE(contentOf(path(u"settings.ini"_s)), content); // reading leaves it alone
+}
+
+void TestStores::profileWrites_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after"); // [load] startup has become False
+
+    const auto row = [](const char* name, const QByteArray& before, const QByteArray& after) {
+        QTest::newRow(name) << before << after;
+    };
+    const QByteArray much = "; " + QByteArray(2 * 1024 * 1024, 'x') + '\n';
+    row("no file", {}, "[load]\nstartup=False\n");
+    row("only the value", "; a\n\n \tjunk \n[Load] ; b\n\tStartUp = \tTrue \nx=y\n; end\n\n",
+        "; a\n\n \tjunk \n[Load] ; b\n\tStartUp = \tFalse \nx=y\n; end\n\n");
+    row("line ends stay", "[load]\r\nstartup=True\r\n\r\n; end",
+        "[load]\r\nstartup=False\r\n\r\n; end");
+    row("new ones follow the old", "[irc]\r\nx=y\r\n",
+        "[irc]\r\nx=y\r\n\r\n[load]\r\nstartup=False\r\n");
+    row("the first of two", "[load]\nstartup=True\nstartup=1\n[load]\nstartup=2\n",
+        "[load]\nstartup=False\nstartup=1\n[load]\nstartup=2\n");
+    row("into its section", "[load]\nx=y\n; about x\n\n\n[irc]\nstartup=1\n",
+        "[load]\nx=y\n; about x\nstartup=False\n\n\n[irc]\nstartup=1\n");
+    row("empty section", "[load]", "[load]\nstartup=False\n");
+    row("no value yet", "[load]\nstartup=\n", "[load]\nstartup=False\n");
+    row("behind a lot", "[a]\n" + much, "[a]\n" + much + "\n[load]\nstartup=False\n");
+    row("bytes of all kinds", QByteArray("\xef\xbb\xbf[load]\nn=\0\xff\x80\n[x", 18),
+        QByteArray("\xef\xbb\xbf[load]\nn=\0\xff\x80\nstartup=False\n[x", 32));
 }
 
 void TestStores::profileWrites()
 {
-    const QString file = path(u"new/folder/settings.ini"_s);
-    const ProfileFile profile(file);
-    profile.write(u"load"_s, u"startup"_s, u"True"_s);
-    QCOMPARE(profile.read(u"load"_s, u"startup"_s, {}), u"True"_s);
-
-    writeTo(file, "; mine\n[irc]\n; about the next\nQuitMsg=bye; now\n\n[Load]\nStartup=True\n");
-    profile.write(u"load"_s, u"startup"_s, u"False"_s);
-    profile.write(u"irc"_s, u"Guest"_s, u"True"_s);
-    profile.write(u"NickName"_s, u"bremnick"_s, u"a,b;\"c\""_s);
-    const QByteArray content = contentOf(file);
-    for (const char* kept : {"; mine", "; about the next", "bye; now", "[irc]"})
-        QVERIFY2(content.contains(kept), kept);
-    QCOMPARE(content.toLower().count("startup"), 1);
-    QCOMPARE(profile.read(u"load"_s, u"startup"_s, {}), u"False"_s);
-    QCOMPARE(profile.read(u"irc"_s, u"quitmsg"_s, {}), u"bye; now"_s);
-    QCOMPARE(profile.read(u"irc"_s, u"guest"_s, {}), u"True"_s);
-    QCOMPARE(profile.read(u"NickName"_s, u"bremnick"_s, {}), u"a,b;\"c\""_s);
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+    const QString file = path(u"settings.ini"_s);
+    if (!before.isEmpty())
+        writeTo(file, before);
+    profile().write(u"load"_s, u"startup"_s, u"False"_s);
+    QVERIFY(contentOf(file) == after);
+    for (const QString& value : {u"a,b;\"c\""_s, u" a "_s, u"'a'"_s, u""_s}) {
+        profile().write(u"load"_s, u"startup"_s, value);
+        QCOMPARE(profile().read(u"load"_s, u"startup"_s, u"missing"_s), value);
+    }
+    QCOMPARE(m_told, QStringList());
 }
 
 void TestStores::profileWithoutFile()
 {
-    const ProfileFile profile(path(u"settings.ini"_s));
-    QCOMPARE(profile.read(u"a"_s, u"b"_s, u"default"_s), u"default"_s);
+    QCOMPARE(profile().read(u"a"_s, u"b"_s, u"default"_s), u"default"_s);
     QVERIFY(!QFile::exists(path(u"settings.ini"_s)));
     writeTo(path(u"file"_s), "x");
-    const ProfileFile impossible(path(u"file/settings.ini"_s));
-    impossible.write(u"a"_s, u"b"_s, u"c"_s); // passed over
+    const ProfileFile impossible = profile(u"file/settings.ini"_s);
+    impossible.write(u"a"_s, u"b"_s, u"c"_s);
     QCOMPARE(impossible.read(u"a"_s, u"b"_s, u"default"_s), u"default"_s);
     QCOMPARE(contentOf(path(u"file"_s)), "x"_ba);
+    QCOMPARE(m_told.size(), 1);
 }
 
 void TestStores::store_data()
@@ -137,6 +235,8 @@ void TestStores::store_data()
     QTest::newRow("other letters") << u"äßЖ€"_s;
     QTest::newRow("a list in look") << u"a,b"_s;
     QTest::newRow("line ends") << u"a\r\nb"_s;
+    QTest::newRow("control characters and digits") << u"\x01\x01z\x7f"_s + QChar(0) + u"0f"_s;
+    QTest::newRow("beyond 16 bits") << u"\U0001F6A2"_s;
     QTest::newRow("empty") << u""_s;
 }
 
@@ -156,21 +256,185 @@ void TestStores::store()
     QCOMPARE(again.GetSetting(u"Listsetup"_s, u"main"_s, u"pass"_s), QString());
 }
 
-void TestStores::storeIsPrivate()
+void TestStores::storeReadsOlderFiles_data()
 {
-    const UserStore store(path(u"store"_s));
-    store.SaveSetting(u"QuillHarbor"_s, u"main"_s, u"pass"_s, u"secret"_s);
-    constexpr QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
-                                          QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
-    const auto files = QDir(path(u"store"_s)).entryInfoList(QDir::Files | QDir::Hidden);
-    QCOMPARE(files.size(), 1);
-    QVERIFY(!(files.first().permissions() & others));
-    QFile::setPermissions(files.first().filePath(), others | QFile::ReadOwner | QFile::WriteOwner);
-    store.SaveSetting(u"QuillHarbor"_s, u"main"_s, u"pass"_s, u"secret"_s);
-    QVERIFY(!(QFileInfo(files.first().filePath()).permissions() & others)); // made so again
-    writeTo(path(u"file"_s), "x");
-    UserStore(path(u"file"_s)).SaveSetting(u"a"_s, u"b"_s, u"c"_s, u"d"_s); // passed over
-    QCOMPARE(contentOf(path(u"file"_s)), "x"_ba);
+    QTest::addColumn<QByteArray>("stored");
+    QTest::addColumn<QString>("value");
+
+    QTest::newRow("bare") << "a b"_ba << u"a b"_s;
+    QTest::newRow("escapes") << R"("a;b\\\"\r\n\t\x41z\0")"_ba << u"a;b\\\"\r\n\tAz"_s + QChar(0);
+    QTest::newRow("halves of a character") << R"(\xd83d\xdea2)"_ba << u"\U0001F6A2"_s;
+    QTest::newRow("at sign") << "@@x"_ba << u"@x"_s;
+    QTest::newRow("code 0") << R"x("@String(a\0)")x"_ba << u"a"_s + QChar(0);
+    QTest::newRow("cut short") << R"("a\)"_ba << u"a\\"_s;
+}
+
+void TestStores::storeReadsOlderFiles()
+{
+    QFETCH(QByteArray, stored);
+    writeTo(path(u"quillharbor.store"_s), "[main]\nname=" + stored + "\npass=p\n");
+    const UserStore store(m_folder->path());
+    QTEST(store.GetSetting(u"QuillHarbor"_s, u"main"_s, u"name"_s), "value");
+    QCOMPARE(store.GetSetting(u"QuillHarbor"_s, u"main"_s, u"pass"_s), u"p"_s);
+}
+
+void TestStores::filesArePrivate()
+{
+    const QString ini = path(u"new/folder/settings.ini"_s);
+    const QString file = path(u"new/folder/quillharbor.store"_s);
+    const UserStore store(path(u"new/folder"_s), notices());
+    const auto save = [&] {
+        store.SaveSetting(u"QuillHarbor"_s, u"main"_s, u"pass"_s, u"secret"_s);
+    };
+    profile(u"new/folder/settings.ini"_s).write(u"load"_s, u"startup"_s, u"True"_s);
+    save();
+    QCOMPARE(modeOf(path(u"new"_s)) & 0777, 0700u);
+    QCOMPARE(modeOf(path(u"new/folder"_s)) & 0777, 0700u);
+    QCOMPARE(modeOf(ini) & 0777, 0600u);
+    QCOMPARE(modeOf(file) & 0777, 0600u);
+    for (const QString& open : {ini, file})
+        QVERIFY(chmod(QFile::encodeName(open).constData(), 0644) == 0);
+    profile(u"new/folder/settings.ini"_s).write(u"load"_s, u"startup"_s, u"False"_s);
+    save();                               // what it held before
+    QCOMPARE(modeOf(ini) & 0777, 0644u);  // its owner's choice
+    QCOMPARE(modeOf(file) & 0777, 0600u); // holds a password
+    QCOMPARE(m_told, QStringList());
+}
+
+void TestStores::fullDiskCostsOnlyTheNew()
+{
+    const QByteArray mine = "; mine\n[load]\nstartup=True\n; and this\n";
+    writeTo(path(u"settings.ini"_s), mine);
+    const UserStore store(m_folder->path(), notices());
+    store.SaveSettings(u"Listsetup"_s, u"Sect"_s, {{u"boty1"_s, u"1"_s}, {u"boty10"_s, u"ann"_s}});
+    const QByteArray buddies = contentOf(path(u"listsetup.store"_s));
+    RunKey key(path(u"autostart"_s), notices());
+    QVERIFY(key.Open());
+    const ProfileFile settings = profile();
+    {
+        const FullDisk disk(20);
+        for (int again = 0; again < 2; ++again) {
+            settings.write(u"load"_s, u"startup"_s, u"False"_s);
+            store.SaveSettings(u"Listsetup"_s, u"Sect"_s,
+                               {{u"boty10"_s, u"bob"_s}, {u"boty11"_s, u"carol"_s}});
+            store.SaveSetting(u"QuillHarbor"_s, u"main"_s, u"pass"_s, QString(50, u's'));
+            key.SetValue(u"QuillHarborMessenger"_s, u"/opt/qh"_s);
+        }
+    }
+    QCOMPARE(contentOf(path(u"settings.ini"_s)), mine);
+    QCOMPARE(contentOf(path(u"listsetup.store"_s)), buddies);
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).join(u' '),
+             u"listsetup.store settings.ini"_s); // no rests
+    QVERIFY(QDir(path(u"autostart"_s)).isEmpty());
+    // Each file has been told, and once: where, why, what is lost.
+    QCOMPARE(m_told.size(), 4);
+    const QString why(QString::fromLocal8Bit(strerror(EFBIG)));
+    const std::pair<QString, QString> expected[]{
+        {u"settings.ini"_s, u"the ticks"_s},
+        {u"listsetup.store"_s, u"the buddy list"_s},
+        {u"quillharbor.store"_s, u"the nickname and the password"_s},
+        {u"autostart/QuillHarborMessenger.desktop"_s, u"starting with the desktop"_s}};
+    for (int i = 0; i < 4; ++i)
+        QCOMPARE(m_told.at(i), path(expected[i].first) + ": "_L1 + why + ". Not kept: "_L1 +
+                                   expected[i].second + u'.');
+    settings.write(u"load"_s, u"startup"_s, u"False"_s); // there is room again
+    QVERIFY(contentOf(path(u"settings.ini"_s)).contains("startup=False"));
+}
+
+void TestStores::strangersAreLeftAlone_data()
+{
+    QTest::addColumn<uint>("kind");
+    QTest::newRow("pipe") << uint(S_IFIFO);
+    QTest::newRow("directory") << uint(S_IFDIR);
+    QTest::newRow("device") << uint(S_IFCHR);
+}
+
+void TestStores::strangersAreLeftAlone()
+{
+    QFETCH(uint, kind);
+    const QStringList names{u"settings.ini"_s, u"quillharbor.store"_s, u"running.lock"_s,
+                            u"Name.desktop"_s};
+    for (const QString& name : names) {
+        const QByteArray place = QFile::encodeName(path(name));
+        if (kind == S_IFDIR)
+            QVERIFY(mkdir(place.constData(), 0750) == 0);
+        else if (kind == S_IFIFO)
+            QVERIFY(mkfifo(place.constData(), 0640) == 0);
+        else
+            QVERIFY(symlink("/dev/zero", place.constData()) == 0); // endless, if it were read
+    }
+    QList<mode_t> before;
+    for (const QString& name : names)
+        before += modeOf(path(name));
+    const mode_t device = QFileInfo(u"/dev/zero"_s).permissions();
+
+    const UserStore store(m_folder->path(), notices());
+    QCOMPARE(profile().read(u"load"_s, u"startup"_s, u"none"_s), u"none"_s);
+    profile().write(u"load"_s, u"startup"_s, u"True"_s);
+    QCOMPARE(store.GetSetting(u"QuillHarbor"_s, u"main"_s, u"name"_s), QString());
+    store.SaveSetting(u"QuillHarbor"_s, u"main"_s, u"name"_s, u"ann"_s);
+    RunKey key(m_folder->path(), notices());
+    QVERIFY(key.Open());
+    key.SetValue(u"Name"_s, u"/opt/qh"_s);
+    key.DeleteValue(u"Name"_s);
+    QVERIFY(!PreviousInstance(m_folder->path()).found());
+
+    QList<mode_t> after;
+    for (const QString& name : names)
+        after += modeOf(path(name));
+    QCOMPARE(after, before);
+    QCOMPARE(QFileInfo(u"/dev/zero"_s).permissions(), device);
+    QVERIFY(!m_told.isEmpty());
+    for (const QString& line : m_told)
+        QVERIFY2(line.contains("it is not an ordinary file"_L1), qPrintable(line));
+}
+
+// Whatever the moment, the file is one that somebody has written, from its first to its last byte.
+void TestStores::killedWhileWriting()
+{
+    const auto namesOf = [](int version) {
+        UserStore::Values values;
+        for (int i = 0; i < 50; ++i)
+            values += {u"boty1"_s + QString::number(i), QString::number(version)};
+        return values;
+    };
+    const auto isWhole = [](const QByteArray& content) {
+        QSet<QByteArray> versions;
+        const QByteArrayList lines = content.split('\n');
+        for (const QByteArray& line : lines.mid(1, lines.size() - 2))
+            versions += line.mid(line.indexOf('='));
+        return versions.size() == 1 && lines.size() == 52;
+    };
+    QRandomGenerator random(1);
+    for (int round = 0; round < 10; ++round) {
+        int ends[2];
+        QVERIFY(pipe(ends) == 0);
+        const pid_t child = fork();
+        QVERIFY(child >= 0);
+        if (child == 0)
+            writeForEver(ends[1], [&](int version) {
+                UserStore(m_folder->path())
+                    .SaveSettings(u"Listsetup"_s, u"Sect"_s, namesOf(version));
+            });
+        close(ends[1]);
+        char said = 0;
+        for (int more = random.bounded(1, 20); more > 0; --more)
+            QVERIFY(read(ends[0], &said, 1) == 1);
+        QVERIFY(kill(child, SIGKILL) == 0); // somewhere in the next write
+        QVERIFY(waitpid(child, nullptr, 0) == child);
+        close(ends[0]);
+        QVERIFY(isWhole(contentOf(path(u"listsetup.store"_s))));
+    }
+}
+
+void TestStores::valuesThatAreNone()
+{
+    const ProfileFile settings = profile();
+    settings.tellNotUnderstood(u"connect"_s, u"port"_s, u"many"_s);
+    settings.tellNotUnderstood(u"connect"_s, u"port"_s, QString(300, u'9'));
+    QCOMPARE(m_told.size(), 2);
+    QVERIFY(m_told.first().startsWith(path(u"settings.ini"_s) + ": [connect] port is \"many\""_L1));
+    QVERIFY(m_told.last().size() < path(u"settings.ini"_s).size() + 200);
 }
 
 void TestStores::runKey()
