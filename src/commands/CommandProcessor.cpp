@@ -14,6 +14,8 @@
 #include "wire/LineSink.h"
 #include "wire/Winsock.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 QString CommandProcessor::Call::word(int index) const
@@ -32,7 +34,7 @@ QString CommandProcessor::ProcessInput(const QString& target, const QString& tex
     call.target = target;
     SplitAt(text, u' ', call.command, call.rest); // a command alone is its own rest
     m_parts.events.DoEvents();
-    call.words = expand(target, call.rest);
+    call.words = expand(call.target, call.rest); // the caller's target may have changed meanwhile
     m_parts.events.DoEvents();
     return (this->*handlerOf(call.command.toLower()))(call);
 }
@@ -85,23 +87,26 @@ QStringList CommandProcessor::expand(const QString& target, const QString& rest)
 
 QString CommandProcessor::query(const Call& call)
 {
-    // A blocked nick fails in here: then nothing is shown and nothing is sent.
-    QString line;
-    skipRest([&] {
-        const QString nick = call.word(1);
-        const QString text = call.from(2);
-        if (m_parts.queries.QueryVisible(nick)) {
-            m_parts.queries.windowOf(nick)->PutText(m_parts.variables.MyNick, text);
-            line = "PRIVMSG <"_L1 + nick + "> "_L1 + text;
-            return;
-        }
-        const int slot = m_parts.queries.OpenQuery(nick, {});
-        if (call.words.size() < 2)
-            return;
-        line = "PRIVMSG < >"_L1 + text; // the place of the nick stays empty
-        m_parts.queries.Queries(slot).PutText(m_parts.variables.MyNick, text);
-    });
-    return line;
+    const QString nick = call.word(1);
+    const QString text = call.from(2);
+    const auto putInto = [&](int slot) {
+        skipRest([&] { m_parts.queries.Queries(slot).PutText(m_parts.variables.MyNick, text); });
+    };
+    // Nothing is shown to a blocked nick and nothing is sent: the question itself fails.
+    std::optional<bool> isOpen;
+    skipRest([&] { isOpen = m_parts.queries.QueryVisible(nick); });
+    if (!isOpen)
+        return {};
+    if (*isOpen) {
+        putInto(m_parts.queries.FindQuery(nick));
+        return "PRIVMSG <"_L1 + nick + "> "_L1 + text;
+    }
+    int slot = 0;
+    skipRest([&] { slot = m_parts.queries.OpenQuery(nick, {}); });
+    if (call.words.size() < 2)
+        return {};
+    putInto(slot);
+    return "PRIVMSG < >"_L1 + text; // the place of the nick stays empty
 }
 
 QString CommandProcessor::msg(const Call& call)
@@ -111,19 +116,29 @@ QString CommandProcessor::msg(const Call& call)
 
 QString CommandProcessor::me(const Call& call)
 {
-    RichTextBox* view = nullptr;
-    if (call.target.startsWith(u'#')) {
-        if (const Room* room = m_parts.channels.entered(call.target))
-            view = &room->form.DataIn();
-    } else if (PrivateWindow* window = m_parts.queries.windowOf(call.target)) {
-        view = &window->DataIn();
-    }
-    if (!view)
+    bool isUnknown = false;
+    skipRest([&] {
+        RichTextBox* view = viewOf(call.target);
+        isUnknown = !view;
+        if (view)
+            m_parts.writer.WriteView(*view, strColor % "06"_L1 % m_parts.variables.MyNick % u' ' %
+                                                call.from(1));
+    });
+    if (isUnknown)
         return {};
-    m_parts.writer.WriteView(*view,
-                             strColor % "06"_L1 % m_parts.variables.MyNick % u' ' % call.from(1));
     return "PRIVMSG "_L1 % call.target % " :"_L1 % strAction % "ACTION "_L1 % call.from(1) %
            strAction;
+}
+
+// None for a target that is not known.
+RichTextBox* CommandProcessor::viewOf(const QString& target) const
+{
+    if (target.startsWith(u'#')) {
+        const Room* room = m_parts.channels.entered(target);
+        return room ? &room->form.DataIn() : nullptr;
+    }
+    PrivateWindow* window = m_parts.queries.windowOf(target);
+    return window ? &window->DataIn() : nullptr;
 }
 
 QString CommandProcessor::quit(const Call& call)
@@ -152,7 +167,9 @@ QString CommandProcessor::nick(const Call& call)
 QString CommandProcessor::sv(const Call& call)
 {
     m_versionReply = call.from(1);
-    m_parts.status.WriteStatus("Version Reply changed to '"_L1 + m_versionReply + u'\'', 6);
+    skipRest([&] {
+        m_parts.status.WriteStatus("Version Reply changed to '"_L1 + m_versionReply + u'\'', 6);
+    });
     return {};
 }
 
@@ -181,10 +198,12 @@ QString CommandProcessor::userCount(const Call& call)
 
 QString CommandProcessor::bl(const Call&)
 {
-    if (m_parts.buddies.Visible())
-        m_parts.buddies.Unload();
-    else
-        m_parts.buddies.Load();
+    skipRest([&] {
+        if (m_parts.buddies.Visible())
+            m_parts.buddies.Unload();
+        else
+            m_parts.buddies.Load();
+    });
     return {};
 }
 
@@ -195,7 +214,7 @@ QString CommandProcessor::kill(const Call& call)
 
 QString CommandProcessor::es(const Call& call)
 {
-    TextWriter::WriteRaw(m_parts.channels.main().form.DataIn(), call.from(1));
+    skipRest([&] { TextWriter::WriteRaw(m_parts.channels.main().form.DataIn(), call.from(1)); });
     return {};
 }
 

@@ -9,6 +9,7 @@ class ChannelTable;
 class ContactList;
 class EventLoop;
 class QueryTable;
+class RichTextBox;
 class ServerLink;
 class StatusLine;
 class TextWriter;
@@ -37,7 +38,8 @@ public:
     {
     }
 
-    // The text comes without its slash. Empty: there is nothing for the server.
+    // The text comes without its slash. Empty: there is nothing for the server. A failure costs
+    // the statement that it happens in, never the line; only list raises.
     QString ProcessInput(const QString& target, const QString& text);
 
 private:
@@ -60,6 +62,7 @@ private:
     };
 
     static Handler handlerOf(const QString& command);
+    RichTextBox* viewOf(const QString& target) const;
     QStringList expand(const QString& target, const QString& rest) const;
 
     QString query(const Call& call);

@@ -2,6 +2,7 @@
 
 #include "common/TextHelpers.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -45,6 +46,16 @@ Integer rounded(double value)
 Int16 toInt16(const QString& text)
 {
     return Int16(rounded<std::int16_t>(leadingNumber(text)));
+}
+
+Int16 wholeInt16(const QString& text)
+{
+    const bool hasSign = text.startsWith(u'-') || text.startsWith(u'+');
+    const bool isNumber = std::all_of(text.begin() + (hasSign ? 1 : 0), text.end(),
+                                      [](QChar c) { return c >= u'0' && c <= u'9'; });
+    if (!isNumber)
+        throw RunTimeError(RunTimeError::Number::TypeMismatch);
+    return toInt16(text);
 }
 
 qint32 toInt32(const QString& text)

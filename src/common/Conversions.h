@@ -9,6 +9,8 @@
 // number outside the type Overflow (6).
 
 Int16 toInt16(const QString& text);
+// The same of a text that is a number from end to end: a sign and digits, nothing behind them.
+Int16 wholeInt16(const QString& text);
 qint32 toInt32(const QString& text);
 
 // The two words, however they are written, or a number: only zero is false.

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QDateTime>
-#include <QLocale>
+#include "platform/LocaleTexts.h"
 
 // The current time and the forms in which texts carry it.
 class Clock
@@ -11,16 +10,8 @@ public:
 
     virtual QDateTime now() const = 0;
 
-    QString shortDate() const
-    {
-        return QLocale::system().toString(now().date(), QLocale::ShortFormat);
-    }
-    // Without the name of the time zone, which the toolkit's long format adds.
-    QString longTime() const
-    {
-        const QString format = QLocale::system().timeFormat(QLocale::LongFormat);
-        return QLocale::system().toString(now().time(), QString(format).remove(u't').trimmed());
-    }
+    QString shortDate() const { return locale_texts::shortDate(now().date()); }
+    QString longTime() const { return locale_texts::longTime(now().time()); }
 };
 
 class SystemClock final : public Clock

@@ -6,11 +6,11 @@
 #include "controls/xpButton.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
+#include "platform/LocaleTexts.h"
 #include "wire/LineSink.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QLocale>
 #include <QPersistentModelIndex>
 #include <QPointer>
 #include <QTreeWidget>
@@ -95,10 +95,7 @@ void ChannelInfo::AddBEI(const QString& mask, const QString& setter, const QStri
     if (!row)
         return;
     row->setText(By, setter);
-    skipRest([&] {
-        const QDateTime when = DateFromUnix(toInt32(time));
-        row->setText(When, QLocale::system().toString(when, QLocale::ShortFormat));
-    });
+    skipRest([&] { row->setText(When, locale_texts::shortDateTime(DateFromUnix(toInt32(time)))); });
 }
 
 void ChannelInfo::showList(const List& list)

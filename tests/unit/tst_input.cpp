@@ -1,6 +1,6 @@
 #include "support/RecordingDesk.h"
 
-#include <QLocale>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -14,11 +14,14 @@ private Q_SLOTS:
     void commands_data();
     void commands();
     void nick();
+    void linesOutliveTheirViews();
+    void targetIsReadOnce();
     void query();
     void commandsOfForms();
     void yieldsAroundTheWords();
     void identifiers_data();
     void identifiers();
+    void timeInEveryLocale();
     void randomNick();
     void lines_data();
     void lines();
@@ -99,6 +102,34 @@ void TestInput::nick()
     QCOMPARE(desk.variables.MyNick, u"carol"_s);
 }
 
+// A failure costs the statement that it happens in: the line goes out unseen.
+void TestInput::linesOutliveTheirViews()
+{
+    RecordingDesk desk;
+    desk.enterRoom();
+    const QString endless(40000, u'x');
+    for (int i = 1; i <= 30; ++i)
+        desk.queries.OpenQuery(u'n' + QString::number(i), {});
+    QVERIFY_THROWS_EXCEPTION(RunTimeError, desk.queries.OpenQuery(u"one.more"_s, {}));
+    desk.take();
+    for (const QString& target : {u"#room"_s, u"n1"_s, u"stranger"_s}) {
+        const QString line = desk.commands.ProcessInput(target, "me "_L1 + endless);
+        QVERIFY(line.startsWith("PRIVMSG "_L1 + target + " :\x01"_L1 + "ACTION xxx"_L1));
+    }
+    QVERIFY(!desk.commands.ProcessInput({}, "query n1 "_L1 + endless).isEmpty());
+    QCOMPARE(desk.commands.ProcessInput({}, "sv "_L1 + endless), QString());
+}
+
+void TestInput::targetIsReadOnce()
+{
+    RecordingDesk desk;
+    desk.enterRoom();
+    QString target = u"#room"_s;
+    desk.events.onYield << [&] { target = u"#other"_s; };
+    QCOMPARE(desk.commands.ProcessInput(target, u"me in $channel"_s), u"PRIVMSG #room :\x01"
+                                                                      "ACTION in #room\x01"_s);
+}
+
 void TestInput::query()
 {
     RecordingDesk desk;
@@ -140,8 +171,8 @@ void TestInput::identifiers_data()
     QTest::newRow("ME") << u"me"_s;
     QTest::newRow("server") << u"irc.example"_s;
     QTest::newRow("port") << u"6667"_s;
-    QTest::newRow("date") << QLocale::system().toString(QDate(2003, 4, 5), QLocale::ShortFormat);
-    QTest::newRow("time") << u"06:07:08"_s;
+    QTest::newRow("date") << locale_texts::shortDate(QDate(2003, 4, 5));
+    QTest::newRow("time") << locale_texts::longTime(QTime(6, 7, 8));
 }
 
 void TestInput::identifiers()
@@ -150,6 +181,24 @@ void TestInput::identifiers()
     desk.enterRoom();
     QTEST(desk.identifiers.Identifier(u"#room"_s, QString::fromLatin1(QTest::currentDataTag())),
           "value");
+}
+
+// In every locale there is: a number at one end at least, and no marks that lost their zone.
+void TestInput::timeInEveryLocale()
+{
+    static const QRegularExpression whole(u"^[^\\s,()\\[\\]].*[^\\s,()\\[\\]]$"_s);
+    const auto locales =
+        QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory);
+    QVERIFY(locales.size() > 100);
+    for (const QLocale& locale : locales) {
+        const QString text = locale_texts::longTime(QTime(6, 7, 8), locale);
+        QVERIFY2(whole.match(text).hasMatch() && !text.contains("()"_L1) && !text.contains("[]"_L1),
+                 qPrintable(locale.name() + u' ' + text));
+    }
+    QCOMPARE(locale_texts::longTime(QTime(6, 7, 8), QLocale(u"ca_ES"_s)), u"6:07:08"_s);
+    QCOMPARE(locale_texts::longTime(QTime(6, 7, 8), QLocale(u"be_BY"_s)), u"06:07:08"_s);
+    QCOMPARE(locale_texts::longTime(QTime(6, 7, 8), QLocale(u"bg_BG"_s)), u"6:07:08 ч."_s);
+    QCOMPARE(locale_texts::longTime(QTime(6, 7, 8), QLocale(u"zh_TW"_s)), u"上午6:07:08"_s);
 }
 
 void TestInput::randomNick()

@@ -128,6 +128,10 @@ void TestQuery::blockedByDigits()
         desk.queries.OpenQuery(nick, {});
     desk.ignored.AddItem(u"99 - Blocked"_s);
     QVERIFY_THROWS_EXCEPTION(RunTimeError, desk.queries.QueryVisible(u"99"_s));
+    desk.ignored.AddItem(u"2cool - Blocked"_s); // no number
+    desk.take();
+    QVERIFY_THROWS_EXCEPTION(RunTimeError, desk.queries.QueryVisible(u"2cool"_s));
+    QCOMPARE(desk.take(), QStringList());
     desk.ignored.AddItem(u"2 - Blocked"_s); // a number unloads a window and passes
     desk.take();
     QVERIFY(!desk.queries.QueryVisible(u"2"_s));

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void words();
     void numbers_data();
     void numbers();
+    void wholeNumbers();
     void booleans_data();
     void booleans();
     void counterOverflows();
@@ -145,6 +146,7 @@ void TestText::numbers_data()
     QTest::newRow("word") << u"many"_s << 0 << 13 << 13;
     QTest::newRow("sign alone") << u"-"_s << 0 << 13 << 13;
     QTest::newRow("empty") << QString() << 0 << 13 << 13;
+    QTest::newRow("number in front") << u"7up"_s << 7 << 0 << 0;
 }
 
 void TestText::numbers()
@@ -154,6 +156,14 @@ void TestText::numbers()
     QTEST(failureOf([&] { number = toInt16(text); }), "failure16");
     QTEST(number, "number16");
     QTEST(failureOf([&] { number = toInt32(text); }), "failure32");
+}
+
+void TestText::wholeNumbers()
+{
+    QCOMPARE(int(wholeInt16(u"-12"_s)), -12);
+    QCOMPARE(failureOf([] { wholeInt16(u"40000"_s); }), 6);
+    for (const QString& text : {u"2cool"_s, u"7 "_s, u" 7"_s, u"1.5"_s, u"-"_s, QString()})
+        QCOMPARE(failureOf([&] { wholeInt16(text); }), 13);
 }
 
 void TestText::booleans_data()
