@@ -9,6 +9,7 @@
 #include "room/ChannelTable.h"
 #include "room/TopicField.h"
 #include "text/MainView.h"
+#include "text/Mentions.h"
 #include "text/OwnTextStyle.h"
 #include "text/StatusLine.h"
 #include "text/TextWriter.h"
@@ -16,6 +17,7 @@
 #include <memory>
 
 class PictureCache;
+class ViewLook;
 struct ChatRoomParts;
 struct Session;
 struct SmallWindows;
@@ -27,6 +29,7 @@ struct MainRoom
     MainRoom(const ChatRoomParts& given, SmallWindows& windows, Session& session);
 
     std::shared_ptr<PictureCache> pictures; // of the smileys, shared by all conversations
+    std::shared_ptr<ViewLook> look;         // of all conversations
     Channel window;
     Room room;
     ChannelTable channels;
@@ -35,6 +38,7 @@ struct MainRoom
     StatusLine status;
     OwnTextStyle ownStyle;
     Sounds sounds;
+    Mentions mentions;
     TopicField topicField;
     InputLine inputLine;
     NickActions nickActions;

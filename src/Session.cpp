@@ -28,7 +28,11 @@ Session::Session(const ChatRoomParts& given, MainRoom& main, SmallWindows& windo
                    given.surroundings.random})
     , commands({given.variables, identifiers, connection, main.channels, windows.queries,
                 windows.buddies, main.status, main.writer, given.surroundings.events})
-    , roomText(IncomingText::room, main.writer, connection)
+    , roomText(
+          IncomingText::room, main.writer, connection,
+          [&mentions = main.mentions](RichTextBox& view, const QString& nick, const QString& text) {
+              mentions.roomLine(view, nick, text);
+          })
     , modeLine(given.variables, main.channels)
     , nickEvents(main.channels, windows.queries, main.writer)
     , ctcp({main.mainView, roomText, connection, windows.queries})

@@ -48,6 +48,9 @@ Query::Desk SmallWindows::queryDesk(MainRoom& main, Session& session)
             },
         .PlayWave = [&main](const QString& name) { main.sounds.PlayWave(name); },
         .pictures = main.pictures,
+        .look = main.look,
+        .written = [&main](RichTextBox& view, const QString& nick,
+                           const QString& text) { main.mentions.privateLine(view, nick, text); },
     };
 }
 

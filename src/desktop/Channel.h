@@ -36,7 +36,8 @@ public:
         std::function<int(int character)> inputKeyPress;
     };
 
-    Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<PictureCache> pictures);
+    Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<PictureCache> pictures,
+            std::shared_ptr<ViewLook> look = nullptr);
 
     void setKeyHooks(KeyHooks hooks) { m_hooks = std::move(hooks); }
     const MenuTree& menus() const { return *m_menus; }

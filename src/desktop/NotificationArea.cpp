@@ -3,6 +3,18 @@
 #include <QApplication>
 #include <QMenu>
 
+namespace {
+
+// Some hosts read notices as markup and some do not, so nothing that could be markup is left.
+QString withoutMarkup(QString text)
+{
+    return text.replace(u'<', QChar(u'\u2039'))
+        .replace(u'>', QChar(u'\u203a'))
+        .replace(u'&', QChar(u'\uff06'));
+}
+
+} // namespace
+
 DesktopNotificationArea::DesktopNotificationArea()
     : m_icon(this)
 {
@@ -34,6 +46,11 @@ void DesktopNotificationArea::remove()
 void DesktopNotificationArea::setMenu(QMenu* menu)
 {
     m_icon.setContextMenu(menu);
+}
+
+void DesktopNotificationArea::notify(const QString& title, const QString& body)
+{
+    m_icon.showMessage(withoutMarkup(title), withoutMarkup(body), m_icon.icon());
 }
 
 // Hosts on D-Bus report two single clicks where X11 reports a double click.

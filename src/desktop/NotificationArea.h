@@ -34,6 +34,8 @@ public:
     // For hosts that draw an icon's menu themselves and send no right click. Others show it before
     // the right click is reported, so its handler leaves a visible menu alone.
     virtual void setMenu(QMenu* menu) = 0;
+    // A notice of the desktop, gone by itself. Nothing in the texts is markup.
+    virtual void notify(const QString& title, const QString& body) = 0;
 
 Q_SIGNALS:
     void mouse(Message message);
@@ -53,6 +55,7 @@ public:
     void remove() override;
 
     void setMenu(QMenu* menu) override;
+    void notify(const QString& title, const QString& body) override;
 
 private:
     void activated(QSystemTrayIcon::ActivationReason reason);

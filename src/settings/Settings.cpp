@@ -28,6 +28,12 @@ QString Settings::ReadSetting(const QString& section, const QString& key,
     return value.left(bufferLength - 1).leftJustified(bufferLength, QChar(u'\0'));
 }
 
+bool Settings::isOn(const QString& section, const QString& key) const
+{
+    const QString value = beforeNul(ReadSetting(section, key, {}));
+    return value.trimmed().compare(QLatin1StringView("true"), Qt::CaseInsensitive) == 0;
+}
+
 void Settings::WriteSetting(const QString& section, const QString& key, const QString& value) const
 {
     m_file.write(section, key, value);

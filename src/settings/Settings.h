@@ -15,6 +15,8 @@ public:
     explicit Settings(const QString& path, const Notices& notices = Notices());
 
     QString ReadSetting(const QString& section, const QString& key, const QString& missing) const;
+    // Of a switch that is off unless the file says "true".
+    bool isOn(const QString& section, const QString& key) const;
     void WriteSetting(const QString& section, const QString& key, const QString& value) const;
 
     // Reads a value that has to be converted. A text that cannot be is told, and the failure of

@@ -43,7 +43,7 @@ private:
 
 Query::Query(const Desk& desk)
     : m_desk(desk)
-    , m_incoming(IncomingText::privateTalk, desk.writer, desk.server)
+    , m_incoming(IncomingText::privateTalk, desk.writer, desk.server, desk.written)
 {
 }
 
@@ -53,7 +53,7 @@ QueryForm& Query::form()
 {
     if (m_form)
         return *m_form;
-    m_form = std::make_unique<QueryForm>(m_desk.pictures);
+    m_form = std::make_unique<QueryForm>(m_desk.pictures, m_desk.look);
     connectForm(*m_form);
     try {
         Form_Load();

@@ -24,6 +24,7 @@ class PictureCache;
 struct OwnTextStyle;
 struct SessionVariables;
 class TextWriter;
+class ViewLook;
 
 // What a private window asks of the other windows.
 class QueryNeighbours
@@ -61,6 +62,8 @@ public:
         std::function<void(const QString& name)> PlayWave; // asks the sound option itself
         std::shared_ptr<PictureCache> pictures;            // of the smileys, shared by all views
         std::function<void(QWidget& window)> FlashWindow = ::FlashWindow;
+        std::shared_ptr<ViewLook> look = nullptr; // of all views
+        IncomingText::Written written = {};
     };
 
     explicit Query(const Desk& desk);

@@ -77,10 +77,10 @@ QLabel* newLabel(const QString& name, const QString& caption, QWidget* parent)
 
 } // namespace
 
-QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures)
+QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures, std::shared_ptr<ViewLook> look)
     : m_lblNick(newLabel(u"lblNick"_s, u"Chatter"_s, this))
     , m_lblHost(newLabel(u"lblHost"_s, u"user@host"_s, this))
-    , m_dataIn(new QueryView(this, std::move(pictures)))
+    , m_dataIn(new QueryView(this, std::move(pictures), std::move(look)))
     , m_smileys(*m_dataIn)
     , m_dataOut(new QLineEdit(this))
     , m_image2(new SvgPicture(u":/forms/send.svg"_s, this))

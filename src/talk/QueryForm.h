@@ -27,7 +27,8 @@ public:
     // Codes that KeyDown and KeyPress speak of.
     enum Key { Enter = 13, Up = 38, Down = 40 };
 
-    explicit QueryForm(std::shared_ptr<PictureCache> pictures = nullptr);
+    explicit QueryForm(std::shared_ptr<PictureCache> pictures = nullptr,
+                       std::shared_ptr<ViewLook> look = nullptr);
 
     QueryView& DataIn() { return *m_dataIn; }
     QLineEdit& DataOut() { return *m_dataOut; }

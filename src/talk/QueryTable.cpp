@@ -12,6 +12,11 @@ using namespace Qt::StringLiterals;
 
 constexpr auto blockedSuffix = " - Blocked"_L1;
 
+QString blockedRow(const QString& nick)
+{
+    return QString(nick + blockedSuffix).toLower();
+}
+
 } // namespace
 
 QueryTable::QueryTable(PrivateWindowFactory& windows, Switches switches, IgnoreRows ignoreRows)
@@ -63,6 +68,17 @@ void QueryTable::talkTo(const QString& nick)
         Queries(slot).SetFocus();
 }
 
+bool QueryTable::isIgnored(const QString& nick) const
+{
+    const QString blocked = blockedRow(nick);
+    const ListBox& rows = m_ignoreRows();
+    for (int row = 0; row < rows.ListCount(); ++row) {
+        if (rows.List(row).toLower() == blocked)
+            return true;
+    }
+    return false;
+}
+
 PrivateWindow& QueryTable::Queries(int slot) const
 {
     PrivateWindow* window = m_queries(slot);
@@ -101,7 +117,7 @@ int QueryTable::lastSlot() const
 
 void QueryTable::checkIgnored(const QString& nick)
 {
-    const QString blocked = QString(nick + blockedSuffix).toLower();
+    const QString blocked = blockedRow(nick);
     const ListBox& rows = m_ignoreRows();
     for (int row = 0; row <= rows.ListCount(); ++row) {
         if (rows.List(row).toLower() != blocked)

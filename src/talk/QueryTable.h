@@ -37,6 +37,8 @@ public:
     // The same by the user's own wish: a new window comes to the front as an open one does.
     void talkTo(const QString& nick);
 
+    bool isIgnored(const QString& nick) const;
+
     PrivateWindow& Queries(int slot) const;
     // The window for a nick, none if there is none.
     PrivateWindow* windowOf(const QString& nick) const;

@@ -25,11 +25,19 @@ void IncomingText::PutText(RichTextBox& view, const QString& nick, const QString
         // The last character goes unseen, whether it closes the action or not.
         const QString what = CutRight(CutLeft(text, action.size()), 1);
         m_writer.WriteView(view, strColor % "06"_L1 % nick % u' ' % what);
+        tellWritten(view, nick, what);
     } else if (text.startsWith(version)) {
         m_server.SendData("CTCPREPLY "_L1 % nick % " VERSION :"_L1 % m_manner.versionReply);
     } else {
         const QString header = strColor % "12<"_L1 % nick % u'>';
         const QString end = m_manner.headerColorEnds ? QString(strColor) : QString();
         m_writer.WriteView(view, trimBlanks(header % end % u' ' % text));
+        tellWritten(view, nick, text);
     }
+}
+
+void IncomingText::tellWritten(RichTextBox& view, const QString& nick, const QString& text) const
+{
+    if (m_written)
+        m_written(view, nick, text);
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class LineSink;
 class RichTextBox;
 class TextWriter;
@@ -19,17 +21,26 @@ public:
     static const Manner room;
     static const Manner privateTalk;
 
-    IncomingText(const Manner& manner, const TextWriter& writer, LineSink& server)
+    // Hears of each line that has just been written, what was said without its header.
+    using Written =
+        std::function<void(RichTextBox& view, const QString& nick, const QString& text)>;
+
+    IncomingText(const Manner& manner, const TextWriter& writer, LineSink& server,
+                 Written written = {})
         : m_manner(manner)
         , m_writer(writer)
         , m_server(server)
+        , m_written(std::move(written))
     {
     }
 
     void PutText(RichTextBox& view, const QString& nick, const QString& text) const;
 
 private:
+    void tellWritten(RichTextBox& view, const QString& nick, const QString& text) const;
+
     const Manner& m_manner;
     const TextWriter& m_writer;
     LineSink& m_server;
+    Written m_written;
 };

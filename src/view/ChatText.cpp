@@ -17,6 +17,13 @@ qsizetype ChatText::Change::movedPosition(qsizetype before) const
     return before < position + removed ? position : before - removed + added;
 }
 
+qsizetype ChatText::Change::movedLine(qsizetype before) const
+{
+    if (before <= line)
+        return before;
+    return std::max(before - removedLines, line) + addedLines;
+}
+
 ChatText::ChatText()
     : m_chunks(1)
 {

@@ -53,6 +53,7 @@ public:
         qsizetype addedLines = 0;
 
         qsizetype movedPosition(qsizetype before) const;
+        qsizetype movedLine(qsizetype before) const;
     };
 
     ChatText();

@@ -3,7 +3,11 @@
 #include "common/TextHelpers.h"
 #include "view/ChatViewAccessible.h"
 #include "view/FindBar.h"
+#include "view/LineDecor.h"
+#include "view/MarkedScrollBar.h"
+#include "view/NewMessagesChip.h"
 #include "view/PictureCache.h"
+#include "view/ViewLook.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -13,7 +17,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyleHints>
-#include <QToolButton>
+#include <QToolTip>
 #include <QVarLengthArray>
 
 #include <algorithm>
@@ -27,7 +31,8 @@ constexpr int frameMilliseconds = 16;
 constexpr int autoScrollMilliseconds = 40;
 constexpr int sideMargin = 6;
 constexpr int overlayMargin = 8;
-constexpr int wheelStep = 20; // logical pixels; the wheel takes three of them at once
+constexpr std::size_t mostMarks = 500; // of the newest, in the scroll bar
+constexpr int wheelStep = 20;          // logical pixels; the wheel takes three of them at once
 
 using Motion = CaretGeometry::Motion;
 
@@ -71,10 +76,18 @@ void tellAccessibility(QAccessibleEvent& event)
     QAccessible::updateAccessibility(&event);
 }
 
+qint64 secondsNow()
+{
+    return QDateTime::currentSecsSinceEpoch();
+}
+
 } // namespace
 
-ChatView::ChatView(QWidget* parent, std::shared_ptr<PictureCache> pictures)
+ChatView::ChatView(QWidget* parent, std::shared_ptr<PictureCache> pictures,
+                   std::shared_ptr<ViewLook> look)
     : QAbstractScrollArea(parent)
+    , m_notes(secondsNow)
+    , m_look(look ? std::move(look) : std::make_shared<ViewLook>())
     , m_layout(m_text, std::make_unique<StyleFormats>(m_tables, font(), palette()))
     , m_scroll(m_layout)
     , m_geometry(m_text, m_layout, m_scroll)
@@ -82,24 +95,20 @@ ChatView::ChatView(QWidget* parent, std::shared_ptr<PictureCache> pictures)
     , m_pictures(pictures ? std::move(pictures) : std::make_shared<PictureCache>())
     , m_accessibleChanges(this, m_text, tellAccessibility)
     , m_findBar(new FindBar(this))
-    , m_unseenNotice(new QToolButton(this))
+    , m_unseenNotice(new NewMessagesChip(this))
 {
     QAccessible::installFactory(&ChatViewAccessible::create);
     m_tables.styles.indexOf(m_style); // what a text without any run is shown in
     setFocusPolicy(Qt::StrongFocus);
+    setVerticalScrollBar(new MarkedScrollBar([this] { return markedPlaces(); }, this));
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setBackgroundRole(QPalette::Base);
     viewport()->setAutoFillBackground(true);
     viewport()->setMouseTracking(true);
     setPointerShape(Qt::IBeamCursor);
-    m_unseenNotice->setObjectName(u"unseenNotice"_s);
-    m_unseenNotice->setText(u"New messages below"_s);
-    m_unseenNotice->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_unseenNotice->setArrowType(Qt::DownArrow);
-    m_unseenNotice->setFocusPolicy(Qt::NoFocus);
-    m_unseenNotice->setCursor(Qt::ArrowCursor);
-    m_unseenNotice->hide();
+    connect(m_look.get(), &ViewLook::changed, this, &ChatView::restyle);
+    restyle();
     connect(m_unseenNotice, &QToolButton::clicked, this, &ChatView::scrollToEnd);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ChatView::scrolled);
     connect(verticalScrollBar(), &QScrollBar::sliderReleased, this, &ChatView::scheduleFrame);
@@ -247,6 +256,13 @@ bool ChatView::appendLine(const FormattedLine& line)
     return true;
 }
 
+void ChatView::markLastLine()
+{
+    m_notes.markLast();
+    verticalScrollBar()->update();
+    scheduleFrame();
+}
+
 qsizetype ChatView::offsetAt(const QPoint& point) const
 {
     settle();
@@ -316,7 +332,7 @@ void ChatView::scrollToPosition(qsizetype position)
 QRect ChatView::characterRect(qsizetype position) const
 {
     settle();
-    return m_geometry.character(position).translated(sideMargin, 0);
+    return m_geometry.character(position).translated(leftMargin(), 0);
 }
 
 void ChatView::copy() const
@@ -342,6 +358,23 @@ void ChatView::scrollToEnd()
     scheduleFrame();
 }
 
+bool ChatView::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowDeactivate) {
+        m_notes.leave();
+        scheduleFrame();
+    }
+    return QAbstractScrollArea::event(event);
+}
+
+bool ChatView::viewportEvent(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QAbstractScrollArea::viewportEvent(event);
+    showTimeHint(*static_cast<QHelpEvent*>(event));
+    return true;
+}
+
 void ChatView::paintEvent(QPaintEvent* event)
 {
     settle();
@@ -350,23 +383,34 @@ void ChatView::paintEvent(QPaintEvent* event)
     LineLayout::Selection selection;
     selection.background = palette().color(group, QPalette::Highlight);
     selection.foreground = palette().color(group, QPalette::HighlightedText);
+    const QFont font = zoomedFont();
+    const LineDecor decor(m_notes, palette(), font);
     const QRect clip = event->rect();
     int top = m_scroll.top(m_scroll.firstLine());
     for (qsizetype line = m_scroll.firstLine(); line <= m_scroll.lastLine(); ++line) {
         const int height = m_layout.exactHeight(line);
         if (height > 0 && top <= clip.bottom() && top + height > clip.top()) {
+            const LineLayout& layout = m_layout.line(line);
+            const LineDecor::Line place{
+                line,
+                {0, top, viewport()->width(), height},
+                top + static_cast<int>(layout.rows().front().baseline),
+            };
+            decor.drawGround(painter, place);
+            if (m_look->showsTimes())
+                decor.drawTime(painter, place);
             const qsizetype start = m_text.lineStart(line);
             const qsizetype beyond = m_text.lineEnd(line) - start + 1;
             selection.start =
                 static_cast<int>(std::clamp<qsizetype>(m_reader.start() - start, 0, beyond));
             selection.end =
                 static_cast<int>(std::clamp<qsizetype>(m_reader.end() - start, 0, beyond));
-            m_layout.line(line).draw(painter, {sideMargin, top}, selection, *m_pictures, clip);
+            layout.draw(painter, {leftMargin(), top}, selection, *m_pictures, clip);
         }
         top += height;
     }
     if (hasFocus() && m_geometry.isInSight(m_reader.caret())) {
-        const QRect caret = m_geometry.caret(m_reader.caret()).translated(sideMargin, 0);
+        const QRect caret = m_geometry.caret(m_reader.caret()).translated(leftMargin(), 0);
         painter.fillRect(caret, palette().color(QPalette::Text));
     }
 }
@@ -375,7 +419,7 @@ void ChatView::resizeEvent(QResizeEvent* event)
 {
     QAbstractScrollArea::resizeEvent(event);
     m_scroll.setHeight(viewport()->height());
-    m_layout.setWidth(std::max(viewport()->width() - 2 * sideMargin, 1));
+    m_layout.setWidth(std::max(viewport()->width() - leftMargin() - sideMargin, 1));
     placeOverlays();
     if (isVisible())
         showFrame();
@@ -387,13 +431,17 @@ void ChatView::showEvent(QShowEvent* event)
     showFrame();
 }
 
+void ChatView::hideEvent(QHideEvent* event)
+{
+    QAbstractScrollArea::hideEvent(event);
+    m_notes.leave();
+}
+
 void ChatView::changeEvent(QEvent* event)
 {
     QAbstractScrollArea::changeEvent(event);
-    if (event->type() != QEvent::FontChange && event->type() != QEvent::PaletteChange)
-        return;
-    m_layout.setFormats(std::make_unique<StyleFormats>(m_tables, font(), palette()));
-    scheduleFrame();
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange)
+        restyle();
 }
 
 void ChatView::timerEvent(QTimerEvent* event)
@@ -552,10 +600,12 @@ void ChatView::changeFont()
 
 void ChatView::textChanged(const ChatText::Change& change)
 {
+    m_notes.textChanged(change, m_text.lineCount());
     m_layout.textChanged(change);
     m_scroll.textChanged(change);
     m_reader.textChanged(change);
-    m_hasUnseen |= !m_scroll.isFollowing() && change.added > 0;
+    if (!m_scroll.isFollowing())
+        m_unseen += change.addedLines;
     scheduleFrame();
 }
 
@@ -574,8 +624,10 @@ void ChatView::showFrame()
     m_sinceFrame.start();
     settle();
     syncScrollBar();
-    m_hasUnseen &= !m_scroll.isFollowing();
-    m_unseenNotice->setVisible(m_hasUnseen);
+    if (m_scroll.isFollowing())
+        m_unseen = 0;
+    if (m_unseenNotice->setCount(m_unseen))
+        placeOverlays();
     viewport()->update();
     if (QAccessible::isActive())
         m_accessibleChanges.textShown();
@@ -586,6 +638,46 @@ void ChatView::showFrame()
 void ChatView::settle() const
 {
     m_scroll.settle();
+}
+
+void ChatView::restyle()
+{
+    const QFont times = zoomedFont();
+    m_leftMargin = m_look->showsTimes() ? LineDecor::timeWidth(times) : sideMargin;
+    m_layout.setFormats(
+        std::make_unique<StyleFormats>(m_tables, font(), palette(), m_look->zoom()));
+    m_layout.setWidth(std::max(viewport()->width() - leftMargin() - sideMargin, 1));
+    scheduleFrame();
+}
+
+QFont ChatView::zoomedFont() const
+{
+    QFont zoomed = font();
+    zoomed.setPointSizeF(zoomed.pointSizeF() * m_look->zoom());
+    return zoomed;
+}
+
+std::vector<double> ChatView::markedPlaces() const
+{
+    const std::vector<qsizetype>& lines = m_notes.marked();
+    std::vector<double> places;
+    if (lines.empty())
+        return places;
+    m_layout.update();
+    const auto height = static_cast<double>(std::max<qint64>(m_layout.height(), m_scroll.height()));
+    for (std::size_t i = lines.size() - std::min(lines.size(), mostMarks); i < lines.size(); ++i)
+        places.push_back(static_cast<double>(m_layout.top(lines[i])) / height);
+    return places;
+}
+
+void ChatView::showTimeHint(const QHelpEvent& event)
+{
+    settle();
+    const qsizetype line = m_text.lineAt(m_geometry.positionAt(inText(event.pos())));
+    const QRect room(0, m_scroll.top(line), viewport()->width(), m_layout.exactHeight(line));
+    const bool isOnLine = room.contains(event.pos());
+    QToolTip::showText(event.globalPos(), isOnLine ? LineDecor::timeHint(m_notes, line) : QString(),
+                       viewport(), room);
 }
 
 void ChatView::syncScrollBar()
@@ -721,7 +813,7 @@ void ChatView::findNext(SearchDirection direction, qsizetype from)
 
 QPoint ChatView::inText(QPoint viewportPoint) const
 {
-    return viewportPoint - QPoint(sideMargin, 0);
+    return viewportPoint - QPoint(leftMargin(), 0);
 }
 
 QString ChatView::selectedText() const

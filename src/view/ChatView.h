@@ -6,6 +6,7 @@
 #include "view/ChatLayout.h"
 #include "view/ChatScroll.h"
 #include "view/ChatText.h"
+#include "view/LineNotes.h"
 #include "view/ReaderSelection.h"
 #include "view/RichTextBox.h"
 #include "view/TextSearch.h"
@@ -17,9 +18,9 @@
 #include <memory>
 
 class FindBar;
+class NewMessagesChip;
 class PictureCache;
-class QMenu;
-class QToolButton;
+class ViewLook;
 
 // RichTextBox for text that only grows: a line costs the same however many there are before it,
 // and is laid out when it comes into sight. Stays at the newest line unless the reader has
@@ -34,7 +35,8 @@ class ChatView final : public QAbstractScrollArea, public RichTextBox
 {
     Q_OBJECT
 public:
-    explicit ChatView(QWidget* parent = nullptr, std::shared_ptr<PictureCache> pictures = nullptr);
+    explicit ChatView(QWidget* parent = nullptr, std::shared_ptr<PictureCache> pictures = nullptr,
+                      std::shared_ptr<ViewLook> look = nullptr);
     ~ChatView() override;
 
     QString Text() const override;
@@ -64,6 +66,9 @@ public:
     void InsertPicture(const InlinePicture& picture) override;
     bool appendLine(const FormattedLine& line) override;
 
+    void markLastLine() override;
+    bool isLookedAt() const override { return isVisible() && isActiveWindow(); }
+
     // Layout is put off to the next frame in any case.
     void beginEdit() override {}
     void endEdit() override {}
@@ -73,6 +78,9 @@ public:
     void setPointerShape(Qt::CursorShape shape);
 
     const ChatText& chatText() const { return m_text; }
+    const LineNotes& notes() const { return m_notes; }
+    void setNow(LineNotes::Now now) { m_notes.setNow(std::move(now)); }
+    ViewLook& look() { return *m_look; }
     const ReaderSelection& readerSelection() const { return m_reader; }
     const TextStyle& styleAt(qsizetype position) const;
     // The text between two positions with LF as line end and the code of each picture.
@@ -95,9 +103,12 @@ Q_SIGNALS:
     void MouseUp(const QPoint& point);
 
 protected:
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -121,6 +132,11 @@ private:
     void scheduleFrame();
     void showFrame();
     void settle() const;
+    void restyle();
+    QFont zoomedFont() const;
+    int leftMargin() const { return m_leftMargin; }
+    std::vector<double> markedPlaces() const;
+    void showTimeHint(const QHelpEvent& event);
     void syncScrollBar();
     void scrolled(int value);
     void placeOverlays();
@@ -136,6 +152,8 @@ private:
 
     AttributeTables m_tables;
     ChatText m_text;
+    LineNotes m_notes;
+    std::shared_ptr<ViewLook> m_look;
     // Laying out on demand does not change what the view shows.
     mutable ChatLayout m_layout;
     mutable ChatScroll m_scroll;
@@ -160,7 +178,8 @@ private:
     QElapsedTimer m_sinceFrame;
     bool m_settingBar = false;
     int m_barValue = 0;
-    bool m_hasUnseen = false;
+    qsizetype m_unseen = 0; // lines
+    int m_leftMargin = 0;
     AccessibleChanges m_accessibleChanges;
 
     QBasicTimer m_autoScroll;
@@ -171,5 +190,5 @@ private:
     QPoint m_doubleClickPoint;
 
     FindBar* m_findBar;
-    QToolButton* m_unseenNotice;
+    NewMessagesChip* m_unseenNotice;
 };

@@ -111,6 +111,11 @@ public:
     virtual void beginEdit() = 0;
     virtual void endEdit() = 0;
 
+    // The line that was written last is meant for the reader: it is made to stand out.
+    virtual void markLastLine() {}
+    // Whether the reader has it before him, in the window that he uses.
+    virtual bool isLookedAt() const { return true; }
+
     // Called after every change of the text, at once, also inside the handler itself.
     void onChange(std::function<void()> handler) { m_change = std::move(handler); }
 

@@ -21,8 +21,9 @@ bool isDark(const QColor& color)
 } // namespace
 
 StyleFormats::StyleFormats(const AttributeTables& tables, const QFont& font,
-                           const QPalette& palette)
+                           const QPalette& palette, double zoom)
     : m_tables(tables)
+    , m_zoom(zoom)
     , m_font(font)
     , m_text(palette.color(QPalette::Text))
     , m_darkBase(isDark(palette.color(QPalette::Base)))
@@ -69,7 +70,13 @@ StyleFormats::Extent StyleFormats::estimate(const ChatText::Line& line) const
 
 const InlinePicture& StyleFormats::picture(ChatText::Attributes attributes) const
 {
-    return m_tables.pictures.at(attributes.picture - 1);
+    const InlinePicture& natural = m_tables.pictures.at(attributes.picture - 1);
+    if (m_zoom == 1)
+        return natural;
+    const auto [place, isNew] = m_zoomedPictures.try_emplace(attributes.picture, natural);
+    if (isNew)
+        place->second.size = (QSizeF(natural.size) * m_zoom).toSize();
+    return place->second;
 }
 
 int StyleFormats::rowHeight(qreal ascent, qreal descent)
@@ -100,6 +107,8 @@ const StyleFormats::Face& StyleFormats::face(const TextStyle& style) const
         font.setFamilies({style.fontName});
     if (style.fontSize > 0)
         font.setPointSize(style.fontSize);
+    if (m_zoom != 1)
+        font.setPointSizeF(std::max(font.pointSizeF() * m_zoom, 1.0));
     font.setBold(style.bold);
     const auto [place, isNew] = m_faces.try_emplace(font);
     Face& face = place->second;

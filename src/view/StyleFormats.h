@@ -10,8 +10,8 @@
 #include <map>
 #include <vector>
 
-// The fonts and colours that the styles of a view come to, and cheap guesses of how much room
-// text in them takes.
+// The fonts and colours that the styles of a view come to, zoomed, and cheap guesses of how much
+// room text in them takes.
 class StyleFormats final
 {
 public:
@@ -21,7 +21,8 @@ public:
         int rowHeight = 0;
     };
 
-    StyleFormats(const AttributeTables& tables, const QFont& font, const QPalette& palette);
+    StyleFormats(const AttributeTables& tables, const QFont& font, const QPalette& palette,
+                 double zoom = 1);
 
     const AttributeTables& tables() const { return m_tables; }
     const QFont& font(quint16 style) const;
@@ -53,10 +54,12 @@ private:
     QColor shownColor(QRgb color) const;
 
     const AttributeTables& m_tables;
+    double m_zoom;
     QFont m_font;
     QColor m_text;
     bool m_darkBase;
     // Filled as styles are first seen.
     mutable std::map<QFont, Face> m_faces;
     mutable std::vector<Entry> m_entries;
+    mutable std::map<quint16, InlinePicture> m_zoomedPictures;
 };

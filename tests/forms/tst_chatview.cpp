@@ -1,6 +1,9 @@
 #include "view/AccessibleChanges.h"
 #include "view/ChatView.h"
+#include "view/LineDecor.h"
 #include "view/LineLayout.h"
+#include "view/ReadableGround.h"
+#include "view/ViewLook.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
@@ -54,6 +57,10 @@ private Q_SLOTS:
     void drawsPictures();
     void isReadableOnADarkBase();
 
+    void knowsWhenLinesCame();
+    void marksLines();
+    void showsWhereTheReaderLeftOff();
+
     void selectsByDragging();
     void scrollsWhileDraggingBeyondAnEdge();
     void selectsWordsAndLines();
@@ -89,6 +96,18 @@ private:
     {
         const QRect character = m_view->characterRect(position);
         return {character.left() + 1, character.center().y()};
+    }
+    bool showsColor(const QWidget& widget, const QColor& color,
+                    const QRect& part = {0, 0, -1, -1}) const
+    {
+        const QImage shown = const_cast<QWidget&>(widget).grab(part).toImage();
+        for (int y = 0; y < shown.height(); ++y) {
+            for (int x = 0; x < shown.width(); ++x) {
+                if (shown.pixelColor(x, y) == color)
+                    return true;
+            }
+        }
+        return false;
     }
     QString selected() const { return m_view->SelText(); }
 
@@ -166,6 +185,8 @@ void ChatViewTest::holdsItsPlaceWhileLinesArrive()
     QCOMPARE(m_view->characterRect(read), place);
     QVERIFY(bar().value() < bar().maximum());
     QVERIFY(notice->isVisible());
+    QCOMPARE(notice->text(), u"New messages below"_s);
+    QVERIFY(notice->accessibleName().endsWith(u": 300"_s));
     QTest::mouseClick(notice, Qt::LeftButton);
     settle();
     QCOMPARE(bar().value(), bar().maximum());
@@ -351,6 +372,94 @@ void ChatViewTest::isReadableOnADarkBase()
     m_view->setSelColor(0x0000ff);
     write(u"MMMM "_s);
     QVERIFY(brightest(0, 60) > 90);
+}
+
+void ChatViewTest::knowsWhenLinesCame()
+{
+    qint64 now = QDateTime(QDate(2003, 4, 5), QTime(6, 7, 8)).toSecsSinceEpoch();
+    m_view->setNow([&now] { return now; });
+    const auto hint = [this](qsizetype line) { return LineDecor::timeHint(m_view->notes(), line); };
+    writeLines(3);
+    now += 61;
+    write(u"in two "_s);
+    write(u"pieces\r\nopen"_s);
+    QVERIFY(hint(2).endsWith(u" 06:07:08"_s));
+    QVERIFY(hint(3).endsWith(u" 06:08:09"_s));
+    m_view->setSelStart(0); // what is inserted further up takes no line's time away
+    m_view->setSelText(u"first\r\n"_s);
+    QVERIFY(hint(3).endsWith(u" 06:07:08"_s));
+    QVERIFY(hint(4).endsWith(u" 06:08:09"_s));
+    m_view->setText({});
+    now += 60;
+    writeLines(1);
+    QVERIFY(hint(0).endsWith(u" 06:09:09"_s));
+    settle();
+
+    const int left = m_view->characterRect(0).left();
+    m_view->look().setShowsTimes(true);
+    settle();
+    const int margin = m_view->characterRect(0).left();
+    QVERIFY(margin > left + 20);
+    const QColor paper = m_view->palette().color(QPalette::Base);
+    const QImage shown = m_view->viewport()->grab({2, 2, margin - 4, 20}).toImage();
+    bool isPainted = false;
+    for (int x = 0; x < shown.width(); ++x)
+        isPainted |= shown.pixelColor(x, shown.height() / 2) != paper;
+    QVERIFY(isPainted);
+    QCOMPARE(m_view->offsetAt(before(1) + m_view->viewport()->pos()), 1);
+    m_view->selectAll();
+    QVERIFY(selected().startsWith(u"line "_s));
+}
+
+void ChatViewTest::marksLines()
+{
+    m_view->markLastLine(); // of nothing
+    writeLines(5);
+    m_view->markLastLine();
+    writeLines(1);
+    const auto& marked = m_view->notes().marked();
+    QCOMPARE(marked, std::vector<qsizetype>{4});
+    settle();
+    const int top = m_view->characterRect(m_view->chatText().lineStart(4)).top();
+    const QRect edge(0, top, 2, 10);
+    QVERIFY(showsColor(*m_view->viewport(), LineDecor::markColor(), edge));
+    QVERIFY(!showsColor(*m_view->viewport(), LineDecor::markColor(), edge.translated(0, -top)));
+    writeLines(300);
+    settle();
+    QVERIFY(showsColor(bar(), LineDecor::markColor()));
+    m_view->setSelStart(0);
+    m_view->setSelText(u"one more above\r\n"_s);
+    QCOMPARE(marked, std::vector<qsizetype>{5});
+    m_view->setText({});
+    QVERIFY(marked.empty());
+    settle();
+    QVERIFY(!showsColor(bar(), LineDecor::markColor()));
+}
+
+void ChatViewTest::showsWhereTheReaderLeftOff()
+{
+    const LineNotes& notes = m_view->notes();
+    writeLines(4);
+    QCOMPARE(notes.firstUnread(), -1);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QVERIFY(!m_view->isLookedAt());
+    QCOMPARE(notes.firstUnread(), -1);
+    writeLines(2);
+    QCOMPARE(notes.firstUnread(), 4);
+    m_view->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
+    QVERIFY(m_view->isLookedAt());
+    QCOMPARE(notes.firstUnread(), 4); // he is still to see it
+    settle();
+    const int top = m_view->characterRect(m_view->chatText().lineStart(4)).top();
+    QVERIFY(showsColor(*m_view->viewport(), m_view->palette().color(QPalette::Highlight),
+                       {0, top, 2, 1}));
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QCOMPARE(notes.firstUnread(), -1);
 }
 
 void ChatViewTest::selectsByDragging()

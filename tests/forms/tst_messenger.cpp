@@ -60,6 +60,7 @@ private Q_SLOTS:
     void exit_data();
     void exit();
     void rankOpensTheTopic();
+    void tellsOfMentions();
     void survivesNoise();
     void twoProgramsInOneProcess();
 
@@ -532,6 +533,38 @@ void MessengerTest::rankOpensTheTopic()
     QTRY_VERIFY(m_client->chatters().contains(u"anna"_s));
     QTest::keyClicks(edit, u"x"_s);
     QCOMPARE(m_client->topic(), u"nother"_s);
+}
+
+void MessengerTest::tellsOfMentions()
+{
+    QVERIFY(m_client->around.writeSettings("[notify]\nmention=true\n"));
+    beInTheRoom();
+    auto& view = static_cast<ChatView&>(m_client->window().DataIn());
+    const auto marked = [&view] {
+        QStringList lines;
+        for (const qsizetype line : view.notes().marked())
+            lines += view.chatText().lineText(line).trimmed();
+        return lines;
+    };
+    const QStringList& notices = m_client->around.tray.notices;
+    QVERIFY(QTest::qWaitForWindowActive(&m_client->window()));
+    m_server->say(":bob!u@h PRIVMSG #Harbor :Hey \00304ANNA!\r\n"
+                  ":bob!u@h PRIVMSG #Harbor :annabel is not her\r\n"
+                  ":bob!u@h PRIVMSG #Harbor :\001ACTION waves at anna\001\r\n");
+    QTRY_COMPARE(marked(), QStringList({u"<bob> Hey ANNA!"_s, u"bob waves at anna"_s}));
+    QCOMPARE(notices, QStringList()); // she has seen it
+    m_client->say(u"anna said it"_s);
+    m_server->say(":anna!u@h NICK :eve\r\n");
+    QTRY_VERIFY(m_client->chatters().contains(u"eve"_s));
+
+    m_client->window().Hide();
+    ListBox& ignored = m_client->chatRoom().windows.ignoreList->List1();
+    ignored.AddItem(u"bob - Blocked"_s);
+    m_server->say(":bob!u@h PRIVMSG #Harbor :eve, look\r\n"
+                  ":kim!u@h PRIVMSG #Harbor :<b>eve</b> & \002you\002\r\n"
+                  ":kim!u@h PRIVMSG #Harbor :eve? eve?\r\n");
+    QTRY_COMPARE(marked().size(), 5);
+    QCOMPARE(notices, QStringList(u"kim|<b>eve</b> & you"_s)); // nobody blocked, and no flood
 }
 
 void MessengerTest::survivesNoise()

@@ -21,6 +21,7 @@ public:
     }
     void modify(const Record& record) override { last = record; }
     void setMenu(QMenu*) override {}
+    void notify(const QString&, const QString&) override {}
     void remove() override { shown = false; }
 
     bool shown = false;

@@ -86,10 +86,15 @@ public:
     void modify(const Record& record) override { last = record; }
     void remove() override {}
     void setMenu(QMenu* trayMenu) override { menu = trayMenu; }
+    void notify(const QString& title, const QString& body) override
+    {
+        notices += QString(title + QLatin1Char('|') + body);
+    }
 
     bool available = true;
     Record last;
     QMenu* menu = nullptr;
+    QStringList notices;
 };
 
 class RecordingWaves final : public WavePlayer

@@ -2,6 +2,7 @@
 #include "support/RecordingDesk.h"
 #include "text/ColorTables.h"
 #include "text/IncomingText.h"
+#include "text/Mentions.h"
 #include "wire/LineSink.h"
 
 #include <QTest>
@@ -25,6 +26,8 @@ private Q_SLOTS:
     void incoming_data();
     void incoming();
     void statusTriesTwice();
+    void mentions_data();
+    void mentions();
 };
 
 namespace {
@@ -261,6 +264,31 @@ void TestWriter::statusTriesTwice()
     QVERIFY(desk.channel.dataIn.view.Text().endsWith("note \r\n"_L1));
     desk.status.WriteStatus(QString(40000, u'x'), 6); // fails both times, and that is all
     QVERIFY(desk.channel.dataIn.view.TextLength() < 40000);
+}
+
+void TestWriter::mentions_data()
+{
+    QTest::addColumn<QString>("markup");
+    QTest::addColumn<bool>("named");
+    QTest::newRow("alone") << u"Me"_s << true;
+    QTest::newRow("any case, punctuation") << u"well, ME: see"_s << true;
+    QTest::newRow("in brackets") << u"[me]"_s << true;
+    QTest::newRow("behind a colour") << u"{C}12me"_s << true;
+    QTest::newRow("behind a colour and a ground") << u"{C}4,12me"_s << true;
+    QTest::newRow("between styles") << u"a {B}me{B}, b"_s << true;
+    QTest::newRow("second place") << u"some of me"_s << true;
+    QTest::newRow("part of a word") << u"some time"_s << false;
+    QTest::newRow("part of another nick") << u"me-too me_ me|away"_s << false;
+    QTest::newRow("behind a number") << u"12me"_s << false;
+    QTest::newRow("with accents") << u"m\u00e9 me\u0301"_s << false;
+    QTest::newRow("nothing") << QString() << false;
+}
+
+void TestWriter::mentions()
+{
+    QFETCH(QString, markup);
+    QTEST(namesNick(RecordingDesk::coded(markup), u"me"_s), "named");
+    QVERIFY(!namesNick(RecordingDesk::coded(markup), QString()));
 }
 
 QTEST_GUILESS_MAIN(TestWriter)

@@ -1,0 +1,107 @@
+#include "text/Mentions.h"
+
+#include "common/ControlCharacters.h"
+#include "common/SessionVariables.h"
+#include "common/TextHelpers.h"
+#include "text/ColorTables.h"
+#include "view/RichTextBox.h"
+
+namespace {
+
+constexpr int longestTitle = 60;
+constexpr int longestBody = 200;
+constexpr qint64 noticePauseMilliseconds = 2000; // a flood of lines is no flood of notices
+
+// Brackets may enclose a nick, so a word ends at them though nicks may have some.
+bool isPartOfWord(QChar c)
+{
+    return c.isLetterOrNumber() || c.isMark() || QStringView(u"_-|^`\\").contains(c);
+}
+
+bool isWordAt(QStringView text, qsizetype start, qsizetype length)
+{
+    const qsizetype end = start + length;
+    return (start == 0 || !isPartOfWord(text[start - 1])) &&
+           (end == text.size() || !isPartOfWord(text[end]));
+}
+
+// The length of the colour number that a text begins with.
+qsizetype colorSpecLength(QStringView text)
+{
+    qsizetype length = 0;
+    while (length < text.size() && IsColorSpec(text.first(length + 1)))
+        ++length;
+    return length;
+}
+
+} // namespace
+
+bool namesNick(const QString& text, const QString& nick)
+{
+    if (nick.isEmpty() || !text.contains(nick, Qt::CaseInsensitive)) // most lines end here
+        return false;
+    const QString plain = plainText(text);
+    for (qsizetype at = 0; (at = plain.indexOf(nick, at, Qt::CaseInsensitive)) >= 0; ++at) {
+        if (isWordAt(plain, at, nick.size()))
+            return true;
+    }
+    return false;
+}
+
+QString plainText(QStringView text)
+{
+    QString plain;
+    plain.reserve(text.size());
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        if (text[at] == strColor)
+            at += colorSpecLength(text.sliced(at + 1));
+        else if (text[at] >= u' ')
+            plain += text[at];
+    }
+    return plain;
+}
+
+Mentions::Mentions(Desk desk)
+    : m_desk(std::move(desk))
+{
+}
+
+void Mentions::roomLine(RichTextBox& view, const QString& nick, const QString& text)
+{
+    if (!mark(view, nick, text) || view.isLookedAt() || m_desk.isBlocked(nick))
+        return;
+    m_desk.attract();
+    notify(nick, text);
+}
+
+void Mentions::privateLine(RichTextBox& view, const QString& nick, const QString& text)
+{
+    mark(view, nick, text);
+    if (m_desk.notifies && !view.isLookedAt() && nick != ownNick() && !m_desk.isBlocked(nick))
+        notify(nick, text);
+}
+
+// Before the server has said hello the nick still has the padding of the settings.
+QString Mentions::ownNick() const
+{
+    return beforeNul(m_desk.variables.MyNick);
+}
+
+bool Mentions::mark(RichTextBox& view, const QString& nick, const QString& text) const
+{
+    const QString own = ownNick();
+    if (nick == own || !namesNick(text, own))
+        return false;
+    view.markLastLine();
+    return true;
+}
+
+void Mentions::notify(const QString& nick, const QString& text)
+{
+    if (!m_desk.notifies)
+        return;
+    if (m_sinceNotice.isValid() && m_sinceNotice.elapsed() < noticePauseMilliseconds)
+        return;
+    m_sinceNotice.start();
+    m_desk.notify(plainText(nick).left(longestTitle), plainText(text).trimmed().left(longestBody));
+}
