@@ -9,12 +9,14 @@
 #include "platform/Handlers.h"
 #include "platform/Twips.h"
 #include "room/TopicField.h"
+#include "view/InputKeys.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QPainter>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -128,6 +130,8 @@ Channel::Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<Pic
     setInputColor(Qt::black);
 }
 
+Channel::~Channel() = default;
+
 QWidget* Channel::buildChatPage()
 {
     m_dataIn->onChange([this] { m_smileys.CheckRTF(); });
@@ -230,9 +234,14 @@ void Channel::connectEvents(const Handlers& handlers)
                      [=, this] { focusWithoutSelection(*m_topic); });
     m_topic->setKeyFilter([this](const QKeyEvent& event) { return !topicTakes(event); });
 
+    m_inputKeys = std::make_unique<InputKeys>(*m_dataIn, *DataOut);
+
+    for (int page = 0; page < TBar->count(); ++page) {
+        auto* key = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + page)), this);
+        connect(key, &QShortcut::activated, this, [this, page] { TBar->setCurrentIndex(page); });
+    }
     connect(TBar, &QTabBar::currentChanged, this, &Channel::showPage);
-    handlers.connect(Image2, &SvgPicture::Click, this,
-                     [this] { m_hooks.inputKeyPress(enterCharacter); });
+    handlers.connect(Image2, &SvgPicture::Click, this, [this] { pressInput(enterCharacter); });
 
     connect(Check3, &QCheckBox::toggled, this, [this](bool on) {
         QFont font = DataOut->font();
@@ -383,7 +392,16 @@ bool Channel::eventFilter(QObject* watched, QEvent* event)
         return QWidget::eventFilter(watched, event);
     bool takes = true;
     m_handlers.run([&] { takes = inputTakes(*static_cast<QKeyEvent*>(event)); });
-    return !takes;
+    return !takes || m_inputKeys->take(*static_cast<QKeyEvent*>(event));
+}
+
+// What the user has just sent he wants to see, however far up he was reading.
+int Channel::pressInput(int character) const
+{
+    const int taken = m_hooks.inputKeyPress(character);
+    if (character == enterCharacter && taken == 0)
+        m_dataIn->scrollToEnd();
+    return taken;
 }
 
 bool Channel::inputTakes(const QKeyEvent& event) const
@@ -391,7 +409,7 @@ bool Channel::inputTakes(const QKeyEvent& event) const
     if (const int code = keyCodeOf(event); code != 0 && m_hooks.inputKeyDown(code) == 0)
         return false;
     const int character = characterOf(event);
-    return character == 0 || m_hooks.inputKeyPress(character) != 0;
+    return character == 0 || pressInput(character) != 0;
 }
 
 bool Channel::topicTakes(const QKeyEvent& event) const

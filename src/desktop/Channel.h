@@ -18,6 +18,7 @@
 
 class Dialogs;
 class Handlers;
+class InputKeys;
 class QStackedWidget;
 class SvgPicture;
 
@@ -38,6 +39,8 @@ public:
 
     Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<PictureCache> pictures,
             std::shared_ptr<ViewLook> look = nullptr);
+    ~Channel() override;
+    Q_DISABLE_COPY_MOVE(Channel)
 
     void setKeyHooks(KeyHooks hooks) { m_hooks = std::move(hooks); }
     const MenuTree& menus() const { return *m_menus; }
@@ -102,6 +105,7 @@ private:
     QWidget* buildInputRow();
     void connectEvents(const Handlers& handlers);
     void showPage(int index);
+    int pressInput(int character) const;
     bool topicTakes(const QKeyEvent& event) const;
     bool inputTakes(const QKeyEvent& event) const;
 
@@ -118,6 +122,7 @@ private:
     ListBoxWidget* m_nicks = nullptr;
     QLabel* cmdCount = nullptr;
     QLineEdit* DataOut = nullptr;
+    std::unique_ptr<InputKeys> m_inputKeys;
     SvgPicture* Image2 = nullptr;
     QCheckBox* Check3 = nullptr;
     QCheckBox* Check4 = nullptr;

@@ -227,7 +227,7 @@ void Query::DataOut_KeyPress(int character)
             },
             // No colon before the text: servers take all of the rest for it.
             [&] { m_desk.server.SendData("PRIVMSG "_L1 % form().windowTitle() % u' ' % message); },
-            [&] { DataOut.clear(); });
+            [&] { DataOut.clear(); }, [&] { form().DataIn().scrollToEnd(); });
     }
     skipRest([&] { form().setInputColor(m_desk.neighbours.inputColor()); });
 }

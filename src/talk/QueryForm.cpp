@@ -83,6 +83,7 @@ QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures, std::shared_ptr<Vie
     , m_dataIn(new QueryView(this, std::move(pictures), std::move(look)))
     , m_smileys(*m_dataIn)
     , m_dataOut(new QLineEdit(this))
+    , m_inputKeys(*m_dataIn, *m_dataOut)
     , m_image2(new SvgPicture(u":/forms/send.svg"_s, this))
 {
     setMouseTracking(true);
@@ -229,8 +230,12 @@ bool QueryForm::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::MouseMove && (watched == m_dataOut || watched == m_image2))
         Q_EMIT MouseMove();
-    if (watched == m_dataOut && event->type() == QEvent::KeyPress)
-        announceKey(*static_cast<QKeyEvent*>(event));
+    if (watched == m_dataOut && event->type() == QEvent::KeyPress) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        announceKey(key);
+        if (m_inputKeys.take(key))
+            return true;
+    }
     if (watched == m_dataOut && event->type() == QEvent::InputMethod) {
         for (const QChar c : static_cast<QInputMethodEvent*>(event)->commitString())
             Q_EMIT KeyPress(c.unicode());

@@ -3,6 +3,7 @@
 #include "platform/Form.h"
 #include "text/CheckRTF.h"
 #include "view/ChatView.h"
+#include "view/InputKeys.h"
 
 #include <QTimer>
 
@@ -72,6 +73,7 @@ private:
     QueryView* m_dataIn;
     SmileyPass m_smileys;
     QLineEdit* m_dataOut;
+    InputKeys m_inputKeys;
     SvgPicture* m_image2;
     std::array<QToolButton*, LinkCount> m_links{};
     QTimer m_flsh;

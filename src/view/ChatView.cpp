@@ -352,10 +352,43 @@ void ChatView::find()
     placeOverlays();
 }
 
+void ChatView::scrollToStart()
+{
+    m_scroll.scrollTo(0);
+    scheduleFrame();
+}
+
 void ChatView::scrollToEnd()
 {
     m_scroll.follow();
     scheduleFrame();
+}
+
+void ChatView::scrollByPages(int pages)
+{
+    settle();
+    m_scroll.scrollBy(pages * m_scroll.height());
+    scheduleFrame();
+}
+
+bool ChatView::zoomByKey(const QKeyEvent& event)
+{
+    if (!event.modifiers().testFlag(Qt::ControlModifier))
+        return false;
+    switch (event.key()) {
+    case Qt::Key_Plus:
+    case Qt::Key_Equal: // plus without its Shift
+        m_look->zoomBy(1);
+        return true;
+    case Qt::Key_Minus:
+        m_look->zoomBy(-1);
+        return true;
+    case Qt::Key_0:
+        m_look->resetZoom();
+        return true;
+    default:
+        return false;
+    }
 }
 
 bool ChatView::event(QEvent* event)
@@ -511,6 +544,18 @@ void ChatView::mouseDoubleClickEvent(QMouseEvent* event)
     Q_EMIT DblClick();
 }
 
+void ChatView::wheelEvent(QWheelEvent* event)
+{
+    if (!event->modifiers().testFlag(Qt::ControlModifier)) {
+        QAbstractScrollArea::wheelEvent(event);
+        return;
+    }
+    constexpr int notch = 120; // touch pads send parts of one
+    m_wheelTurn += event->angleDelta().y();
+    m_look->zoomBy(m_wheelTurn / notch);
+    m_wheelTurn %= notch;
+}
+
 void ChatView::contextMenuEvent(QContextMenuEvent* event)
 {
     auto* menu = new QMenu(this);
@@ -531,8 +576,10 @@ void ChatView::keyPressEvent(QKeyEvent* event)
         selectAll();
     else if (event->matches(QKeySequence::Find))
         find();
-    else if (!moveByKey(*event))
+    else if (!moveByKey(*event) && !zoomByKey(*event)) {
         event->ignore(); // the window may know what to do with it
+        Q_EMIT KeyLeft(event);
+    }
 }
 
 void ChatView::keyReleaseEvent(QKeyEvent* event)

@@ -94,13 +94,19 @@ public:
     void copy() const;
     void selectAll();
     void find();
+    void scrollToStart();
     void scrollToEnd();
+    void scrollByPages(int pages);
+    // Ctrl with plus, minus and 0. False: it is another key.
+    bool zoomByKey(const QKeyEvent& event);
 
 Q_SIGNALS:
     void Click();
     void DblClick();
     void MouseMove(const QPoint& point);
     void MouseUp(const QPoint& point);
+    // A key that means nothing here; whoever takes it accepts it.
+    void KeyLeft(QKeyEvent* event);
 
 protected:
     bool event(QEvent* event) override;
@@ -115,6 +121,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
@@ -180,6 +187,7 @@ private:
     int m_barValue = 0;
     qsizetype m_unseen = 0; // lines
     int m_leftMargin = 0;
+    int m_wheelTurn = 0; // what is left of whole notches
     AccessibleChanges m_accessibleChanges;
 
     QBasicTimer m_autoScroll;

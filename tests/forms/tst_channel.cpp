@@ -19,6 +19,7 @@
 #include <QInputMethodEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -95,6 +96,10 @@ private Q_SLOTS:
     void inputKeepsToItsLength();
     void pastedLineEndsSendNothing();
     void historyKeys();
+    void keysOfTheInputWorkOnTheView();
+    void lettersTypedInTheViewGoToTheInput();
+    void keysChooseTabs();
+    void keysZoomWhatIsPainted();
     void styleBoxes();
     void sendPicture();
     void failingKeyIsFatal();
@@ -116,6 +121,12 @@ private:
     QWidget* topicEdit() const { return control<QWidget>(u"rtbTopic"_s); }
     void click(const QWidget* target, Qt::MouseButton button = Qt::LeftButton,
                QPoint at = {-1, -1}) const;
+    ChatView& view() const { return *control<ChatView>(u"DataIn"_s); }
+    void fillView() const
+    {
+        for (int i = 0; i < 300; ++i)
+            m_desk->writer.WriteView(view(), "line "_L1 + QString::number(i));
+    }
     void setTopic(const QString& text) const { m_desk->window.rtbTopic().setText(text); }
     QPoint middleOfRow(int row) const;
 
@@ -469,6 +480,82 @@ void ChannelTest::historyKeys()
     QCOMPARE(m_desk->server.lines.last(), u"PRIVMSG #room :\x03"
                                           "1 a"_s);
     QCOMPARE(press(Qt::Key_Up), u"a/4"_s);
+}
+
+void ChannelTest::keysOfTheInputWorkOnTheView()
+{
+    fillView();
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(input(), key, modifiers);
+    };
+    const auto* bar = view().verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 0);
+    press(Qt::Key_PageUp);
+    QVERIFY(!view().isFollowing());
+    press(Qt::Key_PageDown);
+    QVERIFY(view().isFollowing());
+    press(Qt::Key_Home, Qt::ControlModifier);
+    QTRY_COMPARE(bar->value(), 0);
+    press(Qt::Key_End, Qt::ControlModifier);
+    QVERIFY(view().isFollowing());
+
+    press(Qt::Key_PageUp);
+    QTest::keyClicks(input(), u"my own"_s);
+    QVERIFY(!view().isFollowing());
+    press(Qt::Key_Return);
+    QVERIFY(view().isFollowing()); // to see it
+
+    QTest::keyClicks(input(), u"typed"_s);
+    view().selectForReader(0, 4);
+    press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"line"_s);
+    input()->selectAll();
+    press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"typed"_s);
+
+    auto* find = control<QLineEdit>(u"findText"_s);
+    press(Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(find->isVisible() && find->hasFocus());
+}
+
+void ChannelTest::lettersTypedInTheViewGoToTheInput()
+{
+    view().setFocus();
+    QTest::keyClick(&view(), Qt::Key_Left);
+    QTest::keyClick(&view(), Qt::Key_X, Qt::AltModifier);
+    QVERIFY(view().hasFocus());
+    QTest::keyClicks(&view(), u"h"_s);
+    QVERIFY(input()->hasFocus());
+    view().setFocus();
+    QGuiApplication::clipboard()->setText(u"ey"_s);
+    QTest::keyClick(&view(), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(input()->text(), u"hey"_s);
+}
+
+void ChannelTest::keysChooseTabs()
+{
+    const auto* tabs = control<QTabBar>(u"TBar"_s);
+    for (const int page : {0, 2, 1}) {
+        QTest::keyClick(input(), static_cast<Qt::Key>(Qt::Key_1 + page), Qt::ControlModifier);
+        QCOMPARE(tabs->currentIndex(), page);
+    }
+    QCOMPARE(input()->text(), QString());
+}
+
+void ChannelTest::keysZoomWhatIsPainted()
+{
+    fillView();
+    const auto height = [this] { return view().characterRect(0).height(); };
+    const int natural = height();
+    for (int i = 0; i < 5; ++i)
+        QTest::keyClick(input(), Qt::Key_Plus, Qt::ControlModifier);
+    QVERIFY(height() > natural * 1.3);
+    QCOMPARE(view().styleAt(0).fontSize, 10);
+    for (int i = 0; i < 8; ++i)
+        QTest::keyClick(&view(), Qt::Key_Minus, Qt::ControlModifier);
+    QVERIFY(height() < natural);
+    QTest::keyClick(input(), Qt::Key_0, Qt::ControlModifier);
+    QCOMPARE(height(), natural);
 }
 
 void ChannelTest::styleBoxes()

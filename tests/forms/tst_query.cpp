@@ -290,6 +290,23 @@ private Q_SLOTS:
         QCOMPARE(desk.boxes.beeps, 1);
     }
 
+    void keysBetweenInputAndView()
+    {
+        Desk desk;
+        QueryForm& form = *desk.open(u"Ann"_s).window();
+        for (int i = 0; i < 100; ++i)
+            desk.writer.WriteView(form.DataIn(), u"said before"_s);
+        QTest::keyClick(&form.DataOut(), Qt::Key_PageUp);
+        QVERIFY(!form.DataIn().isFollowing());
+        form.DataIn().setFocus();
+        QTest::keyClicks(&form.DataIn(), u"m"_s);
+        QVERIFY(form.DataOut().hasFocus());
+        QTest::keyClicks(&form.DataOut(), u"ine"_s);
+        QTest::keyClick(&form.DataOut(), Qt::Key_Return);
+        QVERIFY(form.DataIn().Text().endsWith(u"mine \r\n"_s));
+        QVERIFY(form.DataIn().isFollowing());
+    }
+
     void flashingStopsWhenLookedAt_data()
     {
         QTest::addColumn<QString>("over");
