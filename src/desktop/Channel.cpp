@@ -10,6 +10,7 @@
 #include "platform/Twips.h"
 #include "room/TopicField.h"
 #include "view/InputKeys.h"
+#include "view/ReadableGround.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -322,9 +323,7 @@ QColor Channel::inputColor() const
 
 void Channel::setInputColor(const QColor& color)
 {
-    QPalette colors = DataOut->palette();
-    colors.setColor(QPalette::Text, color);
-    DataOut->setPalette(colors);
+    setReadableColor(*DataOut, color.rgb());
     check2->setIcon(colorIcon(color));
 }
 

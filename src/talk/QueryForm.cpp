@@ -2,6 +2,7 @@
 
 #include "controls/OneLineField.h"
 #include "controls/SvgPicture.h"
+#include "view/ReadableGround.h"
 
 #include <QAbstractScrollArea>
 #include <QHBoxLayout>
@@ -196,9 +197,7 @@ void QueryForm::setHostLabel(const QString& host)
 
 void QueryForm::setInputColor(QRgb color)
 {
-    QPalette palette = m_dataOut->palette();
-    palette.setColor(QPalette::Text, QColor::fromRgb(color));
-    m_dataOut->setPalette(palette);
+    setReadableColor(*m_dataOut, color);
 }
 
 void QueryForm::setPointerShape(Qt::CursorShape shape)

@@ -3,13 +3,12 @@
 #include "platform/Handlers.h"
 #include "text/ColorTables.h"
 #include "text/PaletteGrid.h"
+#include "view/ReadableGround.h"
 
 #include <QColor>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
-
-#include <cmath>
 
 namespace {
 
@@ -18,22 +17,12 @@ using namespace Qt::StringLiterals;
 constexpr int columns = 3;
 constexpr QSize swatch(136, 38);
 
-// How bright a colour looks, from 0 to 1.
-double luminance(QRgb color)
-{
-    const auto linear = [](int channel) {
-        const double share = channel / 255.0;
-        return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(qRed(color)) + 0.7152 * linear(qGreen(color)) +
-           0.0722 * linear(qBlue(color));
-}
-
 // Black or white, whichever stands out more.
 QColor readableOn(QRgb color)
 {
-    const double bright = luminance(color);
-    return (bright + 0.05) / 0.05 > 1.05 / (bright + 0.05) ? Qt::black : Qt::white;
+    const QColor black = Qt::black;
+    const QColor white = Qt::white;
+    return contrast(color, black.rgb()) > contrast(color, white.rgb()) ? black : white;
 }
 
 class ColorItem final : public PaletteItem

@@ -41,8 +41,12 @@ LineLayout::LineLayout(const ChatText::Line& line, const StyleFormats& formats, 
     , m_formats(formats.formats(line))
 {
     for (size_t i = 0; i < line.runs.size(); ++i) {
-        if (line.runs[i].attributes.picture == 0)
+        if (line.runs[i].attributes.picture == 0) {
+            const QColor& ground = formats.ground(line.runs[i].attributes.style);
+            if (ground.isValid())
+                m_grounds.push_back({line.runs[i].start, line.runEnd(i), ground});
             continue;
+        }
         for (int column = line.runs[i].start; column < line.runEnd(i); ++column) {
             m_pictures.push_back({column, &formats.picture(line.runs[i].attributes)});
             m_text[column] = u'*';
@@ -125,6 +129,7 @@ QRect LineLayout::characterRect(const Row& row, int column)
 void LineLayout::draw(QPainter& painter, QPoint at, const Selection& selection,
                       PictureCache& pictures, const QRect& clip) const
 {
+    fillGrounds(painter, at, clip);
     for (const Row& row : m_rows)
         fillSelection(painter, at, selection, row);
     for (const Segment& segment : m_segments)
@@ -132,15 +137,40 @@ void LineLayout::draw(QPainter& painter, QPoint at, const Selection& selection,
     drawPictures(painter, at, pictures);
 }
 
-// Over the whole height of the row, so that the selection is one piece. Neighbours in the text
-// need not be neighbours on the screen.
+// Neighbours in the text need not be neighbours on the screen.
+QRegion LineLayout::regionOf(const Row& row, int start, int end) const
+{
+    QRegion region;
+    for (int column = std::max(start, row.start); column < std::min(end, row.end); ++column)
+        region += characterRect(row, column);
+    return region;
+}
+
+void LineLayout::fillGrounds(QPainter& painter, QPoint at, const QRect& clip) const
+{
+    constexpr int radius = 3;
+    if (m_grounds.empty())
+        return;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    for (const Ground& ground : m_grounds) {
+        painter.setBrush(ground.color);
+        for (const Row& row : m_rows) {
+            if (at.y() + row.top > clip.bottom() || at.y() + row.top + row.height < clip.top())
+                continue;
+            for (const QRect& part : regionOf(row, ground.start, ground.end))
+                painter.drawRoundedRect(part.translated(at).adjusted(-2, 1, 1, -1), radius, radius);
+        }
+    }
+    painter.restore();
+}
+
+// Over the whole height of the row, so that the selection is one piece.
 void LineLayout::fillSelection(QPainter& painter, QPoint at, const Selection& selection,
                                const Row& row) const
 {
-    const int end = std::min(selection.end, row.end);
-    QRegion region;
-    for (int column = std::max(selection.start, row.start); column < end; ++column)
-        region += characterRect(row, column);
+    QRegion region = regionOf(row, selection.start, selection.end);
     if (&row == &m_rows.back() && selection.start <= row.end && selection.end > row.end)
         region += caret(row.end).adjusted(0, 0, row.height / 4, 0);
     for (const QRect& part : region)

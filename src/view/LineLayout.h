@@ -63,6 +63,12 @@ private:
         int start = 0;
         std::unique_ptr<QTextLayout> layout;
     };
+    struct Ground
+    {
+        int start = 0;
+        int end = 0;
+        QColor color;
+    };
     struct Picture
     {
         int column = 0;
@@ -75,6 +81,8 @@ private:
     QList<QTextLayout::FormatRange> selectionFormats(const Segment& segment,
                                                      const Selection& selection) const;
     static QRect characterRect(const Row& row, int column);
+    QRegion regionOf(const Row& row, int start, int end) const;
+    void fillGrounds(QPainter& painter, QPoint at, const QRect& clip) const;
     void fillSelection(QPainter& painter, QPoint at, const Selection& selection,
                        const Row& row) const;
     void drawPictures(QPainter& painter, QPoint at, PictureCache& pictures) const;
@@ -82,6 +90,7 @@ private:
     QString m_text; // a stand-in where a picture is
     QFont m_font;
     QList<QTextLayout::FormatRange> m_formats;
+    std::vector<Ground> m_grounds;
     std::vector<Picture> m_pictures;
     std::vector<Segment> m_segments;
     std::vector<Row> m_rows;

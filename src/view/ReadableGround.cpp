@@ -1,5 +1,8 @@
 #include "view/ReadableGround.h"
 
+#include <QApplication>
+#include <QLineEdit>
+
 #include <cmath>
 #include <utility>
 
@@ -41,6 +44,26 @@ QColor readableGround(QRgb text, QRgb paper)
     for (double part = step; part <= 1 && contrast(text, ground.rgb()) < readable; part += step)
         ground = mixed(QColor::fromRgb(paper), goal, part);
     return ground;
+}
+
+void setReadableColor(QLineEdit& field, QRgb color)
+{
+    QPalette palette = field.palette();
+    const QColor paper = QApplication::palette(&field).color(QPalette::Base);
+    const QColor ground = readableGround(color, paper.rgb());
+    palette.setColor(QPalette::Text, QColor::fromRgb(color));
+    palette.setColor(QPalette::PlaceholderText,
+                     ground.isValid()
+                         ? mixed(QColor::fromRgb(color), ground, 0.3)
+                         : QApplication::palette(&field).color(QPalette::PlaceholderText));
+    field.setPalette(palette);
+    // The theme paints fields by its style sheet, which knows no palette.
+    const QString sheet =
+        ground.isValid()
+            ? QString(QLatin1StringView("QLineEdit { background: ") + ground.name() + u'}')
+            : QString();
+    if (field.styleSheet() != sheet)
+        field.setStyleSheet(sheet);
 }
 
 QColor mixed(const QColor& first, const QColor& second, double part)

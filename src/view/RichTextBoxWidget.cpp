@@ -5,7 +5,10 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
 #include <QTextBlock>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -13,6 +16,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+constexpr int fadeWidth = 28;
 constexpr Qt::TextInteractionFlags readingOnly =
     Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
 
@@ -121,7 +125,39 @@ bool RichTextBoxWidget::event(QEvent* event)
 bool RichTextBoxWidget::viewportEvent(QEvent* event)
 {
     heedLock();
-    return QTextEdit::viewportEvent(event);
+    if (event->type() != QEvent::ToolTip)
+        return QTextEdit::viewportEvent(event);
+    showWhole(static_cast<QHelpEvent*>(event)->globalPos());
+    return true;
+}
+
+void RichTextBoxWidget::showWhole(QPoint place) const
+{
+    const bool isCut = horizontalScrollBar()->maximum() > 0;
+    const QString text = document()->toPlainText().trimmed().toHtmlEscaped();
+    QToolTip::showText(place, isCut ? QString("<p>"_L1 + text + "</p>"_L1) : QString(), viewport());
+}
+
+// Fades at an edge behind which the text goes on.
+void RichTextBoxWidget::paintEvent(QPaintEvent* event)
+{
+    QTextEdit::paintEvent(event);
+    const QScrollBar* bar = horizontalScrollBar();
+    const QColor paper = palette().color(QPalette::Base);
+    QColor clear = paper;
+    clear.setAlpha(0);
+    QPainter painter(viewport());
+    const auto fade = [&](int from, int to) {
+        QLinearGradient gradient(from, 0, to, 0);
+        gradient.setColorAt(0, clear);
+        gradient.setColorAt(0.8, paper);
+        painter.fillRect(QRect(std::min(from, to), 0, fadeWidth, viewport()->height()), gradient);
+    };
+    const int margin = qRound(document()->documentMargin()); // no text is lost there
+    if (bar->value() + margin < bar->maximum())
+        fade(viewport()->width() - fadeWidth, viewport()->width());
+    if (bar->value() > margin)
+        fade(fadeWidth, 0);
 }
 
 // Keys are not all that changes text: shortcuts, input methods, drops and selections that are

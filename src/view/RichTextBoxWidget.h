@@ -58,6 +58,7 @@ Q_SIGNALS:
 protected:
     bool event(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -67,6 +68,7 @@ protected:
 private:
     bool isLocked() const { return m_locked && m_locked(); }
     void heedLock();
+    void showWhole(QPoint place) const;
     void keepToFirstLine();
     int positionOf(qsizetype offset) const;
     qsizetype offsetOf(int position) const;

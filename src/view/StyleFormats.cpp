@@ -1,5 +1,7 @@
 #include "view/StyleFormats.h"
 
+#include "view/ReadableGround.h"
+
 #include <QFontMetricsF>
 #include <QPalette>
 
@@ -26,13 +28,19 @@ StyleFormats::StyleFormats(const AttributeTables& tables, const QFont& font,
     , m_zoom(zoom)
     , m_font(font)
     , m_text(palette.color(QPalette::Text))
-    , m_darkBase(isDark(palette.color(QPalette::Base)))
+    , m_base(palette.color(QPalette::Base))
+    , m_darkBase(isDark(m_base))
 {
 }
 
 const QFont& StyleFormats::font(quint16 style) const
 {
     return entry(style).face->font;
+}
+
+const QColor& StyleFormats::ground(quint16 style) const
+{
+    return entry(style).ground;
 }
 
 QList<QTextLayout::FormatRange> StyleFormats::formats(const ChatText::Line& line) const
@@ -94,7 +102,9 @@ const StyleFormats::Entry& StyleFormats::entry(quint16 style) const
     const TextStyle& look = m_tables.styles.at(style);
     entry.face = &face(look);
     entry.format.setFont(entry.face->font);
-    entry.format.setForeground(shownColor(look.color));
+    const QColor color = shownColor(look.color);
+    entry.format.setForeground(color);
+    entry.ground = readableGround(color.rgb(), m_base.rgb());
     entry.format.setFontUnderline(look.underline);
     entry.format.setFontStrikeOut(look.strikeThru);
     return entry;

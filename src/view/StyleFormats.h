@@ -26,6 +26,8 @@ public:
 
     const AttributeTables& tables() const { return m_tables; }
     const QFont& font(quint16 style) const;
+    // What stands behind text that could not be read without it; invalid for all other.
+    const QColor& ground(quint16 style) const;
     QList<QTextLayout::FormatRange> formats(const ChatText::Line& line) const;
     // From a table of character widths, without shaping.
     Extent estimate(const ChatText::Line& line) const;
@@ -46,6 +48,7 @@ private:
     {
         const Face* face = nullptr;
         QTextCharFormat format;
+        QColor ground;
     };
 
     const Entry& entry(quint16 style) const;
@@ -57,6 +60,7 @@ private:
     double m_zoom;
     QFont m_font;
     QColor m_text;
+    QColor m_base;
     bool m_darkBase;
     // Filled as styles are first seen.
     mutable std::map<QFont, Face> m_faces;

@@ -10,6 +10,7 @@
 #include "support/TestSurroundings.h"
 #include "text/OwnTextStyle.h"
 #include "text/TextWriter.h"
+#include "view/ReadableGround.h"
 #include "wire/LineSink.h"
 
 #include <QClipboard>
@@ -22,6 +23,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -88,6 +90,7 @@ private Q_SLOTS:
     void topicLock();
     void topicGoesOutOnEnter();
     void topicIsOneLine();
+    void longTopicFades();
     void clickWithoutSelectionLeadsToTheInput_data();
     void clickWithoutSelectionLeadsToTheInput();
 
@@ -368,6 +371,39 @@ void ChannelTest::topicIsOneLine()
         QCOMPARE(m_desk->server.lines.takeFirst(),
                  QString(keys == "Home"_L1 ? u"TOPIC #room :!>abc "_s : u"TOPIC #room :>abc !"_s));
     }
+}
+
+void ChannelTest::longTopicFades()
+{
+    const auto lightAtTheEdge = [this] {
+        const QWidget* edit = topicEdit();
+        const QImage shown = topicEdit()->grab().toImage();
+        int darkest = 255;
+        for (int x = edit->width() - 8; x < edit->width() - 3; ++x) {
+            for (int y = 5; y < edit->height() - 5; ++y)
+                darkest = std::min(darkest, qGray(shown.pixel(x, y)));
+        }
+        return darkest > 200;
+    };
+    const auto hint = [this] {
+        const QWidget* edit = topicEdit();
+        QHelpEvent event(QEvent::ToolTip, {20, 10}, edit->mapToGlobal(QPoint(20, 10)));
+        QCoreApplication::sendEvent(static_cast<QAbstractScrollArea*>(topicEdit())->viewport(),
+                                    &event);
+        return QToolTip::text();
+    };
+    setTopic(u"short"_s);
+    QTRY_VERIFY(lightAtTheEdge());
+    QCOMPARE(hint(), QString());
+    setTopic(u"MMM <b>"_s.repeated(100));
+    QTRY_VERIFY(lightAtTheEdge());
+    QVERIFY(hint().contains(u"MMM &lt;b&gt;"_s));
+    QToolTip::hideText();
+    setTopic(QString()); // an own colour of text
+    m_desk->window.setInputColor(QColor(255, 255, 0));
+    const QColor ground = readableGround(qRgb(255, 255, 0), qRgb(255, 255, 255));
+    const QImage line = input()->grab().toImage();
+    QCOMPARE(line.pixelColor(line.width() / 2, line.height() / 2), ground);
 }
 
 void ChannelTest::clickWithoutSelectionLeadsToTheInput_data()

@@ -57,6 +57,8 @@ private Q_SLOTS:
     void drawsPictures();
     void isReadableOnADarkBase();
 
+    void putsAGroundBehindPaleColours_data();
+    void putsAGroundBehindPaleColours();
     void knowsWhenLinesCame();
     void marksLines();
     void showsWhereTheReaderLeftOff();
@@ -372,6 +374,47 @@ void ChatViewTest::isReadableOnADarkBase()
     m_view->setSelColor(0x0000ff);
     write(u"MMMM "_s);
     QVERIFY(brightest(0, 60) > 90);
+}
+
+void ChatViewTest::putsAGroundBehindPaleColours_data()
+{
+    QTest::addColumn<QColor>("color");
+    QTest::addColumn<bool>("grounded");
+    QTest::newRow("white") << QColor(255, 255, 255) << true;
+    QTest::newRow("yellow") << QColor(255, 255, 0) << true;
+    QTest::newRow("cyan") << QColor(0, 255, 255) << true;
+    QTest::newRow("light green") << QColor(0, 255, 0) << true;
+    QTest::newRow("orange") << QColor(255, 127, 0) << true;
+    QTest::newRow("light grey") << QColor(184, 184, 184) << true;
+    QTest::newRow("red") << QColor(255, 0, 0) << false;
+    QTest::newRow("black") << QColor(0, 0, 0) << false;
+}
+
+void ChatViewTest::putsAGroundBehindPaleColours()
+{
+    QFETCH(QColor, color);
+    QFETCH(bool, grounded);
+    const QRgb paper = qRgb(255, 255, 255);
+    const QColor ground = readableGround(color.rgb(), paper);
+    QCOMPARE(ground.isValid(), grounded);
+    QVERIFY(!grounded || contrast(color.rgb(), ground.rgb()) >= 4.5);
+
+    QPalette light = m_view->palette();
+    light.setColor(QPalette::Base, QColor::fromRgb(paper));
+    m_view->setPalette(light);
+    m_view->setSelColor(color.rgb());
+    write(u"MMMM"_s);
+    settle();
+    QCOMPARE(m_view->styleAt(1).color, color.rgb());
+    const QRect word = m_view->characterRect(0).united(m_view->characterRect(3));
+    QVERIFY(showsColor(*m_view->viewport(), color, word));
+    QCOMPARE(grounded && showsColor(*m_view->viewport(), ground, word), grounded);
+    QVERIFY(!showsColor(*m_view->viewport(), color, {300, 50, 10, 10}) || color == Qt::white);
+    m_view->selectForReader(0, 4); // what is selected looks so all the same
+    settle();
+    const QColor selection = m_view->palette().color(QPalette::Inactive, QPalette::Highlight);
+    QVERIFY(showsColor(*m_view->viewport(), selection, word) ||
+            showsColor(*m_view->viewport(), m_view->palette().color(QPalette::Highlight), word));
 }
 
 void ChatViewTest::knowsWhenLinesCame()
