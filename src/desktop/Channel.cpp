@@ -9,6 +9,7 @@
 #include "platform/Handlers.h"
 #include "platform/Twips.h"
 #include "room/TopicField.h"
+#include "text/Links.h"
 #include "view/InputKeys.h"
 #include "view/ReadableGround.h"
 
@@ -135,6 +136,7 @@ Channel::~Channel() = default;
 
 QWidget* Channel::buildChatPage()
 {
+    m_dataIn->setLinks({linksIn, {}});
     m_dataIn->onChange([this] { m_smileys.CheckRTF(); });
     m_dataIn->onLine([this](const FormattedLine& line) { return m_smileys.foresee(line); });
     m_nicks = named(new ListBoxWidget(ListBoxWidget::Order::Sorted), u"lstNicks"_s, u"Chatters"_s);

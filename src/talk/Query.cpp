@@ -84,6 +84,9 @@ void Query::connectForm(QueryForm& form)
                      [this](const QPoint& point) { DataIn_MouseUp(point); });
     handlers.connect(&view, &QueryView::DblClick, &form, [this] { DataIn_DblClick(); });
     handlers.connect(&view, &QueryView::Click, &form, [&form] { form.DataOut().setFocus(); });
+    view.setLinks({linksIn, [this](const QString& link) {
+                       m_desk.handlers.run([&] { m_desk.links.OpenLink(link); });
+                   }});
     view.onChange([&form] { form.CheckRTF(); });
     view.onLine([&form](const FormattedLine& line) { return form.foresee(line); });
     connectLinks(form);

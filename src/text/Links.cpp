@@ -118,6 +118,28 @@ std::optional<QUrl> outgoingUrl(const QString& link)
     return std::nullopt;
 }
 
+QList<LinkSpan> linksIn(const QString& line)
+{
+    QList<LinkSpan> links;
+    const auto parts = [](QChar c) {
+        return isDelimiter(c) || c == u'<' || c == u'>' || c == u'\n' || c == u'\r';
+    };
+    for (qsizetype start = 0; start < line.size(); ++start) {
+        qsizetype end = start;
+        while (end < line.size() && !parts(line[end]))
+            ++end;
+        const qsizetype next = end;
+        while (end > start && QStringView(u".:;!?").contains(line[end - 1]))
+            --end;
+        const QString word = line.sliced(start, end - start);
+        const bool mayBe = word.contains(u':') || word.startsWith("www."_L1, Qt::CaseInsensitive);
+        if (mayBe && outgoingUrl(word))
+            links.append({start, end});
+        start = next;
+    }
+    return links;
+}
+
 void DesktopLinkOpener::OpenLink(const QString& link)
 {
     if (const std::optional<QUrl> url = outgoingUrl(link))

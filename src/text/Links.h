@@ -1,5 +1,7 @@
 #pragma once
 
+#include "view/ViewLinks.h"
+
 #include <QString>
 #include <QUrl>
 
@@ -27,6 +29,9 @@ QString WordAt(const RichTextBox& view, qsizetype offset);
 // Where a link may lead outside the program: http, https, ftp, mailto, and a bare "www." word,
 // which is taken for http. None for everything else, names of local files above all.
 std::optional<QUrl> outgoingUrl(const QString& link);
+
+// What in a line may leave the program, without the marks of a sentence that ends there.
+QList<LinkSpan> linksIn(const QString& line);
 
 // Hands links to the desktop. What may not leave the program is dropped in silence.
 class LinkOpener

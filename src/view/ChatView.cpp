@@ -92,6 +92,7 @@ ChatView::ChatView(QWidget* parent, std::shared_ptr<PictureCache> pictures,
     , m_scroll(m_layout)
     , m_geometry(m_text, m_layout, m_scroll)
     , m_reader(m_text)
+    , m_links(m_text, m_tables)
     , m_pictures(pictures ? std::move(pictures) : std::make_shared<PictureCache>())
     , m_accessibleChanges(this, m_text, tellAccessibility)
     , m_findBar(new FindBar(this))
@@ -402,6 +403,8 @@ bool ChatView::event(QEvent* event)
 
 bool ChatView::viewportEvent(QEvent* event)
 {
+    if (event->type() == QEvent::Leave)
+        setHotLink({});
     if (event->type() != QEvent::ToolTip)
         return QAbstractScrollArea::viewportEvent(event);
     showTimeHint(*static_cast<QHelpEvent*>(event));
@@ -439,6 +442,10 @@ void ChatView::paintEvent(QPaintEvent* event)
             selection.end =
                 static_cast<int>(std::clamp<qsizetype>(m_reader.end() - start, 0, beyond));
             layout.draw(painter, {leftMargin(), top}, selection, *m_pictures, clip);
+            if (m_hotLink && m_text.lineAt(m_hotLink->start) == line)
+                layout.underline(
+                    painter, {leftMargin(), top}, static_cast<int>(m_hotLink->start - start),
+                    static_cast<int>(m_hotLink->end - start), palette().color(QPalette::Link));
         }
         top += height;
     }
@@ -515,6 +522,8 @@ void ChatView::mouseMoveEvent(QMouseEvent* event)
         m_dragPoint = event->pos();
         drag();
     }
+    if (m_links.canOpen())
+        setHotLink(linkAtPoint(event->pos()));
     Q_EMIT MouseMove(viewport()->mapTo(this, event->pos()));
 }
 
@@ -560,12 +569,30 @@ void ChatView::contextMenuEvent(QContextMenuEvent* event)
 {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+    if (const auto link = isByKey ? selectedLink() : linkAtPoint(event->pos()))
+        addLinkActions(*menu, *link);
     QAction* copying = menu->addAction(u"&Copy"_s, QKeySequence::Copy, this, &ChatView::copy);
     copying->setEnabled(!m_reader.isEmpty());
     menu->addAction(u"Select &All"_s, QKeySequence::SelectAll, this, &ChatView::selectAll);
     menu->addSeparator();
     menu->addAction(u"&Find..."_s, QKeySequence::Find, this, &ChatView::find);
     menu->popup(event->globalPos());
+}
+
+void ChatView::addLinkActions(QMenu& menu, const ViewLinks::Link& link)
+{
+    if (m_links.canOpen())
+        menu.addAction(u"&Open Link"_s, this, [this, link] { m_links.open(link); });
+    menu.addAction(u"Copy &Link"_s, this,
+                   [link] { QApplication::clipboard()->setText(link.text); });
+    menu.addSeparator();
+}
+
+// Tab leads from link to link among those in sight, and then on to the next control.
+bool ChatView::focusNextPrevChild(bool next)
+{
+    return (hasFocus() && selectNextLink(next)) || QAbstractScrollArea::focusNextPrevChild(next);
 }
 
 void ChatView::keyPressEvent(QKeyEvent* event)
@@ -576,7 +603,7 @@ void ChatView::keyPressEvent(QKeyEvent* event)
         selectAll();
     else if (event->matches(QKeySequence::Find))
         find();
-    else if (!moveByKey(*event) && !zoomByKey(*event)) {
+    else if (!moveByKey(*event) && !zoomByKey(*event) && !openSelectedLink(*event)) {
         event->ignore(); // the window may know what to do with it
         Q_EMIT KeyLeft(event);
     }
@@ -647,6 +674,8 @@ void ChatView::changeFont()
 
 void ChatView::textChanged(const ChatText::Change& change)
 {
+    if (m_hotLink && change.position < m_hotLink->end)
+        m_hotLink.reset();
     m_notes.textChanged(change, m_text.lineCount());
     m_layout.textChanged(change);
     m_scroll.textChanged(change);
@@ -715,6 +744,56 @@ std::vector<double> ChatView::markedPlaces() const
     for (std::size_t i = lines.size() - std::min(lines.size(), mostMarks); i < lines.size(); ++i)
         places.push_back(static_cast<double>(m_layout.top(lines[i])) / height);
     return places;
+}
+
+void ChatView::setHotLink(std::optional<ViewLinks::Link> link)
+{
+    const auto startOf = [](const auto& one) { return one ? one->start : -1; };
+    if (startOf(link) == startOf(m_hotLink))
+        return;
+    m_hotLink = std::move(link);
+    viewport()->update();
+}
+
+std::optional<ViewLinks::Link> ChatView::linkAtPoint(QPoint viewportPoint) const
+{
+    settle();
+    const qsizetype position = m_geometry.characterAt(inText(viewportPoint));
+    return position < 0 ? std::nullopt : m_links.at(position);
+}
+
+std::optional<ViewLinks::Link> ChatView::selectedLink() const
+{
+    auto link = m_links.at(m_reader.start());
+    if (link && (link->start != m_reader.start() || link->end != m_reader.end()))
+        link.reset();
+    return link;
+}
+
+bool ChatView::selectNextLink(bool forward)
+{
+    settle();
+    QList<ViewLinks::Link> links = m_links.inLines(m_scroll.firstLine(), m_scroll.lastLine());
+    if (!forward)
+        std::reverse(links.begin(), links.end());
+    const bool goesOn = selectedLink().has_value();
+    const auto next = std::find_if(links.begin(), links.end(), [&](const ViewLinks::Link& link) {
+        const bool isBeyond = forward ? link.start >= m_reader.end() : link.end <= m_reader.start();
+        return m_geometry.isInSight(link.start) && (isBeyond || !goesOn);
+    });
+    if (next == links.end())
+        return false;
+    selectForReader(next->start, next->end);
+    return true;
+}
+
+bool ChatView::openSelectedLink(const QKeyEvent& event) const
+{
+    const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    const auto link = isEnter && m_links.canOpen() ? selectedLink() : std::nullopt;
+    if (link)
+        m_links.open(*link);
+    return link.has_value();
 }
 
 void ChatView::showTimeHint(const QHelpEvent& event)

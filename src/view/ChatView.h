@@ -10,6 +10,7 @@
 #include "view/ReaderSelection.h"
 #include "view/RichTextBox.h"
 #include "view/TextSearch.h"
+#include "view/ViewLinks.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
@@ -20,6 +21,7 @@
 class FindBar;
 class NewMessagesChip;
 class PictureCache;
+class QMenu;
 class ViewLook;
 
 // RichTextBox for text that only grows: a line costs the same however many there are before it,
@@ -75,6 +77,7 @@ public:
 
     // The offset of the character under a point of the widget, -1 outside the text.
     qsizetype offsetAt(const QPoint& point) const;
+    void setLinks(ViewLinks::Ports ports) { m_links.setPorts(std::move(ports)); }
     void setPointerShape(Qt::CursorShape shape);
 
     const ChatText& chatText() const { return m_text; }
@@ -123,6 +126,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
@@ -143,6 +147,12 @@ private:
     QFont zoomedFont() const;
     int leftMargin() const { return m_leftMargin; }
     std::vector<double> markedPlaces() const;
+    void setHotLink(std::optional<ViewLinks::Link> link);
+    std::optional<ViewLinks::Link> linkAtPoint(QPoint viewportPoint) const;
+    std::optional<ViewLinks::Link> selectedLink() const;
+    bool selectNextLink(bool forward);
+    bool openSelectedLink(const QKeyEvent& event) const;
+    void addLinkActions(QMenu& menu, const ViewLinks::Link& link);
     void showTimeHint(const QHelpEvent& event);
     void syncScrollBar();
     void scrolled(int value);
@@ -166,6 +176,8 @@ private:
     mutable ChatScroll m_scroll;
     mutable CaretGeometry m_geometry;
     ReaderSelection m_reader;
+    ViewLinks m_links;
+    std::optional<ViewLinks::Link> m_hotLink; // under the pointer
     std::shared_ptr<PictureCache> m_pictures;
 
     qsizetype m_selStart = 0; // positions

@@ -166,6 +166,17 @@ void LineLayout::fillGrounds(QPainter& painter, QPoint at, const QRect& clip) co
     painter.restore();
 }
 
+void LineLayout::underline(QPainter& painter, QPoint at, int start, int end,
+                           const QColor& color) const
+{
+    for (const Row& row : m_rows) {
+        for (const QRect& part : regionOf(row, start, end)) {
+            const int y = at.y() + static_cast<int>(row.baseline) + 1;
+            painter.fillRect(QRect(at.x() + part.left(), y, part.width(), 1), color);
+        }
+    }
+}
+
 // Over the whole height of the row, so that the selection is one piece.
 void LineLayout::fillSelection(QPainter& painter, QPoint at, const Selection& selection,
                                const Row& row) const

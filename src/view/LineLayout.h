@@ -57,6 +57,8 @@ public:
     void draw(QPainter& painter, QPoint at, const Selection& selection, PictureCache& pictures,
               const QRect& clip) const;
 
+    void underline(QPainter& painter, QPoint at, int start, int end, const QColor& color) const;
+
 private:
     struct Segment
     {

@@ -70,6 +70,7 @@ private Q_SLOTS:
     void selectsByKeyboard();
     void keepsTheReadersSelectionWhileWriting();
     void offersAMenu();
+    void leadsToLinks();
     void findsText();
 
     void isReadByAScreenReader();
@@ -658,6 +659,70 @@ void ChatViewTest::offersAMenu()
     action(menu, u"&Find..."_s)->trigger();
     QVERIFY(m_view->findChild<QLineEdit*>(u"findText"_s)->isVisible());
     menu->close();
+}
+
+void ChatViewTest::leadsToLinks()
+{
+    // A picture may stand in a link; what is meant is its code.
+    write(u"see http://a.org/"_s);
+    m_view->InsertPicture({u"ps2"_s, {}, {18, 18}});
+    write(u"/x and http://b.org\r\n"_s);
+    writeLines(1);
+    QStringList opened;
+    const auto find = [](const QString& line) {
+        QList<LinkSpan> spans;
+        for (qsizetype at = 0; (at = line.indexOf(u"http:"_s, at)) >= 0;) {
+            const qsizetype end = std::min<qsizetype>(line.indexOf(u' ', at) & 0xffff, line.size());
+            spans.append({at, end});
+            at = end;
+        }
+        return spans;
+    };
+    settle();
+    const QPoint onFirst = m_view->characterRect(position(u"http"_s)).center();
+    const auto entries = [&](QContextMenuEvent::Reason reason, QPoint place) {
+        QContextMenuEvent event(reason, place, m_view->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(m_view->viewport(), &event);
+        auto* menu = m_view->findChild<QMenu*>();
+        QStringList texts;
+        for (const QAction* action : menu->actions())
+            texts += action->text();
+        menu->actions().first()->trigger();
+        delete menu;
+        return texts.mid(0, 2);
+    };
+    const QColor underline = m_view->palette().color(QPalette::Link);
+    const auto isUnderlined = [&] { return showsColor(*m_view->viewport(), underline); };
+
+    m_view->setLinks({find, {}});
+    QCOMPARE(entries(QContextMenuEvent::Mouse, onFirst).first(), u"Copy &Link"_s);
+    QCOMPARE(QApplication::clipboard()->text(), u"http://a.org/ps2/x"_s);
+    QTest::mouseMove(m_view->viewport(), onFirst);
+    QVERIFY(!isUnderlined());
+
+    m_view->setLinks({find, [&opened](const QString& link) { opened += link; }});
+    QCOMPARE(entries(QContextMenuEvent::Mouse, onFirst),
+             QStringList({u"&Open Link"_s, u"Copy &Link"_s}));
+    QCOMPARE(opened, QStringList(u"http://a.org/ps2/x"_s));
+    QTest::mouseMove(m_view->viewport(), onFirst + QPoint(1, 0));
+    QVERIFY(isUnderlined());
+    QTest::mouseMove(m_view->viewport(), QPoint(300, 200));
+    QVERIFY(!isUnderlined());
+
+    m_view->activateWindow(); // Tab goes from link to link
+    QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
+    m_view->setFocus();
+    QVERIFY(m_view->hasFocus());
+    QTest::keyClick(m_view.get(), Qt::Key_Tab);
+    QTest::keyClick(m_view.get(), Qt::Key_Tab);
+    QTest::keyClick(m_view.get(), Qt::Key_Return);
+    QCOMPARE(opened.size(), 2);
+    QCOMPARE(opened.last(), u"http://b.org"_s);
+    QTest::keyClick(m_view.get(), Qt::Key_Backtab);
+    QCOMPARE(m_view->copiedText(m_view->readerSelection().start(), m_view->readerSelection().end()),
+             u"http://a.org/ps2/x"_s);
+    QCOMPARE(entries(QContextMenuEvent::Keyboard, {0, 0}).first(), u"&Open Link"_s);
+    QCOMPARE(opened.size(), 3);
 }
 
 void ChatViewTest::findsText()
