@@ -32,14 +32,17 @@ void ProfileText::setValue(QByteArrayView section, QByteArrayView key, QByteArra
         return;
     }
     const QByteArray end = lineEnd();
-    const QByteArray line = key.toByteArray() + '=' + value.toByteArray() + end;
     const qsizetype place = found.endOfSection.value_or(m_text.size());
     QByteArray added;
     if (place > 0 && m_text[place - 1] != '\n')
-        added += end;
-    if (!found.endOfSection)
-        added += (m_text.isEmpty() ? QByteArray() : end) + '[' + section.toByteArray() + ']' + end;
-    m_text.insert(place, added + line);
+        added.append(end);
+    if (!found.endOfSection) {
+        if (!m_text.isEmpty())
+            added.append(end); // a blank line between sections
+        added.append('[').append(section).append(']').append(end);
+    }
+    added.append(key).append('=').append(value).append(end);
+    m_text.insert(place, added);
 }
 
 ProfileText::Search ProfileText::search(QByteArrayView section, QByteArrayView key) const

@@ -1,0 +1,212 @@
+#include "fuzz/Feed.h"
+
+#include <QRandomGenerator>
+
+namespace {
+
+// What stands where in the lines of a server: a source, a command word, what it is about.
+constexpr const char* sources[]{":me!i@h ", ":bob!u@h ", ":s ",  ":BOB!u@h ", ":zed!z@z ", ":x!y ",
+                                ":@ ",      ":!@ ",      ":n! ", "",          " ",         ": "};
+constexpr const char* words[]{
+    "PRIVMSG", "NOTICE", "JOIN", "PART", "QUIT", "NICK",  "MODE", "KICK", "TOPIC", "PING", "KILL",
+    "ERROR",   "INVITE", "WALL", "001",  "002",  "005",   "251",  "301",  "303",   "305",  "311",
+    "312",     "317",    "319",  "320",  "324",  "328",   "329",  "331",  "332",   "333",  "346",
+    "348",     "349",    "353",  "366",  "367",  "368",   "372",  "376",  "401",   "403",  "421",
+    "422",     "431",    "432",  "433",  "461",  "471",   "473",  "475",  "482",   "484",  "999",
+    "privmsg", "join",   "CAP",  "AWAY", "PONG", "hello", "\x01", "0",    "-1",    ":x",   "307"};
+constexpr const char* pieces[]{" me",
+                               " #room",
+                               " #ROOM",
+                               " :",
+                               " bob",
+                               " cid",
+                               " = ",
+                               " #other",
+                               " :#room",
+                               " +o",
+                               " -o",
+                               " +ohv",
+                               " +b",
+                               " +k key",
+                               " +l 12",
+                               " +l x",
+                               " -l",
+                               " +imnpst",
+                               " :\x01"
+                               "VERSION\x01",
+                               " :\x01PING 1\x01",
+                               " :\x01"
+                               "ACTION x\x01",
+                               " :\x01",
+                               " \x01\x01",
+                               " :@me +bob ~x &y %z",
+                               " 86400",
+                               " 99999999999",
+                               " -1",
+                               " *!*@*",
+                               " :a\rb",
+                               " $me",
+                               " \x02"
+                               "b\x02",
+                               " \x03",
+                               " \x03"
+                               "04",
+                               " \x03"
+                               "12,4",
+                               " \x03,",
+                               " \x16r\x16",
+                               " \x1fu",
+                               " \x0f",
+                               " :)",
+                               " :-SS",
+                               " http://a.b",
+                               " www.a.b/#c",
+                               "  ",
+                               " <none>",
+                               " \t",
+                               " \xe4\xf6",
+                               " \x80\x81",
+                               ":",
+                               " 2",
+                               " 31",
+                               " 2cool",
+                               " bob - Blocked"};
+constexpr const char* inputs[]{"me waves",
+                               "query bob hi",
+                               "query new x",
+                               "msg bob $+ x",
+                               "part #room",
+                               "users",
+                               "es \x03"
+                               "4x",
+                               "sv $version",
+                               "nick $me",
+                               "raw $randnick",
+                               "bl",
+                               "$+ $+ $time",
+                               "!bots",
+                               "IRC RAW x",
+                               " ",
+                               "join $chan"};
+constexpr const char* lines[]{"[load]",
+                              "[LOAD]",
+                              "startup=True",
+                              " StartUp\t=  x ",
+                              "; comment",
+                              "# more",
+                              "junk",
+                              "=",
+                              "[",
+                              "[]",
+                              "[irc]",
+                              "a=\"b\"",
+                              "startup",
+                              "\xef\xbb\xbf[load]",
+                              "startup=",
+                              "[load"};
+
+template<std::size_t size>
+const char* any(QRandomGenerator& random, const char* const (&table)[size])
+{
+    return table[random.bounded(static_cast<int>(size))];
+}
+
+QByteArray lineEnd(QRandomGenerator& random)
+{
+    constexpr const char* ends[]{"\r\n", "\r\n", "\r\n",     "\n", "\r",
+                                 "\n\n", "\xff", "\r\n\xff", ""};
+    return any(random, ends);
+}
+
+QByteArray serverLines(QRandomGenerator& random)
+{
+    QByteArray bytes;
+    for (int left = random.bounded(1, 30); left > 0; --left) {
+        bytes += any(random, sources);
+        bytes += any(random, words);
+        for (int more = random.bounded(7); more > 0; --more)
+            bytes += any(random, pieces);
+        bytes += lineEnd(random);
+    }
+    return bytes;
+}
+
+template<std::size_t size>
+QByteArray linesOf(QRandomGenerator& random, const char* const (&table)[size])
+{
+    QByteArray bytes;
+    for (int left = random.bounded(1, 12); left > 0; --left) {
+        bytes += any(random, table);
+        if (random.bounded(3) == 0)
+            bytes += any(random, pieces);
+        bytes += random.bounded(8) == 0 ? "\r\n" : "\n";
+    }
+    return bytes;
+}
+
+QByteArray noise(QRandomGenerator& random)
+{
+    QByteArray bytes;
+    for (int left = random.bounded(300); left > 0; --left)
+        bytes += static_cast<char>(random.bounded(256));
+    return bytes;
+}
+
+// Bytes are changed, lost, doubled and repeated very often.
+void bend(QRandomGenerator& random, QByteArray& bytes)
+{
+    for (int left = random.bounded(6); left > 0 && !bytes.isEmpty(); --left) {
+        const int at = random.bounded(static_cast<int>(bytes.size()));
+        const int length = random.bounded(1, 20);
+        switch (random.bounded(6)) {
+        case 0:
+            bytes[at] = static_cast<char>(random.bounded(256));
+            break;
+        case 1:
+            bytes.remove(at, length);
+            break;
+        case 2:
+            bytes.insert(at, bytes.mid(at, length));
+            break;
+        case 3:
+            bytes.insert(at, '\0');
+            break;
+        case 4:
+            // A few are longer than what 16 bits count.
+            if (random.bounded(40) == 0)
+                bytes.insert(at, QByteArray(random.bounded(10) == 0 ? 40000 : 2000, bytes[at]));
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+QByteArray straight(QRandomGenerator& random)
+{
+    switch (random.bounded(10)) {
+    case 0:
+        return linesOf(random, inputs).prepend('c');
+    case 1:
+        return linesOf(random, lines).prepend('p');
+    case 2:
+        return noise(random).prepend('t');
+    case 3:
+        return linesOf(random, pieces).prepend('w');
+    case 4:
+        return noise(random).prepend('s');
+    default:
+        return serverLines(random).prepend('s');
+    }
+}
+
+} // namespace
+
+QByteArray inputOf(std::uint64_t number)
+{
+    QRandomGenerator random(static_cast<quint32>(number ^ (number >> 32)));
+    QByteArray bytes = straight(random);
+    QByteArray rest = bytes.mid(1);
+    bend(random, rest);
+    return rest.prepend(bytes.front());
+}
