@@ -31,3 +31,8 @@ QByteArray Charset::encode(const QString& text) const
 {
     return m_kind == Kind::Today ? text.toUtf8() : toWindows1252(text);
 }
+
+qsizetype Charset::sizeOf(QStringView text) const
+{
+    return m_kind == Kind::Today ? text.toUtf8().size() : text.size();
+}

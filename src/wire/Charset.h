@@ -22,6 +22,7 @@ public:
     // Split at each line feed and decoded; the piece behind the last one included.
     QStringList linesOf(const QByteArray& bytes) const;
     QByteArray encode(const QString& text) const;
+    qsizetype sizeOf(QStringView text) const; // in bytes, as encoded
 
 private:
     Kind m_kind;
