@@ -2,6 +2,7 @@
 
 #include "common/ControlCharacters.h"
 #include "common/Conversions.h"
+#include "common/OneLine.h"
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
 #include "contacts/ContactList.h"
@@ -47,9 +48,11 @@ void Connection::SendData(const QString& line)
 {
     if (m_parts.sock.state() == Winsock::Closed)
         return;
-    m_parts.sock.SendData(m_charset.encode(line) + '\n');
+    // A line end inside it came from the other side and would begin a command of its own.
+    const QString sent = oneLine(line);
+    m_parts.sock.SendData(m_charset.encode(sent) + '\n');
     if (m_parts.debugWin.Visible())
-        m_parts.debugWin.sent(line);
+        m_parts.debugWin.sent(sent);
 }
 
 int Connection::sockState() const
@@ -79,6 +82,7 @@ void Connection::mnu_File_Connect_Click()
 
 void Connection::startAttempt()
 {
+    ++m_attempts;
     Timer1.stop();
     m_parts.sock.Close();
     m_parts.channel.mnu_File_Connect().setCaption(captionCancel);
@@ -230,7 +234,10 @@ void Connection::sock_DataArrival()
     if (!ReceiveBuffer.endsWith('\r') && !ReceiveBuffer.endsWith('\n'))
         return;
     const QStringList lines = m_charset.linesOf(std::exchange(ReceiveBuffer, QByteArray()));
+    const int attempt = m_attempts;
     for (const QString& line : lines) {
+        if (m_attempts != attempt)
+            return; // these are of a connection that another one has replaced
         if (m_interpret)
             skipRest([&] { m_interpret(line); });
     }

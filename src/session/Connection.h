@@ -88,4 +88,5 @@ private:
     QTimer Timer1;
     Charset m_charset;
     QByteArray ReceiveBuffer; // survives the connection
+    int m_attempts = 0;       // to connect
 };

@@ -20,6 +20,8 @@
 #include "view/RichTextBox.h"
 #include "wire/Winsock.h"
 
+#include <QScopedValueRollback>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -71,7 +73,12 @@ void Numerics::noNickGiven(const IRCMessage&) const
 
 void Numerics::erroneousNick(const IRCMessage&) const
 {
-    m_desk.dialogs.MsgBox(u"Choose Another Nick"_s, u"Invalid Name Or Nick Already In Use"_s);
+    if (m_nickBoxIsOpen)
+        return; // that one says it already, and a flood would pile them up
+    {
+        const QScopedValueRollback open(m_nickBoxIsOpen, true);
+        m_desk.dialogs.MsgBox(u"Choose Another Nick"_s, u"Invalid Name Or Nick Already In Use"_s);
+    }
     m_desk.prompts.showUseNick();
 }
 

@@ -48,4 +48,5 @@ private:
     RichTextBox& whoisView(const QString& nick) const;
 
     const SessionDesk& m_desk;
+    mutable bool m_nickBoxIsOpen = false; // lines are handled behind it
 };

@@ -19,10 +19,16 @@ public:
         for (int i = 0; i < 10; ++i) // from the server's hand to where it would be handled
             QCoreApplication::processEvents();
     }
-    void Pause(double) override { DoEvents(); }
+    void Pause(double) override
+    {
+        if (inPause)
+            std::exchange(inPause, {})();
+        DoEvents();
+    }
 
     ScriptedServer* server = nullptr;
     QList<QByteArray> pieces;
+    std::function<void()> inPause; // what the user does in the next one
 };
 
 QByteArray lines(const QList<QByteArray>& lines)
@@ -44,7 +50,8 @@ private Q_SLOTS:
 
     void orderOfArrival_data();
     void orderOfArrival();
-    void pingBehindABox();
+    void behindABox();
+    void restOfAnOlderConnection();
 
 private:
     void beInTheRoom();
@@ -175,19 +182,38 @@ void ArrivalTest::orderOfArrival()
     QCOMPARE(outcome(*m_client), expected);
 }
 
-void ArrivalTest::pingBehindABox()
+// The server is answered, but a flood of what opened the box does not open more of them.
+void ArrivalTest::behindABox()
 {
     beInTheRoom();
+    const QByteArray refused = ":s 432 anna x :Erroneous";
     bool answered = false;
     m_client->around.dialogs.whileOpen = [&] {
-        m_server->say("PING :are you there\r\n");
+        m_server->say(lines({refused, refused, "PING :are you there"}));
         answered =
             QTest::qWaitFor([&] { return m_server->received().contains("PONG :are you there\n"); });
     };
-    m_server->say(lines({":s 432 anna x :Erroneous", ":bob!u@h PRIVMSG #Harbor :hello"}));
+    m_server->say(lines({refused, ":bob!u@h PRIVMSG #Harbor :hello"}));
     QTRY_VERIFY(m_client->reads(u"hello"_s));
     QCOMPARE(m_client->around.dialogs.shown.size(), 1);
     QVERIFY(answered);
+}
+
+// While the own kick is being handled the user signs in again. What came behind it meant the
+// session that is over.
+void ArrivalTest::restOfAnOlderConnection()
+{
+    beInTheRoom();
+    m_events.inPause = [this] {
+        m_client->field("Text1")->setReadOnly(false);
+        m_client->signIn(u"anna"_s);
+    };
+    m_server->say(lines({":bob!u@h KICK #Harbor anna :out", ":s 332 anna #Harbor :an old topic",
+                         ":bob!u@h KICK #Harbor anna :and stay out"}));
+    QTRY_COMPARE(m_server->connections(), 2);
+    m_server->say("PING :new session\r\n");
+    QTRY_VERIFY(m_server->received().contains("PONG :new session\n"));
+    QVERIFY(!m_client->reads(u"an old topic"_s) && !m_client->reads(u"and stay out"_s));
 }
 
 QTEST_MAIN(ArrivalTest)

@@ -106,6 +106,8 @@ void TestDispatch::effects_data()
     row("said in the room", ":bob!u@h PRIVMSG #room :hi  all", "DataIn| {C}12<bob> hi  all");
     row("version asked in the room", ":bob!u@h PRIVMSG #room :{A}VERSION{A}",
         "<< CTCPREPLY bob VERSION :Quill Harbor Messengr for Windows OS");
+    row("version asked under a name with a line end", ":a\rQUIT!u@h PRIVMSG me :{A}VERSION{A}",
+        "DataIn| {C}05{B}a\rQUIT{B} has just requested your version\n<< NOTICE a");
     row("action in the room", ":bob!u@h PRIVMSG #room :{A}ACTION waves{A}",
         "DataIn| {C}06bob waves");
     row("said to me", ":pal!u@h PRIVMSG me :hi",
