@@ -20,5 +20,5 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QTimer Timer1;
+    QTimer Timer1{this};
 };

@@ -13,7 +13,6 @@
 #include "wire/Winsock.h"
 
 #include <QGridLayout>
-#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -59,7 +58,6 @@ void frmregister::Form_Load()
 void frmregister::cmdRegister_Click()
 {
     const NickFormDesk& desk = m_desk;
-    const QPointer<frmregister> self(this); // boxes and commands let other events run
     if (desk.server.sockState() != Winsock::Connected) {
         desk.dialogs.MsgBox(u"Check Your Internet Connection.You are not connected to register "
                             u"your nickname."_s,
@@ -78,8 +76,6 @@ void frmregister::cmdRegister_Click()
         desk.server.SendData(
             desk.commands.ProcessInput(desk.room.ChannelName, CutLeft(Text4->text(), 1)));
     }
-    if (!self)
-        return;
     // Closes even if something was left out.
     for (QLineEdit* field : {Text1, Text2, Text3})
         field->setEnabled(false);

@@ -45,7 +45,7 @@ private:
 
     QLabel* Label1;
     QLabel* Label2;
-    QTimer Timer1;
+    QTimer Timer1{this};
 };
 
 // The popup as the rest of the program knows it: there is always one to ask, and asking loads it.

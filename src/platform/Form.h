@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QCloseEvent>
 #include <QWidget>
 
 #include <functional>
@@ -13,6 +12,8 @@ class Form : public QWidget
 {
     Q_OBJECT
 public:
+    enum class Escape { Closes, IsNoKey };
+
     explicit Form(QWidget* parent = nullptr)
         : QWidget(parent)
     {
@@ -21,24 +22,30 @@ public:
     virtual void Form_Load() {}
     virtual void Form_Unload() {}
 
-    void Show()
-    {
-        show();
-        raise();
-        activateWindow();
-    }
+    void Show();
     // Like the window's close button.
     void Unload() { Q_EMIT unloadRequested(); }
+    // What the key does; small windows are closed by it.
+    void setEscape(Escape escape) { m_escape = escape; }
+
+    // The one end of a form. At once it is hidden, its timers stand still, and no handler hears
+    // of it and its controls any more. It is deleted when none of its own handlers runs: they may
+    // have let the event in that closes it.
+    static void end(std::unique_ptr<Form> form);
 
 Q_SIGNALS:
     void unloadRequested();
 
 protected:
-    void closeEvent(QCloseEvent* event) override
-    {
-        event->ignore(); // the slot hides it and lets it go
-        Unload();
-    }
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    friend class RunningHandler;
+
+    Escape m_escape = Escape::Closes;
+    int m_runningHandlers = 0;
+    bool m_ended = false;
 };
 
 // The one instance of a form. Asking for it loads it.
@@ -80,8 +87,7 @@ public:
         if (!m_form)
             return;
         m_form->Form_Unload();
-        m_form->hide();
-        m_form.release()->deleteLater(); // it may be its own handler that asks
+        Form::end(std::move(m_form));
     }
 
 private:

@@ -3,10 +3,25 @@
 #include "common/RunTimeError.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
 #include <type_traits>
 #include <utility>
+
+class Form;
+
+// Stands while a handler of this object runs, which keeps a form from being deleted meanwhile.
+class RunningHandler final
+{
+public:
+    explicit RunningHandler(QObject* context);
+    ~RunningHandler();
+    Q_DISABLE_COPY_MOVE(RunningHandler)
+
+private:
+    QPointer<Form> m_form;
+};
 
 // The edge between Qt's event delivery and our event handlers: whatever a handler throws stops
 // here, because an exception must never cross Qt's own frames. A handler that has no catch-all of
@@ -33,15 +48,23 @@ public:
         }
     }
 
+    // The same for a handler of this object that no signal of ours begins.
+    template<typename Handler>
+    void runOf(QObject* context, Handler&& handler) const
+    {
+        const RunningHandler running(context);
+        run(std::forward<Handler>(handler));
+    }
+
     // Like QObject::connect(); the handler takes all of the signal's arguments or none. It dies
     // with its context.
     template<typename Sender, typename Signal, typename Handler>
-    void connect(const Sender* sender, Signal signal, const QObject* context, Handler handler) const
+    void connect(const Sender* sender, Signal signal, QObject* context, Handler handler) const
     {
         QObject::connect(
             sender, signal, context,
-            [this, handler = std::move(handler)](const auto&... arguments) mutable {
-                run([&] {
+            [this, context, handler = std::move(handler)](const auto&... arguments) mutable {
+                runOf(context, [&] {
                     if constexpr (std::is_invocable_v<Handler&, decltype(arguments)...>)
                         handler(arguments...);
                     else

@@ -20,27 +20,6 @@
 
 using namespace Qt::StringLiterals;
 
-// A handler that lets other events run may see its own window closed by one of them. The window
-// must not be deleted below the handler's feet.
-class Query::Yielding final
-{
-public:
-    explicit Yielding(Query& query)
-        : m_query(query)
-    {
-        ++m_query.m_yields;
-    }
-    ~Yielding()
-    {
-        if (--m_query.m_yields == 0)
-            m_query.letGo();
-    }
-    Q_DISABLE_COPY_MOVE(Yielding)
-
-private:
-    Query& m_query;
-};
-
 Query::Query(const Desk& desk)
     : m_desk(desk)
     , m_incoming(IncomingText::privateTalk, desk.writer, desk.server, desk.written)
@@ -128,17 +107,7 @@ void Query::Unload()
     QueryNick.clear();
     m_form->setWindowTitle({});
     m_form->setNickLabel({});
-    m_form->hide();
-    m_closed.push_back(std::move(m_form));
-    if (m_yields == 0)
-        letGo();
-}
-
-void Query::letGo()
-{
-    for (auto& form : m_closed)
-        form.release()->deleteLater(); // it may be its own handler that asks
-    m_closed.clear();
+    Form::end(std::move(m_form));
 }
 
 RichTextBox& Query::DataIn()
@@ -250,10 +219,9 @@ void Query::DataIn_MouseMove(const QPoint& point)
 
 void Query::DataIn_MouseUp(const QPoint& point)
 {
-    const Yielding yielding(*this);
     const QueryForm* released = m_form.get();
     m_desk.events.DoEvents();
-    if (m_form.get() == released)
+    if (m_form.get() == released) // it may have been closed
         ClickedWord = wordAt(point);
 }
 
@@ -270,7 +238,6 @@ void Query::DataIn_DblClick()
 
 void Query::LabelAction_Click()
 {
-    const Yielding yielding(*this);
     // Whoever is selected in the room, not the peer of this conversation.
     const QString nick = StripRank(m_desk.channels.main().form.lstNicks().Text());
     if (nick == m_desk.variables.MyNick)

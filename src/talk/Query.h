@@ -89,8 +89,6 @@ public:
     QueryForm* window() const { return m_form.get(); }
 
 private:
-    class Yielding;
-
     QueryForm& form();
     void connectForm(QueryForm& form);
     void connectLinks(QueryForm& form);
@@ -106,13 +104,10 @@ private:
     void DataIn_DblClick();
     void LabelAction_Click();
     QString wordAt(const QPoint& point);
-    void letGo();
 
     const Desk& m_desk;
     IncomingText m_incoming;
     std::unique_ptr<QueryForm> m_form;
-    std::vector<std::unique_ptr<QueryForm>> m_closed; // while a handler of theirs still runs
-    int m_yields = 0;
 
     QString m_tag;
     QString ClickedWord;

@@ -426,6 +426,26 @@ private Q_SLOTS:
         QTRY_VERIFY(!closed);
     }
 
+    void closedWhileItFlashes()
+    {
+        Desk desk;
+        Query& query = desk.open(u"Ann"_s);
+        query.PutText(u"Ann"_s, u"hello"_s);
+        QPointer<QueryForm> closed = query.window();
+        QVERIFY(closed->flsh().isActive());
+        query.Unload();
+        QVERIFY(closed && !closed->flsh().isActive());
+        // Late events of it reach nobody, and load no new window.
+        QMetaObject::invokeMethod(&closed->flsh(), "timeout");
+        QTest::keyClicks(&closed->DataOut(), u"x\r"_s);
+        QTest::mouseClick(&closed->link(QueryForm::LabelAction), Qt::LeftButton);
+        QTRY_VERIFY(!closed);
+        QVERIFY(!query.window());
+        QCOMPARE(desk.flashes, 0);
+        QCOMPARE(desk.boxes.shown, QStringList());
+        QCOMPARE(desk.fatal, QStringList());
+    }
+
     void labels()
     {
         Desk desk;
