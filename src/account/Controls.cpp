@@ -1,6 +1,7 @@
 #include "account/Controls.h"
 
 #include "controls/xpButton.h"
+#include "platform/PlainText.h"
 
 #include <QHBoxLayout>
 
@@ -14,9 +15,8 @@ constexpr int fieldWidth = 220;
 
 QLabel* makeLabel(const QString& name, const QString& text)
 {
-    auto* label = new QLabel(text);
+    auto* label = plainLabel(text);
     label->setObjectName(name);
-    label->setTextFormat(Qt::PlainText); // nicks come from the server
     return label;
 }
 

@@ -10,6 +10,7 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
+#include "platform/PlainText.h"
 #include "platform/Twips.h"
 #include "settings/RunKey.h"
 #include "settings/Settings.h"
@@ -94,9 +95,7 @@ void Login::buildMenus()
 void Login::buildControls()
 {
     const auto label = [this](const QString& name, const QString& text) {
-        auto* control = named(new QLabel(text, this), name);
-        control->setTextFormat(Qt::PlainText);
-        return control;
+        return named(plainLabel(text, this), name);
     };
     const auto box = [this](const QString& name, const QString& text) {
         return named(new QCheckBox(text, this), name);

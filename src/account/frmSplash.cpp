@@ -1,6 +1,7 @@
 #include "account/frmSplash.h"
 
 #include "controls/SvgPicture.h"
+#include "platform/PlainText.h"
 
 #include <QLabel>
 #include <QPainter>
@@ -45,14 +46,14 @@ frmSplash::frmSplash()
     setObjectName(u"frmSplash"_s);
     setWindowTitle(u"QuillHarbor Messenger"_s);
     setWindowFlags(Qt::SplashScreen);
+    setEscape(Escape::IsNoKey); // what comes next waits for its end
     setFixedSize(formSize);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 28, formSize.width() - textWidth, 60);
     layout->setSpacing(4);
     for (const Line& line : lines) {
-        auto* label = new QLabel(line.text, this);
+        auto* label = plainLabel(line.text, this);
         label->setObjectName(line.name);
-        label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
         QFont font = label->font();
         font.setPointSizeF(font.pointSizeF() * line.scale);

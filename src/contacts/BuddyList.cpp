@@ -3,6 +3,7 @@
 #include "controls/ListBoxWidget.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
+#include "platform/PlainText.h"
 #include "talk/QueryTable.h"
 
 #include <QHBoxLayout>
@@ -29,7 +30,7 @@ ListBoxWidget* newList(const QString& name, const QString& accessibleName, QWidg
 } // namespace
 
 BuddyList::BuddyList(const Desk& desk)
-    : lblWhich(new QLabel(this))
+    : lblWhich(plainLabel({}, this))
     , lstNicks(newList(u"lstNicks"_s, u"Online"_s, this))
     , lstSetup(newList(u"lstSetup"_s, u"Setup"_s, this))
     , Command1(newButton(u"Command1"_s, u"View"_s))

@@ -1,6 +1,7 @@
 #include "desktop/About.h"
 
 #include "controls/SvgPicture.h"
+#include "platform/PlainText.h"
 
 #include <QLabel>
 #include <QVBoxLayout>
@@ -38,9 +39,8 @@ About::About()
     layout->addWidget(picture);
 
     const auto addLabel = [&](const QString& name, const QString& text) {
-        auto* label = new QLabel(text, this);
+        auto* label = plainLabel(text, this);
         label->setObjectName(name);
-        label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
         label->setFixedWidth(picture->width());
         layout->addWidget(label);

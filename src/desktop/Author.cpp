@@ -2,6 +2,7 @@
 
 #include "desktop/WebAddresses.h"
 #include "platform/Handlers.h"
+#include "platform/PlainText.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -40,9 +41,8 @@ Author::Author(const Handlers& handlers, OpenLink openLink)
 
     int number = 1;
     const auto makeLabel = [&](const QString& text) {
-        auto* label = new QLabel(text, this);
+        auto* label = plainLabel(text, this);
         label->setObjectName(QStringLiteral("Label%1").arg(number++));
-        label->setTextFormat(Qt::PlainText);
         return label;
     };
     QLabel* title = makeLabel(u"Quill Harbor Messenger"_s);

@@ -2,6 +2,7 @@
 
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
+#include "platform/PlainText.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -19,8 +20,8 @@ WebTab::WebTab(const Handlers& handlers, AskEngine askEngine, Pages pages,
     , m_discardAfter(discardAfter)
     , m_layout(new QStackedLayout(this))
     , m_notice(new QWidget)
-    , m_noticeTitle(new QLabel)
-    , m_noticeText(new QLabel)
+    , m_noticeTitle(plainLabel())
+    , m_noticeText(plainLabel())
     , cmdRetry(new xpButton(u"Try again"_s, xpButton::Long))
 {
     m_noticeTitle->setObjectName("lblNoticeTitle"_L1);
@@ -37,7 +38,6 @@ WebTab::WebTab(const Handlers& handlers, AskEngine askEngine, Pages pages,
     lines->setSpacing(8);
     lines->addStretch(1);
     for (QLabel* label : {m_noticeTitle, m_noticeText}) {
-        label->setTextFormat(Qt::PlainText); // addresses and reasons come from elsewhere
         label->setWordWrap(true);
         label->setAlignment(Qt::AlignCenter);
         lines->addWidget(label);

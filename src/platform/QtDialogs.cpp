@@ -1,11 +1,15 @@
 #include "platform/QtDialogs.h"
 
 #include "common/OneLine.h"
+#include "platform/PlainText.h"
 
 #include <QApplication>
-#include <QInputDialog>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -37,6 +41,32 @@ int show(const QString& text, const QString& title, Dialogs::Icon icon,
     return answer;
 }
 
+// The toolkit's own one guesses what its label holds and takes "&" for a key.
+class Prompt final : public QDialog
+{
+public:
+    Prompt(const QString& text, const QString& title)
+        : QDialog(QApplication::activeWindow())
+        , m_answer(new QLineEdit)
+    {
+        setWindowTitle(title);
+        m_answer->setAccessibleName(text);
+        auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+        connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+        connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+        auto* layout = new QVBoxLayout(this);
+        layout->setSizeConstraint(QLayout::SetMinAndMaxSize);
+        layout->addWidget(plainLabel(text));
+        layout->addWidget(m_answer);
+        layout->addWidget(buttons);
+    }
+
+    QString answer() const { return oneLine(m_answer->text()); }
+
+private:
+    QLineEdit* m_answer;
+};
+
 } // namespace
 
 void QtDialogs::MsgBox(const QString& text, const QString& title, Icon icon)
@@ -52,11 +82,9 @@ bool QtDialogs::askYesNo(const QString& text, const QString& title)
 
 QString QtDialogs::InputBox(const QString& prompt, const QString& title)
 {
-    const QPointer box(new QInputDialog(QApplication::activeWindow()));
-    box->setWindowTitle(title);
-    box->setLabelText(prompt);
+    const QPointer box(new Prompt(prompt, title));
     const bool accepted = box->exec() == QDialog::Accepted;
-    QString answer = accepted && box ? oneLine(box->textValue()) : QString();
+    QString answer = accepted && box ? box->answer() : QString();
     delete box;
     return answer;
 }

@@ -2,6 +2,7 @@
 
 #include "controls/OneLineField.h"
 #include "controls/SvgPicture.h"
+#include "platform/PlainText.h"
 #include "view/ReadableGround.h"
 
 #include <QAbstractScrollArea>
@@ -88,6 +89,7 @@ QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures, std::shared_ptr<Vie
     , m_image2(new SvgPicture(u":/forms/send.svg"_s, this))
 {
     setMouseTracking(true);
+    setEscape(Escape::IsNoKey); // a conversation would be lost by one key
     // A stranger's message must not take the keyboard from what the user is typing elsewhere.
     setAttribute(Qt::WA_ShowWithoutActivating);
 
@@ -186,13 +188,13 @@ void QueryForm::arrange()
 void QueryForm::setNickLabel(const QString& nick)
 {
     m_lblNick->setText(nick);
-    m_lblNick->setToolTip(nick.toHtmlEscaped());
+    setPlainToolTip(*m_lblNick, nick);
 }
 
 void QueryForm::setHostLabel(const QString& host)
 {
     m_lblHost->setText(host);
-    m_lblHost->setToolTip(host.toHtmlEscaped());
+    setPlainToolTip(*m_lblHost, host);
 }
 
 void QueryForm::setInputColor(QRgb color)

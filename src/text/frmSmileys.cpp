@@ -2,6 +2,7 @@
 
 #include "controls/SvgPicture.h"
 #include "platform/Handlers.h"
+#include "platform/PlainText.h"
 #include "text/PaletteGrid.h"
 #include "text/SmileyTable.h"
 
@@ -25,7 +26,7 @@ public:
         , m_smiley(smiley)
     {
         setObjectName(u"imgicon%1"_s.arg(smiley.index));
-        setToolTip(smiley.toolTip());
+        setPlainToolTip(*this, smiley.toolTip());
         setAccessibleName(u"smiley "_s + smiley.code);
     }
 
@@ -60,15 +61,14 @@ frmSmileys::frmSmileys(const Handlers& handlers, QWidget* parent)
     }
     auto* extra = new SvgPicture(smileys::extraPicture());
     extra->setObjectName(u"Image47"_s);
-    extra->setToolTip(smileys::extra.toolTip());
+    setPlainToolTip(*extra, smileys::extra.toolTip());
     extra->setAccessibleName(u"smiley "_s + smileys::extra.code);
     grid->addOther(extra);
 
     auto* hint =
-        new QLabel(u"Click on the smiley or type the code into the long box at the bottom "
+        plainLabel(u"Click on the smiley or type the code into the long box at the bottom "
                    "of the main window (Drag Your Mouse to the smileys to see the code)"_s);
     hint->setObjectName(u"Label5"_s);
-    hint->setTextFormat(Qt::PlainText);
     hint->setWordWrap(true);
 
     auto* layout = new QVBoxLayout(this);

@@ -1,5 +1,7 @@
 #include "view/FindBar.h"
 
+#include "platform/PlainText.h"
+
 #include <QBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -27,7 +29,7 @@ QToolButton* addButton(QBoxLayout& layout, Qt::ArrowType arrow, const QString& t
 FindBar::FindBar(QWidget* parent)
     : QFrame(parent)
     , m_text(new QLineEdit)
-    , m_result(new QLabel)
+    , m_result(plainLabel())
 {
     setObjectName(u"findBar"_s);
     setFrameShape(QFrame::StyledPanel);
@@ -42,7 +44,6 @@ FindBar::FindBar(QWidget* parent)
     m_text->setMinimumWidth(160);
     layout->addWidget(m_text);
     m_result->setObjectName(u"findResult"_s);
-    m_result->setTextFormat(Qt::PlainText);
     layout->addWidget(m_result);
     auto* previous = addButton(*layout, Qt::UpArrow, u"Find previous"_s);
     auto* next = addButton(*layout, Qt::DownArrow, u"Find next"_s);
