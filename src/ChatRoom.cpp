@@ -106,12 +106,6 @@ const ChatRoom::Entry ChatRoom::entries[]{
     {"mnu_author"_L1, [](ChatRoom& house) { house.m_parts.smallForms.showAuthor(); }},
     {"mnu_Homepage"_L1,
      [](ChatRoom& house) { house.m_parts.surroundings.links.OpenLink(web_addresses::home()); }},
-    {"mnu_systray_hide"_L1, [](ChatRoom& house) { house.m_parts.login.Show(); }},
-    {"mnu_chatroom"_L1, [](ChatRoom& house) { house.main.window.Show(); }},
-    {"mnu_systray_about"_L1, [](ChatRoom& house) { house.m_parts.smallForms.showAbout(); }},
-    {"mnu_author_systray"_L1, [](ChatRoom& house) { house.m_parts.smallForms.showAuthor(); }},
-    {"mnu_systray_exit"_L1,
-     [](ChatRoom& house) { house.session.connection.mnu_terminate_Click(); }},
 };
 
 void ChatRoom::wireEntries()

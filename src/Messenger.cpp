@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 #include <QCursor>
 #include <QEvent>
-#include <QMenu>
 
 using namespace Qt::StringLiterals;
 
@@ -35,7 +34,15 @@ Messenger::Messenger(const Surroundings& surroundings)
     , m_login({*this, m_settings, m_store, m_runKey, m_dialogs, surroundings.clock}, m_handlers)
     , m_loginAsSource(m_login)
     , gSysTray(m_handlers, surroundings.notificationArea, m_dialogs)
+    , m_trayMenu(
+          m_handlers,
+          {{"mnu_systray_hide"_L1, "&Show Main Window"_L1, [this] { m_login.Show(); }},
+           {"mnu_chatroom"_L1, "&Show ChatRoom"_L1, [this] { showChatRoom(); }},
+           {"mnu_systray_about"_L1, "&About Application/Software"_L1, [this] { showAbout(); }},
+           {"mnu_author_systray"_L1, "&About Author/Creator"_L1, [this] { showAuthor(); }},
+           {"mnu_systray_exit"_L1, "&Exit Application"_L1, [this] { exit(); }}})
 {
+    surroundings.notificationArea.setMenu(&m_trayMenu);
     m_handlers.connect(&gSysTray, &clsSysTray::LButtonDblClk, this, [this] { showChatRoom(); });
     m_handlers.connect(&gSysTray, &clsSysTray::RButtonUp, this, [this] { showTrayMenu(); });
     if (!surroundings.serverHost.isEmpty())
@@ -55,13 +62,16 @@ bool Messenger::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::Quit || watched != QCoreApplication::instance())
         return false;
-    m_handlers.run([this] {
-        if (m_chatRoom)
-            m_chatRoom->session.connection.mnu_terminate_Click();
-        else
-            End();
-    });
+    m_handlers.run([this] { exit(); });
     return true;
+}
+
+void Messenger::exit()
+{
+    if (m_chatRoom)
+        m_chatRoom->session.connection.mnu_terminate_Click();
+    else
+        End(); // nothing of a session to end
 }
 
 void Messenger::showLogin()
@@ -94,7 +104,6 @@ ChatRoom& Messenger::chatRoom()
         m_chatRoom.reset(); // not loaded; the next touch tries again
         throw;
     }
-    m_surroundings.notificationArea.setMenu(m_chatRoom->main.window.menus().systray());
     return *m_chatRoom;
 }
 
@@ -114,9 +123,8 @@ bool Messenger::canHideSignIn() const
 
 void Messenger::showTrayMenu()
 {
-    QMenu* menu = chatRoom().main.window.menus().systray();
-    if (!menu->isVisible()) // the desktop may have shown it already
-        menu->popup(QCursor::pos());
+    if (!m_trayMenu.isVisible()) // the desktop may have shown it already
+        m_trayMenu.popup(QCursor::pos());
 }
 
 void Messenger::openFeedbackPage()

@@ -9,6 +9,7 @@
 #include "desktop/About.h"
 #include "desktop/Author.h"
 #include "desktop/FontOption.h"
+#include "desktop/TrayMenu.h"
 #include "desktop/clsSysTray.h"
 #include "desktop/frmPopup.h"
 #include "platform/Form.h"
@@ -50,6 +51,7 @@ protected:
 private:
     void showLogin();
     void showTrayMenu();
+    void exit();
     std::shared_ptr<void> whileBoxIsOpen();
     void fail(const QString& message);
 
@@ -103,5 +105,6 @@ private:
     Login m_login;
     WidgetSourceForm m_loginAsSource;
     clsSysTray gSysTray;
+    TrayMenu m_trayMenu;
     std::unique_ptr<ChatRoom> m_chatRoom;
 };

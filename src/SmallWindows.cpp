@@ -61,5 +61,5 @@ QRgb SmallWindows::inputColor() const
 
 void SmallWindows::setChannelEnabled(bool enabled)
 {
-    m_window.setEnabled(enabled);
+    m_window.setHeld(!enabled);
 }

@@ -5,7 +5,23 @@
 #include "wire/LineSink.h"
 #include "wire/Winsock.h"
 
+#include <QApplication>
+#include <QWindow>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// The server brings such a form up whenever it likes. While a box is open the toolkit lets the user
+// reach nothing but the box and what belongs to it.
+void showBesideBox(Form& form)
+{
+    form.Show();
+    if (const QWidget* box = QApplication::activeModalWidget())
+        form.windowHandle()->setTransientParent(box->windowHandle());
+}
+
+} // namespace
 
 NickForms::NickForms(const NickFormDesk& desk)
     : m_desk(desk)
@@ -19,7 +35,7 @@ NickForms::NickForms(const NickFormDesk& desk)
 
 void NickForms::showPassword()
 {
-    m_password->Show();
+    showBesideBox(m_password());
 }
 
 void NickForms::unloadPassword()
@@ -29,7 +45,7 @@ void NickForms::unloadPassword()
 
 void NickForms::showUseNick()
 {
-    m_useNick->Show();
+    showBesideBox(m_useNick());
 }
 
 void NickForms::mnu_File_changenick_Click()

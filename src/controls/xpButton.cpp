@@ -163,6 +163,7 @@ void xpButton::changeEvent(QEvent* event)
         return;
     m_mouseState = MouseState::Idle;
     ApplySize();
+    Timer1.start(); // the pointer may be there already
 }
 
 void xpButton::Timer1_Timer()
@@ -196,10 +197,12 @@ bool ButtonKeys::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::KeyPress)
         return false;
-    const int key = static_cast<QKeyEvent*>(event)->key();
+    const auto* press = static_cast<QKeyEvent*>(event);
+    const int key = press->key();
     auto* button = qobject_cast<xpButton*>(static_cast<QWidget*>(watched)->focusWidget());
     if (!button || (key != Qt::Key_Space && key != Qt::Key_Return && key != Qt::Key_Enter))
         return false;
-    button->click();
+    if (!press->isAutoRepeat()) // a key that is held is one click
+        button->click();
     return true;
 }

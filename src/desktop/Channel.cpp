@@ -7,6 +7,7 @@
 #include "controls/SvgPicture.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
+#include "platform/PlainText.h"
 #include "platform/Twips.h"
 #include "room/TopicField.h"
 #include "text/Links.h"
@@ -117,7 +118,7 @@ Channel::Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<Pic
     TBar->setCurrentIndex(ChatRoomPage);
     m_pages->setCurrentIndex(ChatRoomPage);
 
-    Label7 = named(new QLabel(this), u"Label7"_s);
+    Label7 = named(plainLabel({}, this), u"Label7"_s);
     Label7->hide();
     Text1 = named(new QLineEdit(this), u"Text1"_s);
     Text1->hide();
@@ -140,9 +141,7 @@ QWidget* Channel::buildChatPage()
     m_dataIn->onChange([this] { m_smileys.CheckRTF(); });
     m_dataIn->onLine([this](const FormattedLine& line) { return m_smileys.foresee(line); });
     m_nicks = named(new ListBoxWidget(ListBoxWidget::Order::Sorted), u"lstNicks"_s, u"Chatters"_s);
-    cmdCount = named(new QLabel, u"cmdCount"_s);
-    cmdCount->setTextFormat(Qt::PlainText);
-    cmdCount->setText(u" Total Chatters :  [ 0 ]"_s);
+    cmdCount = named(plainLabel(u" Total Chatters :  [ 0 ]"_s), u"cmdCount"_s);
 
     auto* people = new QWidget;
     auto* peopleLayout = new QVBoxLayout(people);
@@ -336,7 +335,20 @@ void Channel::appendToInput(const QString& text)
 
 void Channel::focusInput()
 {
+    if (isVisible() && !isActiveWindow())
+        activateWindow(); // the palette may have been opened from a private window
     DataOut->setFocus();
+}
+
+// Only what stands in it: the toolkit disables the boxes above a window along with it.
+void Channel::setHeld(bool held)
+{
+    if (held)
+        m_focusBeforeHold = focusWidget();
+    for (QWidget* part : std::initializer_list<QWidget*>{m_menus->bar(), TBar, m_pages})
+        part->setEnabled(!held);
+    if (!held && m_focusBeforeHold)
+        m_focusBeforeHold->setFocus();
 }
 
 MenuEntry& Channel::mnu_File_Connect()
@@ -389,6 +401,12 @@ void Channel::closeEvent(QCloseEvent* event)
 
 bool Channel::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == DataOut && event->type() == QEvent::InputMethod) {
+        m_handlers.run([&] {
+            for (const QChar c : static_cast<QInputMethodEvent*>(event)->commitString())
+                m_hooks.inputKeyPress(c.unicode());
+        });
+    }
     if (watched != DataOut || event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     bool takes = true;

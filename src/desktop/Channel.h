@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QTabBar>
 #include <QToolButton>
 #include <QWidget>
@@ -53,6 +54,8 @@ public:
     void myChatRoom();
 
     QColor inputColor() const;
+    // While held nothing in the window can be used; what stands above it can.
+    void setHeld(bool held);
 
     // MainForm
     RichTextBox& DataIn() override { return *m_dataIn; }
@@ -123,6 +126,7 @@ private:
     QLabel* cmdCount = nullptr;
     QLineEdit* DataOut = nullptr;
     std::unique_ptr<InputKeys> m_inputKeys;
+    QPointer<QWidget> m_focusBeforeHold;
     SvgPicture* Image2 = nullptr;
     QCheckBox* Check3 = nullptr;
     QCheckBox* Check4 = nullptr;

@@ -5,9 +5,9 @@
 #include "common/TextHelpers.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
+#include "platform/PlainText.h"
 
 #include <QComboBox>
-#include <QCompleter>
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QLabel>
@@ -32,7 +32,7 @@ QComboBox* makeCombo(const QString& name, const QString& accessibleName, QWidget
 
 FontOption::FontOption(const Handlers& handlers, SessionVariables& variables)
     : m_variables(variables)
-    , Label12(new QLabel(u"Font:"_s, this))
+    , Label12(plainLabel(u"Font:"_s, this))
     , cmbFontName(makeCombo(u"cmbFontName"_s, u"Font name"_s, this))
     , cmbFontSize(makeCombo(u"cmbFontSize"_s, u"Font size"_s, this))
     , command1(new xpButton(u"OK"_s, xpButton::Big, this))
@@ -41,8 +41,9 @@ FontOption::FontOption(const Handlers& handlers, SessionVariables& variables)
     setWindowTitle(u"Change Your Font Name and Font Size"_s);
 
     Label12->setObjectName("Label12"_L1);
-    // Completing inside the line would make an installed name of every beginning of one.
-    cmbFontName->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    // Completing inside the line would make an installed name of every beginning of one, and a
+    // list of completions takes the next click and what is typed after it.
+    cmbFontName->setCompleter(nullptr);
     cmbFontName->setMinimumContentsLength(22);
     cmbFontSize->setCompleter(nullptr);
     cmbFontSize->setMinimumContentsLength(4);
@@ -102,6 +103,7 @@ void FontOption::command1_Click()
 {
     if (!cmbFontName->currentText().isEmpty())
         m_variables.FontName = cmbFontName->currentText();
-    m_variables.FontSize = toInt16(cmbFontSize->currentText());
+    // A field that was emptied, or holds more than a size can be, leaves the size as it is.
+    skipRest([this] { m_variables.FontSize = toInt16(cmbFontSize->currentText()); });
     Unload();
 }

@@ -66,13 +66,6 @@ constexpr Row rows[]{
     {1, "LB3"_L1, {}, Kind::Separator},
     {1, "mnu_Homepage"_L1, "&Application Homepage"_L1},
 
-    {0, "mnu_systray"_L1, "&SysTray"_L1, Kind::Popup},
-    {1, "mnu_systray_hide"_L1, "&Show Main Window"_L1},
-    {1, "mnu_chatroom"_L1, "&Show ChatRoom"_L1},
-    {1, "mnu_systray_about"_L1, "&About Application/Software"_L1},
-    {1, "mnu_author_systray"_L1, "&About Author/Creator"_L1},
-    {1, "mnu_systray_exit"_L1, "&Exit Application"_L1},
-
     {0, "mnu_nicks"_L1, "nicks"_L1, Kind::Popup},
     {1, "mnu_nicks_pm"_L1, "Conversation"_L1},
     {1, "mnu_blocked"_L1, "Block Conversation"_L1},

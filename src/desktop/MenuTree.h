@@ -18,8 +18,7 @@ public:
 
     QMenuBar* bar() const { return m_bar; }
     ActionEntry& entry(const QString& name) const;
-    // The two menus that are never in the bar.
-    QMenu* systray() const { return m_popups.value(QStringLiteral("mnu_systray")); }
+    // The menu that is never in the bar.
     QMenu* nicks() const { return m_popups.value(QStringLiteral("mnu_nicks")); }
 
 private:

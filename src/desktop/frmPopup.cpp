@@ -3,6 +3,7 @@
 #include "controls/SvgPicture.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
+#include "platform/PlainText.h"
 #include "platform/Twips.h"
 
 #include <QAccessible>
@@ -27,9 +28,8 @@ constexpr double smallestPointSize = 6;
 
 QLabel* makeLabel(const QString& name, const QRect& place, QWidget* parent)
 {
-    auto* label = new QLabel(parent);
+    auto* label = plainLabel({}, parent);
     label->setObjectName(name);
-    label->setTextFormat(Qt::PlainText); // an error's text comes from elsewhere
     label->setGeometry(place);
     QPalette palette = label->palette();
     palette.setColor(QPalette::WindowText, ink);
@@ -54,6 +54,7 @@ frmPopup::frmPopup(const Handlers& handlers, EventLoop& events, ShowChannel show
     setAttribute(Qt::WA_X11NetWmWindowTypeNotification);
     setAttribute(Qt::WA_TranslucentBackground); // round corners
     setFocusPolicy(Qt::NoFocus);
+    setEscape(Escape::IsNoKey);
 
     auto* picture = new SvgPicture(u":/forms/popup.svg"_s, this);
     picture->resize(drawing);
@@ -67,7 +68,8 @@ frmPopup::frmPopup(const Handlers& handlers, EventLoop& events, ShowChannel show
     Label2 = makeLabel(u"Label2"_s, bodyPlace, this);
     Label2->setWordWrap(true);
     Label2->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    Label2->installEventFilter(this);
+    for (QLabel* label : {Label1, Label2})
+        label->installEventFilter(this);
     setBody(u"Messenger is already running! DOUBLE CLICK HERE or Right Click in Harbor Icon in "
             "system tray to chat now."_s);
 
@@ -138,13 +140,15 @@ void frmPopup::follow()
 
 void frmPopup::mouseDoubleClickEvent(QMouseEvent*)
 {
-    m_handlers.run(m_showChannel);
+    m_handlers.runOf(this, m_showChannel);
 }
 
 bool frmPopup::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseButtonRelease &&
+    if (event->type() == QEvent::MouseButtonDblClick)
+        return true; // of the label, not of the form below it
+    if (watched == Label2 && event->type() == QEvent::MouseButtonRelease &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
-        m_handlers.run(m_showChannel);
+        m_handlers.runOf(this, m_showChannel);
     return Form::eventFilter(watched, event);
 }

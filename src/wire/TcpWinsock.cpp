@@ -163,6 +163,8 @@ void TcpWinsock::adopt(QTcpSocket* socket)
         [this, generation = m_generation](QAbstractSocket::SocketError error) {
             if (generation != m_generation)
                 return;
+            // A reset, too. A session that stood and was ended is over, however the other side
+            // ends it: whoever was thrown out by a reset must not come back by himself.
             if (error == QAbstractSocket::RemoteHostClosedError)
                 m_peerHasGone = true;
             else

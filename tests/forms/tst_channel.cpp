@@ -609,6 +609,11 @@ void ChannelTest::styleBoxes()
     QVERIFY(input()->font().bold() && input()->font().underline());
     QCOMPARE(input()->font().families(), QStringList{u"Arial"_s});
     QCOMPARE(input()->font().pointSize(), 10);
+    m_desk->variables.FontName = u"Courier"_s;
+    QInputMethodEvent composed;
+    composed.setCommitString(u"y"_s); // a key that the input method has taken for itself
+    QApplication::sendEvent(input(), &composed);
+    QCOMPARE(input()->font().families(), QStringList{u"Courier"_s});
     click(control<QWidget>(u"Check3"_s), Qt::LeftButton, {8, 8});
     QVERIFY(!input()->font().bold() && input()->font().underline());
     QCOMPARE(bold.value(1), QVariantList{false});

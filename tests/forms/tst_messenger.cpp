@@ -497,10 +497,12 @@ void MessengerTest::exit()
     QFETCH(bool, quits);
     beInTheRoom();
     const QString name = QString::fromLatin1(QTest::currentDataTag());
-    QWidget* owner = quits ? static_cast<QWidget*>(&m_client->window())
-                           : static_cast<QWidget*>(&m_client->messenger.login());
-    if (auto* entry = owner->findChild<QAction*>(name)) {
-        entry->trigger();
+    const QAction* found = nullptr;
+    for (QWidget* owner : std::initializer_list<QWidget*>{
+             &m_client->window(), &m_client->messenger.login(), m_client->around.tray.menu})
+        found = found ? found : owner->findChild<QAction*>(name);
+    if (found) {
+        const_cast<QAction*>(found)->trigger();
     } else {
         QEvent quit(QEvent::Quit); // windows that ignore their close event can veto it
         QCoreApplication::sendEvent(QCoreApplication::instance(), &quit);

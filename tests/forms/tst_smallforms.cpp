@@ -60,7 +60,6 @@ private Q_SLOTS:
     void fontChoice_data();
     void fontChoice();
     void fontListsAreFilled();
-    void sizeThatIsNoNumberIsFatal();
 
     void boxGoesWithItsWindow();
 
@@ -123,6 +122,7 @@ void tst_smallforms::popupClicksShowTheChannel_data()
     QTest::newRow("text") << u"Label2"_s << false << 1;
     QTest::newRow("form") << QString() << false << 0;
     QTest::newRow("form, double click") << QString() << true << 1;
+    QTest::newRow("title, double click") << u"Label1"_s << true << 0;
 }
 
 void tst_smallforms::popupClicksShowTheChannel()
@@ -209,6 +209,8 @@ void tst_smallforms::fontChoice_data()
     QTest::newRow("not installed") << u"No Such Face"_s << u"14"_s << u"No Such Face"_s << 14;
     QTest::newRow("beginning of an installed one") << u"De"_s << u"9"_s << u"De"_s << 9;
     QTest::newRow("no name keeps the old") << QString() << u"12"_s << u"Arial"_s << 12;
+    QTest::newRow("emptied size keeps the old") << u"Arial"_s << QString() << u"Arial"_s << 10;
+    QTest::newRow("size beyond all") << u"Arial"_s << u"99999"_s << u"Arial"_s << 10;
     QTest::newRow("below zero") << u"Arial"_s << u"-3"_s << u"Arial"_s << -3;
 }
 
@@ -255,16 +257,6 @@ void tst_smallforms::fontListsAreFilled()
     QCOMPARE(sizes->count(), families.size());
     QCOMPARE(sizes->itemText(0), u"0"_s);
     QCOMPARE(sizes->itemText(sizes->count() - 1), QString::number(families.size() - 1));
-}
-
-void tst_smallforms::sizeThatIsNoNumberIsFatal()
-{
-    SessionVariables variables;
-    FontOption form(m_handlers, variables);
-    form.Form_Load();
-    form.findChild<QComboBox*>(u"cmbFontSize"_s)->setEditText(QString());
-    form.findChild<xpButton*>()->click();
-    QCOMPARE(m_fatal, u"Run-time error '13':\n\nType mismatch"_s);
 }
 
 void tst_smallforms::boxGoesWithItsWindow()

@@ -119,7 +119,10 @@ void XpButtonTest::happen(const QString& event)
         m_button->setEnabled(event == "enable"_L1);
     else if (event == "return-key"_L1)
         QTest::keyClick(m_window->focusWidget(), Qt::Key_Return);
-    else if (event == "enter-key"_L1)
+    else if (event == "return-held"_L1) {
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s, true);
+        QApplication::sendEvent(m_window->focusWidget(), &held);
+    } else if (event == "enter-key"_L1)
         QTest::keyClick(m_window->focusWidget(), Qt::Key_Enter);
     else if (event == "space-key"_L1)
         QTest::keyClick(m_window->focusWidget(), Qt::Key_Space);
@@ -141,6 +144,7 @@ void XpButtonTest::looks_data()
     QTest::newRow("hover with focus") << u"focus>focus enter>hover leave>focus unfocus>empty"_s;
     QTest::newRow("disabled sees no pointer")
         << u"disable>disabled enter>disabled leave>disabled enable>empty"_s;
+    QTest::newRow("enabled under the pointer") << u"enter>hover disable>disabled enable>hover"_s;
     QTest::newRow("disabled under the pointer") << u"enter>hover disable>disabled leave>disabled"_s;
 }
 
@@ -189,6 +193,7 @@ void XpButtonTest::clicks_data()
         << u"focus return-key enter-key space-key"_s << 0;
     QTest::newRow("keys in a window that has them")
         << u"keys focus return-key enter-key space-key"_s << 3;
+    QTest::newRow("a key that is held") << u"keys focus return-key return-held return-held"_s << 1;
     QTest::newRow("keys elsewhere in the window") << u"keys return-key space-key"_s << 0;
     QTest::newRow("keys while disabled") << u"keys focus disable return-key space-key"_s << 0;
 }

@@ -131,7 +131,7 @@ public:
             .serverHost = address,
             .localAddress = QHostAddress(m_localAddress),
             .identPort = identPort,
-            .dialogs = dialogs,
+            .dialogs = boxes ? *boxes : dialogs,
             .events = m_events,
             .clock = clock,
             .random = [] { return 0.0; },
@@ -166,6 +166,7 @@ public:
     const QString address; // of the server
     QTemporaryDir folder;
     ScriptedDialogs dialogs;
+    Dialogs* boxes = nullptr; // to be used instead of these, before the program is made
     StoppedClock clock;
     RecordingLinks links;
     RecordingTray tray;

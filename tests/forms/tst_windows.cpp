@@ -1,0 +1,249 @@
+#include "controls/ActionEntry.h"
+#include "platform/QtDialogs.h"
+#include "platform/Resources.h"
+#include "support/ScriptedServer.h"
+#include "support/TestClient.h"
+
+#include <QLabel>
+#include <QMenuBar>
+#include <QTabBar>
+#include <QToolButton>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template<typename Window>
+Window* shown()
+{
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* window = qobject_cast<Window*>(widget);
+        if (window && window->isVisible())
+            return window;
+    }
+    return nullptr;
+}
+
+QDialog* box()
+{
+    return qobject_cast<QDialog*>(QApplication::activeModalWidget());
+}
+
+// Keys and clicks as the desktop hands them to a window: one that is blocked gets none.
+void typeInto(QWidget* window, QWidget* field, const QString& text)
+{
+    field->setFocus();
+    for (const QChar c : text)
+        QTest::keyClick(window->windowHandle(), c.toLatin1());
+    QTest::keyClick(window->windowHandle(), Qt::Key_Return);
+}
+
+} // namespace
+
+// The windows of one program, with real boxes, above and beside each other.
+class WindowsTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { loadResources(); }
+    void init();
+    void cleanup();
+
+    void nickFormBehindAPrompt();
+    void exitBesideAPrompt();
+    void focusComesBackToTheInput();
+    void escapeClosesSmallWindows();
+    void colorGivesTheInputTheFocus();
+    void textsAreShownAsTheyStand();
+
+private:
+    void say(const QByteArray& line) { m_server->say(line + "\r\n"); }
+    void kickBob();
+    void whileBoxIsOpen(std::function<void()> act);
+    Channel& window() { return m_messenger->chatRoom().main.window; }
+    void click(const QString& entry) { window().entry(entry).trigger(); }
+
+    int m_number = 0;
+    HastyEventLoop m_events;
+    QtDialogs m_boxes;
+    std::unique_ptr<ScriptedServer> m_server;
+    std::unique_ptr<TestSurroundings> m_around;
+    std::unique_ptr<Messenger> m_messenger;
+};
+
+void WindowsTest::init()
+{
+    const QString address = TestSurroundings::ownAddress(++m_number);
+    m_server = std::make_unique<ScriptedServer>(address);
+    m_around = std::make_unique<TestSurroundings>(address, &m_events);
+    m_around->boxes = &m_boxes;
+    m_messenger = std::make_unique<Messenger>(*m_around);
+    m_messenger->start();
+    QMetaObject::invokeMethod(shown<frmSplash>(), "finished");
+    auto* name = m_messenger->login().findChild<QLineEdit*>(u"Text1"_s);
+    name->setText(u"anna"_s);
+    QTest::keyClick(name, Qt::Key_Return);
+    QTRY_VERIFY(m_server->received().contains("USER "));
+    say(":s 001 anna :Welcome\r\n:anna!u@h JOIN :#Harbor\r\n:s 332 anna #Harbor :a topic\r\n"
+        ":s 353 anna = #Harbor :@anna bob");
+    QTRY_COMPARE(window().lstNicks().ListCount(), 2);
+    QTRY_VERIFY(window().isActiveWindow());
+}
+
+void WindowsTest::cleanup()
+{
+    m_messenger.reset();
+    m_server.reset();
+}
+
+// In the next box; one that is left open is closed.
+void WindowsTest::whileBoxIsOpen(std::function<void()> act)
+{
+    QTimer::singleShot(0, this, [act = std::move(act)] {
+        act();
+        if (box())
+            box()->reject();
+    });
+}
+
+void WindowsTest::kickBob()
+{
+    window().lstNicks().setListIndex(1);
+    click(u"mnu_nicks_kick"_s);
+}
+
+void WindowsTest::nickFormBehindAPrompt()
+{
+    bool bothUsed = false;
+    whileBoxIsOpen([&] {
+        say(":s 431 anna :No nickname given");
+        QTRY_VERIFY(shown<usenick>());
+        QVERIFY(!window().findChild<QWidget*>(u"DataOut"_s)->isEnabled());
+        typeInto(shown<usenick>(), shown<usenick>()->findChild<QLineEdit*>(), u"anne"_s);
+        QTRY_VERIFY(m_server->received().endsWith("NICK anne\n"));
+        QVERIFY(!shown<usenick>() && box());
+        typeInto(box(), box()->findChild<QLineEdit*>(), u"loud"_s);
+        bothUsed = true;
+    });
+    kickBob();
+    QVERIFY(bothUsed);
+    QTRY_VERIFY(m_server->received().endsWith("KICK #Harbor bob :loud\n"));
+}
+
+void WindowsTest::exitBesideAPrompt()
+{
+    whileBoxIsOpen([&] {
+        say(":s 431 anna :No nickname given");
+        QTRY_VERIFY(shown<usenick>());
+        QMenu* menu = m_around->tray.menu;
+        menu->popup({});
+        QTest::mouseClick(menu->windowHandle(), Qt::LeftButton, {},
+                          menu->actionGeometry(menu->actions().last()).center());
+        QTRY_COMPARE(m_around->ends, 1);
+    });
+    kickBob();
+    QCOMPARE(m_around->ends, 1);
+}
+
+void WindowsTest::focusComesBackToTheInput()
+{
+    auto* input = window().findChild<QLineEdit*>(u"DataOut"_s);
+    QVERIFY(input->hasFocus());
+    click(u"mnu_File_changenick"_s);
+    QTRY_VERIFY(shown<frmchange>());
+    for (QWidget* part :
+         {window().findChild<QWidget*>(u"TBar"_s), static_cast<QWidget*>(window().menus().bar()),
+          static_cast<QWidget*>(input)})
+        QVERIFY(!part->isEnabled());
+    shown<frmchange>()->close();
+    window().activateWindow();
+    QTRY_VERIFY(input->isEnabled() && input->hasFocus());
+}
+
+void WindowsTest::escapeClosesSmallWindows()
+{
+    const auto byEntry = [this](const char* entry) {
+        return [this, entry] { click(QString::fromLatin1(entry)); };
+    };
+    const std::vector<std::function<void()>> ways{
+        byEntry("mnu_View_Buddylist"),
+        byEntry("mnu_ingorelist"),
+        byEntry("mnu_view_fontsize"),
+        byEntry("mnu_About"),
+        byEntry("mnu_author"),
+        byEntry("mnu_File_changenick"),
+        byEntry("mnu_File_changepass"),
+        byEntry("mnu_register_nickname"),
+        [this] { say(":s 431 anna :No nickname given"); },
+        [this] { say(":s 368 anna #Harbor :End"); },
+    };
+    const auto smallOne = [] {
+        auto* form = qobject_cast<Form*>(QApplication::activeWindow());
+        return form && form->isVisible() ? form : nullptr;
+    };
+    for (const auto& show : ways) {
+        show();
+        QTRY_VERIFY(smallOne());
+        QTest::keyClick(smallOne()->windowHandle(), Qt::Key_Escape);
+        QTRY_VERIFY(!shown<Form>());
+    }
+}
+
+void WindowsTest::colorGivesTheInputTheFocus()
+{
+    say(":bob!u@h PRIVMSG anna :hello");
+    QTRY_VERIFY(shown<QueryForm>());
+    shown<QueryForm>()->activateWindow();
+    QTRY_VERIFY(shown<QueryForm>()->isActiveWindow());
+    shown<QueryForm>()->link(QueryForm::Label8).click();
+    QTRY_VERIFY(shown<frmcolor>());
+    QTest::mouseClick(shown<frmcolor>()->findChild<QWidget*>(u"lblcin4"_s), Qt::LeftButton);
+    QTRY_VERIFY(window().isActiveWindow());
+    QVERIFY(window().findChild<QWidget*>(u"DataOut"_s)->hasFocus());
+}
+
+// What is said may be markup that makes the toolkit open files.
+void WindowsTest::textsAreShownAsTheyStand()
+{
+    const QString markup = u"<img src='/dev/zero'>&b"_s;
+    QStringList guessing;
+    int looks = 0;
+    const auto look = [&] {
+        ++looks;
+        for (const QWidget* widget : QApplication::allWidgets()) {
+            const auto* label = qobject_cast<const QLabel*>(widget);
+            const bool own = widget->objectName() == "Label10"_L1; // our link
+            if (label && !own && label->textFormat() != Qt::PlainText && label->pixmap().isNull())
+                guessing += widget->objectName() + u": "_s + label->text();
+            if (label && label->buddy() && label->text().contains(u'&'))
+                guessing += "mnemonic: "_L1 + label->text();
+            const QString tip = widget->toolTip();
+            if (Qt::mightBeRichText(tip) && !tip.startsWith("<qt>"_L1))
+                guessing += "tip: "_L1 + tip;
+        }
+    };
+    for (const char* entry :
+         {"mnu_View_Buddylist", "mnu_ingorelist", "mnu_view_fontsize", "mnu_About", "mnu_author",
+          "mnu_File_changenick", "mnu_File_changepass", "mnu_register_nickname"})
+        click(QString::fromLatin1(entry));
+    window().findChild<QToolButton*>(u"check1"_s)->click(); // the palettes
+    window().findChild<QToolButton*>(u"check2"_s)->click();
+    say(":s 431 anna :No nickname given\r\n:s 368 anna #Harbor :End\r\n"
+        ":<b>x!u@<i>&lt;h PRIVMSG anna :hello");
+    QTRY_VERIFY(shown<QueryForm>() && shown<usenick>());
+    whileBoxIsOpen(look);
+    m_boxes.MsgBox(markup, markup, Dialogs::Icon::Question);
+    whileBoxIsOpen([&] {
+        look();
+        QVERIFY(std::ranges::any_of(box()->findChildren<QLabel*>(),
+                                    [&](const QLabel* label) { return label->text() == markup; }));
+    });
+    m_boxes.InputBox(markup, markup);
+    QCOMPARE(looks, 2);
+    QCOMPARE(guessing, QStringList());
+}
+
+QTEST_MAIN(WindowsTest)
+#include "tst_windows.moc"
