@@ -6,7 +6,17 @@
 
 void QtEventLoop::DoEvents()
 {
+    m_sinceOutside.start();
     QCoreApplication::processEvents();
+}
+
+void QtEventLoop::DoEventsAgain()
+{
+    constexpr qint64 moment = 250'000; // nanoseconds
+    if (m_sinceOutside.isValid() && m_sinceOutside.nsecsElapsed() < moment)
+        QCoreApplication::sendPostedEvents();
+    else
+        DoEvents();
 }
 
 void QtEventLoop::Pause(double seconds)

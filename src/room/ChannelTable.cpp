@@ -14,9 +14,10 @@ int ChannelTable::AddChannel(const QString& name)
 
 int ChannelTable::FindChannel(const QString& name) const
 {
-    const QString wanted = withoutCarriageReturns(name).toLower();
+    const QString wanted = withoutCarriageReturns(name);
     for (int index = 1; index <= m_channelCount; ++index) {
-        if (Channels(index).ChannelName.toLower() == wanted)
+        const QString& known = Channels(index).ChannelName;
+        if (known == wanted || known.toLower() == wanted.toLower())
             return index;
     }
     return -1;

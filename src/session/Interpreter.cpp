@@ -90,16 +90,26 @@ void Interpreter::interpret(QString line) const
 {
     line.remove(u'\n');
     const IRCMessage message = ParseMessage(line);
-    m_desk.events.DoEvents();
+    m_desk.events.DoEventsAgain();
     if (message.Command.isEmpty())
         return;
-    const Handler* handler = m_byWord.value(message.Command.toLower());
+    const Handler* handler = handlerOf(message.Command);
     if (!handler)
         anythingElse(message);
     else if (const auto* command = std::get_if<Command>(handler))
         (this->**command)(message);
     else
         (m_numerics.*std::get<Numeric>(*handler))(message);
+}
+
+// Lines of one kind come in rows.
+const Interpreter::Handler* Interpreter::handlerOf(QStringView word) const
+{
+    if (word != m_lastWord) {
+        m_lastWord = word.toString();
+        m_lastHandler = m_byWord.value(m_lastWord.toLower());
+    }
+    return m_lastHandler;
 }
 
 void Interpreter::welcome(const IRCMessage& message) const
@@ -155,13 +165,13 @@ void Interpreter::privateMessage(const IRCMessage& message) const
 {
     const bool known = m_desk.queries.QueryVisible(message.Nick);
     if (!known)
-        m_desk.queries.OpenQuery(message.Nick, message.Prefix);
+        m_desk.queries.OpenQuery(message.Nick, message.Prefix.toString());
     PrivateWindow* window = m_desk.queries.windowOf(message.Nick);
     if (!window)
         return; // private talk is off
     // Of two different kinds, so unequal as soon as there is a "!": the host is always renewed.
     if (known && message.Prefix != window->QueryHost)
-        window->setPeerHost(TextAfter(message.Prefix, u'!'));
+        window->setPeerHost(TextAfter(message.Prefix.toString(), u'!'));
     window->setPeer(message.Nick);
     window->PutText(message.Nick, message.from(2));
 }
@@ -183,7 +193,7 @@ void Interpreter::part(const IRCMessage& message) const
 {
     if (message.Nick == m_desk.variables.MyNick)
         return; // the room stays as it is
-    Room* room = m_desk.channels.entered(message.Params.value(0));
+    Room* room = m_desk.channels.entered(message.asItCame(1));
     if (!room)
         return;
     room->nicks.RemoveNick(message.Nick);
@@ -198,7 +208,7 @@ void Interpreter::mode(const IRCMessage& message) const
     const Room* room = m_desk.channels.entered(target);
     if (!isOwn && !room)
         return;
-    const QString& who = message.Nick.isEmpty() ? message.Prefix : message.Nick;
+    const QStringView who = message.Nick.isEmpty() ? message.Prefix : QStringView(message.Nick);
     const QString line =
         strColor % "03"_L1 % strBold % who % strBold % " sets mode: "_L1 % message.from(2);
     if (room)

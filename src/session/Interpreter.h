@@ -35,6 +35,8 @@ private:
     };
     static const Row rows[];
 
+    const Handler* handlerOf(QStringView word) const; // nullptr: it has none
+
     void welcome(const IRCMessage& message) const;
     void ping(const IRCMessage& message) const;
     void join(const IRCMessage& message) const;
@@ -58,4 +60,6 @@ private:
     SessionDesk m_desk;
     Numerics m_numerics;
     QHash<QString, const Handler*> m_byWord; // the same, for each word of it
+    mutable QString m_lastWord;
+    mutable const Handler* m_lastHandler = nullptr;
 };

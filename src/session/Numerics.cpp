@@ -160,7 +160,7 @@ void Numerics::topicSetter(const IRCMessage& message) const
 
 void Numerics::names(const IRCMessage& message) const
 {
-    Room* room = m_desk.channels.entered(message.Params.value(2));
+    Room* room = m_desk.channels.entered(message.asItCame(3));
     if (!room)
         return;
     for (const QString& nick : message.from(4).split(u' '))

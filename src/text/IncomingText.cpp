@@ -19,8 +19,8 @@ const IncomingText::Manner IncomingText::privateTalk{
 
 void IncomingText::PutText(RichTextBox& view, const QString& nick, const QString& text) const
 {
-    const QString action = strAction % "ACTION "_L1;
-    const QString version = strAction % "VERSION"_L1 % strAction;
+    static const QString action = strAction % "ACTION "_L1;
+    static const QString version = strAction % "VERSION"_L1 % strAction;
     if (text.startsWith(action)) {
         // The last character goes unseen, whether it closes the action or not.
         const QString what = CutRight(CutLeft(text, action.size()), 1);
@@ -29,9 +29,9 @@ void IncomingText::PutText(RichTextBox& view, const QString& nick, const QString
     } else if (text.startsWith(version)) {
         m_server.SendData("CTCPREPLY "_L1 % nick % " VERSION :"_L1 % m_manner.versionReply);
     } else {
-        const QString header = strColor % "12<"_L1 % nick % u'>';
-        const QString end = m_manner.headerColorEnds ? QString(strColor) : QString();
-        m_writer.WriteView(view, trimBlanks(header % end % u' ' % text));
+        const QStringView end(&strColor, m_manner.headerColorEnds ? 1 : 0);
+        const QString line = strColor % "12<"_L1 % nick % u'>' % end % u' ' % text;
+        m_writer.WriteView(view, trimBlanks(line));
         tellWritten(view, nick, text);
     }
 }

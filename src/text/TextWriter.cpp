@@ -48,14 +48,15 @@ bool endsText(QChar c)
 class Runs final
 {
 public:
-    // The text ends in its closing blank.
+    // The line's closing blank is not in the text yet.
     Runs(QStringView text, Dialect dialect)
         : m_given(text)
         , m_dialect(dialect)
     {
-        m_text.reserve(text.size());
+        m_text.reserve(text.size() + 1);
         m_runs.append({0, m_look});
-        walk();
+        if (walk())
+            m_text.append(u' ');
     }
 
     bool isOneLine() const { return m_isOneLine; }
@@ -69,28 +70,37 @@ public:
     }
 
 private:
-    void walk()
+    // False when the line ends before its closing blank.
+    bool walk()
     {
-        while (m_at < m_given.size()) {
-            const QChar c = m_given[m_at];
-            if (c > strUnderline) {
-                m_text.append(c);
+        while (true) {
+            const qsizetype from = m_at;
+            while (m_at < m_given.size() && m_given[m_at] > strUnderline)
                 ++m_at;
-            } else if (c == strBold || (c == secondBold && m_dialect == Dialect::View)) {
-                toggle(m_look.bold);
-            } else if (c == strUnderline) {
-                toggle(m_look.underline);
-            } else if (c == strReverse) {
-                toggle(m_look.strikeThru);
-            } else if (c == strColor) {
-                if (!readColor())
-                    return;
-            } else {
-                m_isOneLine &= !endsText(c);
-                m_text.append(c);
-                ++m_at;
-            }
+            m_text.append(m_given.data() + from, m_at - from);
+            if (m_at == m_given.size())
+                return true;
+            if (!takeControl(m_given[m_at]))
+                return false;
         }
+    }
+
+    bool takeControl(QChar c)
+    {
+        if (c == strColor)
+            return readColor();
+        if (c == strBold || (c == secondBold && m_dialect == Dialect::View)) {
+            toggle(m_look.bold);
+        } else if (c == strUnderline) {
+            toggle(m_look.underline);
+        } else if (c == strReverse) {
+            toggle(m_look.strikeThru);
+        } else {
+            m_isOneLine &= !endsText(c);
+            m_text.append(c);
+            ++m_at;
+        }
+        return true;
     }
 
     void toggle(bool& style)
@@ -109,12 +119,11 @@ private:
             m_runs.append({m_text.size(), m_look});
     }
 
-    // False when the line ends here, without its closing blank.
     bool readColor()
     {
         const qsizetype first = m_at + 1;
         qsizetype next = first;
-        while (next < m_given.size() && IsColorSpec(m_given.sliced(first, next - first)))
+        while (next <= m_given.size() && IsColorSpec(m_given.sliced(first, next - first)))
             ++next;
         const qsizetype cut = next - 1; // the last one was one too many
         const QStringView spec = m_given.sliced(first, cut - first);
@@ -123,7 +132,7 @@ private:
         m_look.color = spec.isEmpty() ? DefaultTextColor : ColorToRGB(number.toInt());
         startRun();
         m_at = cut;
-        return m_dialect == Dialect::Raw || cut < m_given.size() - 1;
+        return m_dialect == Dialect::Raw || cut < m_given.size();
     }
 
     QStringView m_given;
@@ -163,17 +172,17 @@ void append(RichTextBox& view, const Runs& runs)
 void TextWriter::WriteView(RichTextBox& view, const QString& text) const
 {
     const bool formatted = hasFormatting(text);
-    const QString line = text + u' ';
     if (formatted) [[maybe_unused]]
-        const Int16 length(line.size());
+        const Int16 length(text.size() + 1);
 
     const EditBlock block(view);
     view.setSelFontSize(m_variables.FontSize);
     view.setSelFontName(beforeNul(m_variables.FontName));
     if (formatted) {
-        append(view, Runs(line, Dialect::View));
+        append(view, Runs(text, Dialect::View));
         return;
     }
+    const QString line = text + u' ';
     const FormattedLine::Run whole{0, {DefaultTextColor, false, false, false}};
     if (std::ranges::none_of(line, endsText) &&
         view.appendLine({line, {&whole, 1}, whole.look, true})) {
@@ -188,6 +197,5 @@ void TextWriter::WriteView(RichTextBox& view, const QString& text) const
 void TextWriter::WriteRaw(RichTextBox& view, const QString& text)
 {
     const EditBlock block(view);
-    const QString line = text + u' ';
-    append(view, Runs(line, Dialect::Raw));
+    append(view, Runs(text, Dialect::Raw));
 }

@@ -55,7 +55,7 @@ void ChatLayout::setFormats(std::unique_ptr<StyleFormats> formats)
 void ChatLayout::update()
 {
     for (auto line = m_heights.count(); line < m_text.lineCount(); ++line) {
-        m_extents.push_back(m_formats->estimate(m_text.line(line)));
+        m_extents.push_back(m_formats->estimate(m_text, line));
         m_heights.append(isHidden(line) ? 0 : estimatedHeight(m_extents.back()));
     }
 }

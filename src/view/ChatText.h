@@ -75,6 +75,26 @@ public:
     QString lineText(qsizetype line) const { return text(lineStart(line), lineEnd(line)); }
     Line line(qsizetype line) const;
 
+    // Calls a function with each run of a line, in order: its attributes, and the text of it as
+    // PackedText::read gives it.
+    template<typename Read>
+    void readRuns(qsizetype line, Read read) const
+    {
+        const Chunk& chunk = m_chunks[chunkAtLine(line)];
+        int at = static_cast<int>(lineStart(line) - chunk.firstPosition);
+        const auto end = static_cast<int>(lineEnd(line) - chunk.firstPosition);
+        if (chunk.runs.empty())
+            return;
+        for (size_t run = chunk.runAt(at); at < end; ++run) {
+            const bool isLast = run + 1 == chunk.runs.size() || chunk.runs[run + 1].start >= end;
+            const int runEnd = isLast ? end : chunk.runs[run + 1].start;
+            chunk.text.read(at, runEnd - at, [&](const auto* text, qsizetype length) {
+                read(chunk.runs[run].attributes, text, length);
+            });
+            at = runEnd;
+        }
+    }
+
     // The text's line ends are LF.
     Change replace(qsizetype position, qsizetype length, QStringView text, Attributes attributes);
     // Puts pieces without line ends, and a line end, behind everything.

@@ -28,6 +28,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int frameMilliseconds = 16;
+constexpr int burstFrameMilliseconds = 100;
+constexpr int burstLookMilliseconds = 2;
 constexpr int autoScrollMilliseconds = 40;
 constexpr int sideMargin = 6;
 constexpr int overlayMargin = 8;
@@ -487,7 +489,7 @@ void ChatView::changeEvent(QEvent* event)
 void ChatView::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() == m_frame.timerId())
-        showFrame();
+        frameIsDue();
     else if (event->timerId() == m_autoScroll.timerId())
         drag();
     else
@@ -682,6 +684,7 @@ void ChatView::textChanged(const ChatText::Change& change)
     m_reader.textChanged(change);
     if (!m_scroll.isFollowing())
         m_unseen += change.addedLines;
+    m_linesSinceFrame += change.addedLines;
     scheduleFrame();
 }
 
@@ -690,14 +693,31 @@ void ChatView::scheduleFrame()
     if (m_frame.isActive() || !isVisible())
         return;
     const qint64 elapsed = m_sinceFrame.isValid() ? m_sinceFrame.elapsed() : frameMilliseconds;
-    const qint64 wait = std::clamp<qint64>(frameMilliseconds - elapsed, 0, frameMilliseconds);
+    // A moment in any case: what comes at once is shown at once.
+    const qint64 wait = std::clamp<qint64>(frameMilliseconds - elapsed, 1, frameMilliseconds);
     m_frame.start(static_cast<int>(wait), Qt::PreciseTimer, this);
+    m_sinceAsked.start();
+}
+
+// More than a page since the last frame is more than anybody reads. As long as it goes on, it is
+// shown now and then only, and in full as soon as it pauses.
+void ChatView::frameIsDue()
+{
+    const qsizetype page = m_scroll.lastLine() - m_scroll.firstLine() + 1;
+    const bool goesOn = m_linesSinceFrame > std::exchange(m_linesAtLastLook, m_linesSinceFrame);
+    const bool isBurst = goesOn && m_linesSinceFrame > page &&
+                         m_sinceAsked.elapsed() < burstFrameMilliseconds;
+    if (isBurst)
+        m_frame.start(burstLookMilliseconds, Qt::PreciseTimer, this);
+    else
+        showFrame();
 }
 
 void ChatView::showFrame()
 {
     m_frame.stop();
     m_sinceFrame.start();
+    m_linesSinceFrame = m_linesAtLastLook = 0;
     settle();
     syncScrollBar();
     if (m_scroll.isFollowing())

@@ -141,6 +141,7 @@ private:
     void textChanged(const ChatText::Change& change);
 
     void scheduleFrame();
+    void frameIsDue();
     void showFrame();
     void settle() const;
     void restyle();
@@ -195,6 +196,9 @@ private:
 
     QBasicTimer m_frame;
     QElapsedTimer m_sinceFrame;
+    QElapsedTimer m_sinceAsked; // for the next one
+    qsizetype m_linesSinceFrame = 0;
+    qsizetype m_linesAtLastLook = 0;
     bool m_settingBar = false;
     int m_barValue = 0;
     qsizetype m_unseen = 0; // lines

@@ -15,6 +15,16 @@ public:
     void replace(qsizetype from, qsizetype length, QStringView text);
     void append(QStringView text);
     void append(const PackedText& text);
+    // Calls a function with the characters of a part: const uchar* or const char16_t*, as they are
+    // kept, and how many.
+    template<typename Read>
+    auto read(qsizetype from, qsizetype length, Read read) const
+    {
+        if (const auto* wide = std::get_if<Wide>(&m_text))
+            return read(wide->data() + from, length);
+        const char* narrow = std::get<Narrow>(m_text).data() + from;
+        return read(reinterpret_cast<const uchar*>(narrow), length);
+    }
     // Gives back what was reserved for growing.
     void squeeze();
 

@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int rowSpacing = 2;
+constexpr int advanceUnits = 64; // to a pixel
 constexpr int readableLightness = 170;
 constexpr QChar pictureStandIn = u'*'; // neutral for the direction of the text around it
 
@@ -54,26 +55,38 @@ QList<QTextLayout::FormatRange> StyleFormats::formats(const ChatText::Line& line
     return ranges;
 }
 
-StyleFormats::Extent StyleFormats::estimate(const ChatText::Line& line) const
+StyleFormats::Extent StyleFormats::estimate(const ChatText& text, qsizetype line) const
 {
-    Extent extent;
-    for (size_t i = 0; i < line.runs.size(); ++i) {
-        const ChatText::Attributes attributes = line.runs[i].attributes;
-        const Face& face = *entry(attributes.style).face;
-        extent.rowHeight = std::max(extent.rowHeight, rowHeight(face.ascent, face.descent));
-        const int end = line.runEnd(i);
-        if (attributes.picture != 0) {
-            const QSize size = picture(attributes).size;
-            extent.width += static_cast<float>(size.width() * (end - line.runs[i].start));
-            extent.rowHeight = std::max(extent.rowHeight, rowHeight(size.height(), 0));
-            continue;
-        }
-        for (int at = line.runs[i].start; at < end; ++at) {
-            const char16_t c = line.text[at].unicode();
-            extent.width += c < face.advances.size() ? face.advances[c] : face.wideAdvance;
-        }
+    qint64 width = 0;
+    int rowHeight = 0;
+    text.readRuns(line,
+                  [&](ChatText::Attributes attributes, const auto* characters, qsizetype length) {
+                      const Face& face = *entry(attributes.style).face;
+                      rowHeight = std::max(rowHeight, face.rowHeight);
+                      if (attributes.picture == 0) {
+                          width += widthOf(face, characters, length);
+                          return;
+                      }
+                      const QSize size = picture(attributes).size;
+                      width += size.width() * length * advanceUnits;
+                      rowHeight = std::max(rowHeight, StyleFormats::rowHeight(size.height(), 0));
+                  });
+    if (rowHeight == 0)
+        rowHeight = entry(text.line(line).runs.front().attributes.style).face->rowHeight;
+    return {static_cast<float>(width) / advanceUnits, rowHeight};
+}
+
+template<typename Character>
+int StyleFormats::widthOf(const Face& face, const Character* text, qsizetype length)
+{
+    int width = 0;
+    for (qsizetype i = 0; i < length; ++i) {
+        if constexpr (sizeof(Character) == 1)
+            width += face.advances[text[i]];
+        else
+            width += text[i] < face.advances.size() ? face.advances[text[i]] : face.wideAdvance;
     }
-    return extent;
+    return width;
 }
 
 const InlinePicture& StyleFormats::picture(ChatText::Attributes attributes) const
@@ -126,12 +139,12 @@ const StyleFormats::Face& StyleFormats::face(const TextStyle& style) const
         return face;
     const QFontMetricsF metrics(font);
     face.font = font;
-    face.ascent = metrics.ascent();
-    face.descent = metrics.descent();
-    face.wideAdvance = static_cast<float>(metrics.horizontalAdvance(u'm'));
+    face.rowHeight = rowHeight(metrics.ascent(), metrics.descent());
+    const auto inUnits = [](qreal width) { return qRound(width * advanceUnits); };
+    face.wideAdvance = inUnits(metrics.horizontalAdvance(u'm'));
     for (size_t c = 0; c < face.advances.size(); ++c) {
         const QChar character(static_cast<char16_t>(c));
-        face.advances[c] = static_cast<float>(metrics.horizontalAdvance(character));
+        face.advances[c] = inUnits(metrics.horizontalAdvance(character));
     }
     return face;
 }

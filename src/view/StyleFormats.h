@@ -30,7 +30,7 @@ public:
     const QColor& ground(quint16 style) const;
     QList<QTextLayout::FormatRange> formats(const ChatText::Line& line) const;
     // From a table of character widths, without shaping.
-    Extent estimate(const ChatText::Line& line) const;
+    Extent estimate(const ChatText& text, qsizetype line) const;
 
     const InlinePicture& picture(ChatText::Attributes attributes) const;
     static int rowHeight(qreal ascent, qreal descent);
@@ -39,10 +39,9 @@ private:
     struct Face
     {
         QFont font;
-        std::array<float, 256> advances{};
-        float wideAdvance = 0;
-        qreal ascent = 0;
-        qreal descent = 0;
+        std::array<int, 256> advances{}; // in 64ths of a pixel
+        int wideAdvance = 0;
+        int rowHeight = 0;
     };
     struct Entry
     {
@@ -51,6 +50,8 @@ private:
         QColor ground;
     };
 
+    template<typename Character>
+    static int widthOf(const Face& face, const Character* text, qsizetype length);
     const Entry& entry(quint16 style) const;
     const Face& face(const TextStyle& style) const;
     QTextCharFormat format(ChatText::Attributes attributes) const;

@@ -58,11 +58,14 @@ void TestMessage::parse()
     QFETCH(QString, line);
     QFETCH(QStringList, params);
     const IRCMessage message = ParseMessage(line);
-    QTEST(QStringList({message.Prefix, message.Nick, message.Ident, message.Host}).join(u'/'),
+    const auto text = [](QStringView part) { return part.toString(); };
+    QTEST(text(message.Prefix) + u'/' + message.Nick + u'/' + message.Ident + u'/' + message.Host,
           "source");
-    QTEST(message.Command, "command");
-    QCOMPARE(message.Params, params);
-    QTEST(message.ParamText, "paramText");
+    QTEST(text(message.Command), "command");
+    QStringList parsed;
+    std::ranges::transform(message.Params, std::back_inserter(parsed), text);
+    QCOMPARE(parsed, params);
+    QTEST(text(message.ParamText), "paramText");
 }
 
 void TestMessage::parameters_data()
