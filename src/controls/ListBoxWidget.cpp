@@ -5,12 +5,31 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QStyledItemDelegate>
+
+namespace {
+
+// A row may be as long as a line of the server; what nobody can read is not drawn.
+class ShortRows final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale& locale) const override
+    {
+        constexpr qsizetype readable = 300;
+        return QStyledItemDelegate::displayText(value, locale).left(readable);
+    }
+};
+
+} // namespace
 
 ListBoxWidget::ListBoxWidget(Order order, QWidget* parent)
     : QListWidget(parent)
     , m_order(order)
 {
     setUniformItemSizes(true);
+    setItemDelegate(new ShortRows(this));
     setSelectionMode(QAbstractItemView::SingleSelection);
 }
 
@@ -18,6 +37,7 @@ void ListBoxWidget::AddItem(const QString& text)
 {
     const int selected = ListIndex();
     const int place = m_order == Order::Sorted ? placeOf(text) : count();
+    m_rows.insert(place, text);
     insertItem(place, text);
     // The toolkit makes the first row current by itself; only the user selects.
     setListIndex(selected >= place && selected != -1 ? selected + 1 : selected);
@@ -28,12 +48,14 @@ void ListBoxWidget::RemoveItem(int index)
     if (index < 0 || index >= count())
         return;
     const int selected = ListIndex();
+    m_rows.removeAt(index);
     delete takeItem(index);
     setListIndex(selected == index ? -1 : selected > index ? selected - 1 : selected);
 }
 
 void ListBoxWidget::Clear()
 {
+    m_rows.clear();
     clear();
 }
 
@@ -44,14 +66,15 @@ int ListBoxWidget::ListCount() const
 
 QString ListBoxWidget::List(int index) const
 {
-    const QListWidgetItem* row = item(index);
-    return row ? row->text() : QString();
+    return m_rows.value(index);
 }
 
 void ListBoxWidget::setList(int index, const QString& text)
 {
-    if (QListWidgetItem* row = item(index))
+    if (QListWidgetItem* row = item(index)) {
+        m_rows[index] = text;
         row->setText(text);
+    }
 }
 
 int ListBoxWidget::ListIndex() const
@@ -112,7 +135,7 @@ int ListBoxWidget::placeOf(const QString& text) const
     int to = count();
     while (from < to) {
         const int middle = (from + to) / 2;
-        if (collate(text, item(middle)->text()) < 0)
+        if (collate(text, m_rows[middle]) < 0)
             to = middle;
         else
             from = middle + 1;

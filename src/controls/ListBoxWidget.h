@@ -38,4 +38,5 @@ private:
     int placeOf(const QString& text) const;
 
     Order m_order;
+    QStringList m_rows; // the same texts: asking the items for them takes its time
 };

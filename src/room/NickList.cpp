@@ -3,6 +3,7 @@
 #include "controls/ListBox.h"
 #include "room/RoomForm.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -39,14 +40,37 @@ QString withoutSigns(QString row)
     return row;
 }
 
-template<typename Matches>
-int findRow(const ListBox& rows, Matches matches)
+// The first row that, without some signs, is like this. Rows are many, and their signs mostly stand
+// in front: hardly one has to be copied for it.
+template<typename IsSign, typename Matches>
+int findRow(const ListBox& rows, IsSign isSign, Matches matches)
 {
-    for (int row = 0; row < rows.ListCount(); ++row) {
-        if (matches(rows.List(row)))
-            return row;
+    const int count = rows.ListCount();
+    for (int number = 0; number < count; ++number) {
+        const QString row = rows.List(number);
+        const auto* const start = std::ranges::find_if_not(row, isSign);
+        const QStringView rest(start, row.cend());
+        if (std::ranges::none_of(rest, isSign)) {
+            if (matches(rest))
+                return number;
+            continue;
+        }
+        QString stripped = row;
+        stripped.removeIf(isSign);
+        if (matches(QStringView(stripped)))
+            return number;
     }
     return -1;
+}
+
+bool isArrivingSign(QChar c)
+{
+    return std::ranges::find(arrivingSigns, c, &RankSign::sign) != arrivingSigns.end();
+}
+
+bool isStrippedSign(QChar c)
+{
+    return c == u'@' || c == u'+';
 }
 
 } // namespace
@@ -64,8 +88,7 @@ QString NickDisplay(const NickRecord& record)
 QString StripRank(const QString& row)
 {
     QString nick = row;
-    nick.remove(u'@');
-    nick.remove(u'+');
+    nick.removeIf(isStrippedSign);
     return nick;
 }
 
@@ -96,7 +119,7 @@ void NickList::RemoveNick(const QString& nick)
     --m_nickCount;
 
     ListBox& rows = m_form.lstNicks();
-    const int row = findRow(rows, [&](const QString& text) { return withoutSigns(text) == nick; });
+    const int row = findRow(rows, isArrivingSign, [&](QStringView text) { return text == nick; });
     if (row == -1)
         return;
     rows.RemoveItem(row);
@@ -112,8 +135,8 @@ bool NickList::ChangeNck(const QString& oldNick, const QString& newNick)
         m_nicks[index - 1].Nick = newNick;
 
     ListBox& rows = m_form.lstNicks();
-    const int row = findRow(rows, [&](const QString& text) {
-        return StripRank(text).compare(oldNick, Qt::CaseInsensitive) == 0;
+    const int row = findRow(rows, isStrippedSign, [&](QStringView text) {
+        return text.compare(oldNick, Qt::CaseInsensitive) == 0;
     });
     if (row == -1)
         return false;
@@ -181,7 +204,7 @@ void NickList::set(const QString& nick, bool NickRecord::*flag, bool on)
         m_nicks[index - 1].*flag = on;
 
     ListBox& rows = m_form.lstNicks();
-    const int row = findRow(rows, [&](const QString& text) { return StripRank(text) == nick; });
+    const int row = findRow(rows, isStrippedSign, [&](QStringView text) { return text == nick; });
     if (row == -1)
         return;
     rows.RemoveItem(row);

@@ -1,6 +1,7 @@
 #include "text/CheckRTF.h"
 
 #include "platform/Handlers.h"
+#include "text/SmileyOutcome.h"
 #include "view/RichTextBox.h"
 
 #include <QScopedValueRollback>
@@ -21,6 +22,7 @@ smileys::Rows rowsStandingFirst(QStringView text)
 }
 
 constexpr qsizetype lineEndLength = 2;
+constexpr qsizetype longLine = 64; // characters
 
 std::pair<qsizetype, qsizetype> wordAround(QStringView text, qsizetype at)
 {
@@ -89,6 +91,8 @@ void SmileyPass::replaceAll()
     std::vector<SmileyHit> waiting;
     noteChange();
     SmileySearch found = search();
+    if (replaceAtOnce(found))
+        return;
     for (;;) {
         if (const auto hit = found.first()) {
             waiting.push_back(*hit);
@@ -107,6 +111,21 @@ void SmileyPass::replaceAll()
         if (noteChange() != last.offset || touchesStart(last))
             found = search();
     }
+}
+
+// A long line is not taken apart and put together step by step: each step moves the rest of it.
+bool SmileyPass::replaceAtOnce(const SmileySearch& found)
+{
+    if (found.text().size() < longLine || found.offset() < smileys::longestCode || !found.first())
+        return false;
+    const auto outcome = outcomeOf(found.text(), m_standFirst);
+    const qsizetype offset = found.offset();
+    if (!outcome || !m_view.rearrange(offset + outcome->from, outcome->parts))
+        return false;
+    m_view.setSelStart(offset + outcome->caret);
+    noteChange();
+    m_unchanged = m_view.TextLength();
+    return true;
 }
 
 // Where the view has changed; the rest of the pass is meant to see no changes but its own.

@@ -42,6 +42,7 @@ public:
 
 private:
     void replaceAll();
+    bool replaceAtOnce(const SmileySearch& found);
     qsizetype noteChange();
     SmileySearch search();
     void takeOut(const SmileyHit& hit);

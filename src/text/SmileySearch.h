@@ -22,6 +22,9 @@ public:
     // The first code of the table that occurs, where it occurs first.
     std::optional<SmileyHit> first() const;
 
+    const QString& text() const { return m_text; }
+    qsizetype offset() const { return m_offset; }
+
     // Follows a hit that is taken out of the text. False: too near to the start of this text to
     // tell what its neighbours make now.
     bool takeOut(const SmileyHit& hit);

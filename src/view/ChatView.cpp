@@ -266,6 +266,62 @@ void ChatView::markLastLine()
     scheduleFrame();
 }
 
+bool ChatView::rearrange(qsizetype from, std::span<const Stretch> parts)
+{
+    const qsizetype position = m_text.positionOf(from);
+    const qsizetype line = m_text.lineAt(position);
+    const qsizetype lineEnd = m_text.lineEnd(line);
+    if (m_text.length() - lineEnd > 1)
+        return false;
+    const ChatText::Line old = m_text.line(line);
+    const auto column = static_cast<int>(position - m_text.lineStart(line));
+    const qsizetype length = lineEnd - position;
+    QString text;
+    std::vector<ChatText::Run> runs; // of the new text
+    const auto startRun = [&](ChatText::Attributes attributes) {
+        if (runs.empty() || runs.back().attributes != attributes)
+            runs.push_back({static_cast<int>(text.size()), attributes});
+    };
+    size_t run = 0; // stretches come in the order of the text
+    for (const Stretch& part : parts) {
+        if (part.picture) {
+            ChatText::Attributes here = attributes();
+            here.picture = m_tables.pictures.indexOf(*part.picture) + 1;
+            startRun(here);
+            text += pictureCharacter;
+            continue;
+        }
+        const int end = column + static_cast<int>(std::min(part.start + part.length, length));
+        for (int at = column + static_cast<int>(part.start); at < end;) {
+            while (old.runEnd(run) <= at)
+                ++run;
+            const int runEnd = std::min(old.runEnd(run), end);
+            startRun(old.runs[run].attributes);
+            text += QStringView(old.text).sliced(at, runEnd - at);
+            at = runEnd;
+        }
+        if (part.start + part.length > length) { // with the line end
+            startRun(old.runs.back().attributes);
+            text += u'\n';
+        }
+    }
+    const qsizetype removed = m_text.length() - position;
+    m_accessibleChanges.aboutToReplace(position, removed, text);
+    ChatText::Change change = m_text.replace(position, removed, {}, {});
+    for (size_t i = 0; i < runs.size(); ++i) {
+        const qsizetype start = runs[i].start;
+        const qsizetype end = i + 1 < runs.size() ? runs[i + 1].start : text.size();
+        const QStringView piece = QStringView(text).sliced(start, end - start);
+        change.addedLines +=
+            m_text.replace(m_text.length(), 0, piece, runs[i].attributes).addedLines;
+    }
+    change.added = text.size();
+    textChanged(change);
+    m_selStart = m_selEnd = m_text.length();
+    raiseChange(m_text.offsetOf(position));
+    return true;
+}
+
 qsizetype ChatView::offsetAt(const QPoint& point) const
 {
     settle();
@@ -705,8 +761,8 @@ void ChatView::frameIsDue()
 {
     const qsizetype page = m_scroll.lastLine() - m_scroll.firstLine() + 1;
     const bool goesOn = m_linesSinceFrame > std::exchange(m_linesAtLastLook, m_linesSinceFrame);
-    const bool isBurst = goesOn && m_linesSinceFrame > page &&
-                         m_sinceAsked.elapsed() < burstFrameMilliseconds;
+    const bool isBurst =
+        goesOn && m_linesSinceFrame > page && m_sinceAsked.elapsed() < burstFrameMilliseconds;
     if (isBurst)
         m_frame.start(burstLookMilliseconds, Qt::PreciseTimer, this);
     else

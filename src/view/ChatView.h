@@ -67,6 +67,7 @@ public:
 
     void InsertPicture(const InlinePicture& picture) override;
     bool appendLine(const FormattedLine& line) override;
+    bool rearrange(qsizetype from, std::span<const Stretch> parts) override;
 
     void markLastLine() override;
     bool isLookedAt() const override { return isVisible() && isActiveWindow(); }

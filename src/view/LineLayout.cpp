@@ -129,12 +129,30 @@ QRect LineLayout::characterRect(const Row& row, int column)
 void LineLayout::draw(QPainter& painter, QPoint at, const Selection& selection,
                       PictureCache& pictures, const QRect& clip) const
 {
+    if (m_rows.empty())
+        return;
     fillGrounds(painter, at, clip);
-    for (const Row& row : m_rows)
-        fillSelection(painter, at, selection, row);
-    for (const Segment& segment : m_segments)
-        segment.layout->draw(&painter, at, selectionFormats(segment, selection), clip);
-    drawPictures(painter, at, pictures);
+    const Row* const first = &rowAt(clip.top() - at.y());
+    const Row* const last = &rowAt(clip.bottom() - at.y());
+    for (const Row* row = first; row <= last; ++row)
+        fillSelection(painter, at, selection, *row);
+    for (const Segment& segment : m_segments) {
+        const bool isInSight = segment.start < last->end &&
+                               segment.start + segment.layout->text().size() > first->segmentStart;
+        if (isInSight || m_segments.size() == 1)
+            segment.layout->draw(&painter, at, selectionFormats(segment, selection), clip);
+    }
+    drawPictures(painter, at, pictures, *first, *last);
+}
+
+// Those of some columns, in order.
+std::span<const LineLayout::Picture> LineLayout::picturesIn(int from, int to) const
+{
+    const auto standsBefore = [](const Picture& picture, int column) {
+        return picture.column < column;
+    };
+    const auto begin = std::lower_bound(m_pictures.begin(), m_pictures.end(), from, standsBefore);
+    return {begin, std::lower_bound(begin, m_pictures.end(), to, standsBefore)};
 }
 
 // Neighbours in the text need not be neighbours on the screen.
@@ -242,9 +260,7 @@ void LineLayout::addRow(QTextLine line, int segmentStart)
     row.top = m_height;
     qreal ascent = line.ascent();
     qreal descent = line.descent();
-    for (const Picture& picture : m_pictures) {
-        if (picture.column < row.start || picture.column >= row.end)
-            continue;
+    for (const Picture& picture : picturesIn(row.start, row.end)) {
         const PictureExtent extent(line, picture.picture->size.height());
         ascent = std::max(ascent, extent.ascent);
         descent = std::max(descent, extent.descent);
@@ -268,10 +284,8 @@ QList<QTextLayout::FormatRange> LineLayout::selectionFormats(const Segment& segm
     QTextCharFormat format;
     format.setForeground(selection.foreground);
     int from = start;
-    for (const Picture& picture : m_pictures) {
+    for (const Picture& picture : picturesIn(segment.start + start, segment.start + end)) {
         const int column = picture.column - segment.start;
-        if (column < start || column >= end)
-            continue;
         if (from < column)
             ranges.append({from, column - from, format});
         from = column + 1;
@@ -281,10 +295,11 @@ QList<QTextLayout::FormatRange> LineLayout::selectionFormats(const Segment& segm
     return ranges;
 }
 
-void LineLayout::drawPictures(QPainter& painter, QPoint at, PictureCache& pictures) const
+void LineLayout::drawPictures(QPainter& painter, QPoint at, PictureCache& pictures,
+                              const Row& first, const Row& last) const
 {
     const qreal ratio = painter.device()->devicePixelRatioF();
-    for (const Picture& picture : m_pictures) {
+    for (const Picture& picture : picturesIn(first.start, last.end)) {
         const Row& row = rowOf(picture.column);
         const QSize size = picture.picture->size;
         const PictureExtent extent(row.line, size.height());

@@ -6,6 +6,7 @@
 #include <QTextLayout>
 
 #include <memory>
+#include <span>
 #include <vector>
 
 class PictureCache;
@@ -87,7 +88,9 @@ private:
     void fillGrounds(QPainter& painter, QPoint at, const QRect& clip) const;
     void fillSelection(QPainter& painter, QPoint at, const Selection& selection,
                        const Row& row) const;
-    void drawPictures(QPainter& painter, QPoint at, PictureCache& pictures) const;
+    void drawPictures(QPainter& painter, QPoint at, PictureCache& pictures, const Row& first,
+                      const Row& last) const;
+    std::span<const Picture> picturesIn(int from, int to) const;
 
     QString m_text; // a stand-in where a picture is
     QFont m_font;

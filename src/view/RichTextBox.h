@@ -106,6 +106,16 @@ public:
     // Replaces the selection by a picture.
     virtual void InsertPicture(const InlinePicture& picture) = 0;
 
+    // Lets the text from an offset on consist of some stretches of itself, counted from there, and
+    // of pictures, all in one change. False: nothing has been done, it is more than one line.
+    struct Stretch
+    {
+        qsizetype start = 0;
+        qsizetype length = 0;
+        const InlinePicture* picture = nullptr;
+    };
+    virtual bool rearrange(qsizetype, std::span<const Stretch>) { return false; }
+
     // Several changes of one line: the view may put off its layout until the last EditBlock ends.
     // Reading stays exact in between.
     virtual void beginEdit() = 0;

@@ -48,6 +48,8 @@ QString MemoryView::TextRange(qsizetype start, qsizetype length) const
 void MemoryView::setSelStart(qsizetype offset)
 {
     m_start = std::clamp<qsizetype>(offset, 0, m_text.size());
+    if (m_start > 0 && m_text[m_start - 1] == u'\r')
+        --m_start; // a line end is not parted
     m_length = 0;
 }
 
@@ -102,6 +104,33 @@ bool MemoryView::appendLine(const FormattedLine& line)
         m_style = end;
     }
     setSelStart(m_text.size());
+    return true;
+}
+
+bool MemoryView::rearrange(qsizetype from, std::span<const Stretch> parts)
+{
+    const QString old = m_text.mid(from);
+    const QList<Style> styles = m_styles.mid(from);
+    const QMap<qsizetype, QString> pictures = m_pictures;
+    const Style present = m_style;
+    m_start = from;
+    m_length = old.size();
+    replaceSelection({});
+    for (const Stretch& part : parts) {
+        for (qsizetype i = part.start; i < part.start + part.length; ++i) {
+            m_style = styles[i];
+            replaceSelection(old[i]);
+            if (pictures.contains(from + i))
+                m_pictures.insert(m_start - 1, pictures.value(from + i));
+        }
+        if (part.picture) {
+            m_style = present;
+            replaceSelection(QString(pictureCharacter));
+            m_pictures.insert(m_start - 1, part.picture->code);
+        }
+    }
+    m_style = present;
+    raiseChange(from);
     return true;
 }
 

@@ -46,6 +46,7 @@ public:
     void setSelFontSize(int points) override { m_style.fontSize = points; }
     void InsertPicture(const InlinePicture& picture) override;
     bool appendLine(const FormattedLine& line) override;
+    bool rearrange(qsizetype from, std::span<const Stretch> parts) override;
     void beginEdit() override {}
     void endEdit() override {}
 

@@ -59,7 +59,8 @@ void TestMessage::parse()
     QFETCH(QStringList, params);
     const IRCMessage message = ParseMessage(line);
     const auto text = [](QStringView part) { return part.toString(); };
-    QTEST(text(message.Prefix) + u'/' + message.Nick + u'/' + message.Ident + u'/' + message.Host,
+    QTEST(QStringList({text(message.Prefix), message.Nick, text(message.Ident), text(message.Host)})
+              .join(u'/'),
           "source");
     QTEST(text(message.Command), "command");
     QStringList parsed;
