@@ -99,8 +99,11 @@ QString WordAt(const RichTextBox& view, qsizetype offset)
     qsizetype end = delimiterBehind(view, left, length);
     if (end < 0)
         end = length - 1; // a last word that nothing ends loses its last letter
-    return withoutCarriageReturns(
-        view.TextRange(start + 1, std::max<qsizetype>(end - start - 1, 0)));
+    QString word =
+        withoutCarriageReturns(view.TextRange(start + 1, std::max<qsizetype>(end - start - 1, 0)));
+    if (!word.isEmpty() && word.back().isHighSurrogate())
+        word.chop(1); // half a letter is none
+    return word;
 }
 
 std::optional<QUrl> outgoingUrl(const QString& link)

@@ -69,9 +69,9 @@ qsizetype CaretGeometry::moved(qsizetype position, Motion motion)
 {
     switch (motion) {
     case Motion::NextCharacter:
-        return std::min(position + 1, m_text.length());
+        return nextCharacter(m_text, position);
     case Motion::PreviousCharacter:
-        return std::max<qsizetype>(position - 1, 0);
+        return previousCharacter(m_text, position);
     case Motion::NextWord:
         return nextWord(m_text, position);
     case Motion::PreviousWord:

@@ -170,7 +170,7 @@ ChatViewAccessible::Range ChatViewAccessible::unitAt(qsizetype position,
     const ChatText& text = view()->chatText();
     switch (type) {
     case QAccessible::CharBoundary:
-        return {position, std::min(position + 1, text.length())};
+        return {position, nextCharacter(text, position)};
     case QAccessible::WordBoundary:
         // The line end is a word of its own.
         if (position == text.lineEnd(text.lineAt(position)))

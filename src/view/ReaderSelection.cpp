@@ -53,6 +53,26 @@ ReaderSelection::Range ReaderSelection::unitAt(qsizetype position) const
     return {position, position};
 }
 
+qsizetype nextCharacter(const ChatText& text, qsizetype position)
+{
+    const qsizetype line = text.lineAt(position);
+    if (position >= text.lineEnd(line))
+        return std::min(position + 1, text.length());
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.lineText(line));
+    finder.setPosition(position - text.lineStart(line));
+    return text.lineStart(line) + finder.toNextBoundary();
+}
+
+qsizetype previousCharacter(const ChatText& text, qsizetype position)
+{
+    const qsizetype line = text.lineAt(position);
+    if (position == text.lineStart(line))
+        return std::max<qsizetype>(position - 1, 0);
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.lineText(line));
+    finder.setPosition(position - text.lineStart(line));
+    return text.lineStart(line) + finder.toPreviousBoundary();
+}
+
 qsizetype wordStart(const ChatText& text, qsizetype position)
 {
     const qsizetype line = text.lineAt(position);

@@ -40,6 +40,9 @@ private:
     Range m_first; // the unit that the mouse was pressed on
 };
 
+// The next character and the one before, as a reader sees them: none is parted. A line end is one.
+qsizetype nextCharacter(const ChatText& text, qsizetype position);
+qsizetype previousCharacter(const ChatText& text, qsizetype position);
 // The word boundaries around a position, within its line.
 qsizetype wordStart(const ChatText& text, qsizetype position);
 qsizetype wordEnd(const ChatText& text, qsizetype position);

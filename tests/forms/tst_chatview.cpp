@@ -68,6 +68,7 @@ private Q_SLOTS:
     void selectsWordsAndLines();
     void selectsByKeyboard_data();
     void selectsByKeyboard();
+    void stepsOverWholeCharacters();
     void keepsTheReadersSelectionWhileWriting();
     void offersAMenu();
     void leadsToLinks();
@@ -609,6 +610,22 @@ void ChatViewTest::selectsByKeyboard()
         QTest::keyClick(m_view.get(), key.key(), key.keyboardModifiers());
     QTest::keyRelease(m_view.get(), Qt::Key_Shift);
     QTEST(selected(), "selection");
+}
+
+void ChatViewTest::stepsOverWholeCharacters()
+{
+    write(u"a🙂e\u0301z"_s);
+    settle();
+    m_view->selectForReader(1, 1);
+    const auto press = [&](Qt::Key key) {
+        QTest::keyClick(m_view.get(), key, Qt::ShiftModifier);
+        return selected();
+    };
+    QCOMPARE(press(Qt::Key_Right), u"🙂"_s);
+    QCOMPARE(press(Qt::Key_Right), u"🙂e\u0301"_s);
+    QCOMPARE(press(Qt::Key_Left), u"🙂"_s);
+    QCOMPARE(press(Qt::Key_Left), QString());
+    QTest::keyRelease(m_view.get(), Qt::Key_Shift);
 }
 
 void ChatViewTest::keepsTheReadersSelectionWhileWriting()

@@ -123,6 +123,9 @@ private Q_SLOTS:
         QTest::newRow("first word of a line") << line << u"#room"_s << 1 << u"\n#room"_s;
         QTest::newRow("line feed") << line << u"\n"_s << 0 << u"\n#room"_s;
         QTest::newRow("last word without an end") << u"a last"_s << u"last"_s << 2 << u"las"_s;
+        QTest::newRow("between characters of two units")
+            << u"🙂 🙂www.a.org 🙂"_s << u"www"_s << 1 << u"🙂www.a.org"_s;
+        QTest::newRow("last word ends in one") << u"a last🙂"_s << u"last"_s << 2 << u"last"_s;
         QTest::newRow("past the end") << u"one two "_s << u"two"_s << 4 << QString();
     }
     void wordAt()
