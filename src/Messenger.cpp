@@ -47,6 +47,8 @@ Messenger::Messenger(const Surroundings& surroundings)
     m_handlers.connect(&gSysTray, &clsSysTray::RButtonUp, this, [this] { showTrayMenu(); });
     if (!surroundings.serverHost.isEmpty())
         m_settings.overrule(u"connect"_s, u"server"_s, surroundings.serverHost);
+    if (!surroundings.room.isEmpty())
+        m_settings.overrule(u"connect"_s, u"autojoin"_s, surroundings.room);
     QCoreApplication::instance()->installEventFilter(this);
 }
 

@@ -64,5 +64,6 @@ Session::Session(const ChatRoomParts& given, MainRoom& main, SmallWindows& windo
     IDENT.setLocalAddress(given.surroundings.localAddress);
     IDENT.LocalPort = given.surroundings.identPort;
     IDENT.RemotePort = given.surroundings.identPort;
+    connection.setKeeper([&main](const QString& text) { main.inputLine.remember(text); });
     connection.setInterpreter([this](const QString& line) { interpreter.interpret(line); });
 }

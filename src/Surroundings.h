@@ -21,6 +21,7 @@ struct Surroundings
     QString configFolder;    // settings.ini and the per-user stores
     QString autostartFolder; // programs that start with the desktop
     QString serverHost;      // for this run; empty: the settings say
+    QString room{};          // the same of the room entered there
     QHostAddress localAddress{QHostAddress::Any};
     int identPort = 113;
 

@@ -10,11 +10,13 @@
 #include "platform/QtDialogs.h"
 #include "platform/Resources.h"
 #include "text/Links.h"
+#include "wire/ServerAddress.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QRandomGenerator>
 #include <QStandardPaths>
+#include <QTextStream>
 
 #include <algorithm>
 #include <array>
@@ -30,7 +32,29 @@ void nameProgram()
     QCoreApplication::setApplicationVersion(QStringLiteral(QH_VERSION));
 }
 
-QString serverFromCommandLine(const QStringList& arguments)
+struct CommandLine
+{
+    QString server;
+    QString room;
+};
+
+constexpr int wrongUse = 2;
+
+[[noreturn]] void endByWrongUse(const QString& error)
+{
+    QTextStream(stderr) << "quillharbor: " << error << Qt::endl;
+    std::exit(wrongUse);
+}
+
+// "#" begins a comment in many shells: a room may be named without.
+QString roomNamed(const QString& name)
+{
+    const bool isWhole =
+        name.isEmpty() || name.startsWith(u'#') || name.startsWith(u'&') || name.startsWith(u'<');
+    return isWhole ? name : u'#' + name;
+}
+
+CommandLine readCommandLine(const QStringList& arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -38,11 +62,22 @@ QString serverFromCommandLine(const QStringList& arguments)
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption server(
-        u"server"_s, u"Chat on another server, for this run (default: the settings say)."_s,
-        u"host"_s);
+        u"server"_s,
+        u"Chat on another server, for this run (default: the settings say): a host, or a network "
+        "of today as irc://host[:port] or, with TLS, ircs://host[:port]."_s,
+        u"address"_s);
+    const QCommandLineOption room(
+        u"room"_s, u"Enter this room there, for this run (default: the settings say)."_s,
+        u"room"_s);
     parser.addOption(server);
+    parser.addOption(room);
     parser.process(arguments);
-    return parser.value(server);
+    if (parser.isSet(server)) {
+        const ServerAddress address = ServerAddress::parse(parser.value(server));
+        if (!address.isValid())
+            endByWrongUse(address.error);
+    }
+    return {parser.value(server), roomNamed(parser.value(room))};
 }
 
 // What only prints needs no display, and ends the program here.
@@ -57,7 +92,7 @@ void printWhatIsAsked(int argc, char* argv[])
         return;
     const QStringList arguments{QString::fromLocal8Bit(argv[0]), QString::fromLocal8Bit(*found)};
     const QCoreApplication application(argc, argv);
-    serverFromCommandLine(arguments);
+    readCommandLine(arguments);
 }
 
 } // namespace
@@ -70,7 +105,7 @@ int main(int argc, char* argv[])
     QApplication::setApplicationDisplayName(QString());
     QApplication::setDesktopFileName(u"quillharbor"_s);
     QApplication::setQuitOnLastWindowClosed(false); // closing a window only hides it
-    const QString server = serverFromCommandLine(QApplication::arguments());
+    const CommandLine commandLine = readCommandLine(QApplication::arguments());
     loadResources();
     new CaretRest(&application);
     applyTheme(application);
@@ -88,7 +123,8 @@ int main(int argc, char* argv[])
     Messenger messenger({
         .configFolder = config + "/quillharbor"_L1,
         .autostartFolder = config + "/autostart"_L1,
-        .serverHost = server,
+        .serverHost = commandLine.server,
+        .room = commandLine.room,
         .dialogs = dialogs,
         .events = events,
         .clock = clock,

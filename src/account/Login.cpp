@@ -235,6 +235,14 @@ void Login::showSettings()
     Check3->setChecked(true); // whatever RememberNick says
 }
 
+// A remembered one stays in its field, and a guest has none.
+QString Login::accountPassword() const
+{
+    if (!Text2->isEnabled())
+        return {};
+    return Text2->text().isEmpty() ? Text3 : Text2->text();
+}
+
 void Login::setEntriesLocked(bool locked)
 {
     Text1->setReadOnly(locked);

@@ -43,6 +43,7 @@ public:
     QString nickname() const override { return Text1->text(); }
     void setNickname(const QString& nick) override { Text1->setText(nick); }
     QString sessionPassword() const override { return Text3; }
+    QString accountPassword() const override;
     void setEntriesLocked(bool locked) override;
     void setSignCaption(const QString& caption) override;
     void cmdSignIn_Click();

@@ -72,5 +72,10 @@ void InputLine::sendFormatted(const QString& text)
 
 void InputLine::DoHistory()
 {
-    m_history.add(m_parts.DataOut.text(), m_parts.variables.MaxTextHistory);
+    remember(m_parts.DataOut.text());
+}
+
+void InputLine::remember(const QString& text)
+{
+    m_history.add(text, m_parts.variables.MaxTextHistory);
 }

@@ -48,6 +48,8 @@ public:
     // What the box is to take for the character or key code; 0 for nothing.
     int KeyPress(int character);
     int KeyDown(int keyCode);
+    // For the arrow keys, as if it had been sent.
+    void remember(const QString& text);
 
 private:
     void sendForBots(const QString& text);

@@ -10,7 +10,8 @@
 struct SessionVariables
 {
     QString ServerHost;
-    QString Charset; // of the wire
+    QString Charset;         // of the wire
+    QString AuthoritiesFile; // PEM, for TLS
     QString MyNick;
     QString AltNick; // only a nick collision touches it, so the first collision clears MyNick
     QString FullName;

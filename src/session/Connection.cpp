@@ -26,11 +26,25 @@ constexpr auto captionCancel = "&Cancel"_L1;
 constexpr int retryMilliseconds = 20000;
 constexpr int yieldsBeforeEnd = 16;
 
+// A server that ends the connection before its first word is none for lines of this kind.
+QString silentEnd(const ServerAddress& address)
+{
+    const QString ended = address.shownHost + " ended the connection without a word."_L1;
+    return address.tls ? ended
+                       : ended + " It may take TLS only: the address is ircs://"_L1 +
+                             address.shownHost + u':' + QString::number(address.port) + " then."_L1;
+}
+
 } // namespace
 
 Connection::Connection(const Parts& parts, const Handlers& handlers)
     : m_parts(parts)
+    , m_standardLines(standardWays())
 {
+    m_clock.start();
+    m_wrongAddress.setSingleShot(true);
+    handlers.connect(&m_wrongAddress, &QTimer::timeout, this,
+                     [this] { skipRest([this] { sock_Error(m_address.error); }); });
     Timer1.setInterval(retryMilliseconds);
     handlers.connect(&Timer1, &QTimer::timeout, this, [this] { Timer1_Timer(); });
     Winsock* sock = &m_parts.sock;
@@ -50,7 +64,10 @@ void Connection::SendData(const QString& line)
         return;
     // A line end inside it came from the other side and would begin a command of its own.
     const QString sent = oneLine(line);
-    m_parts.sock.SendData(m_charset.encode(sent) + '\n');
+    if (m_address.isStandard())
+        m_standardLines.send(sent);
+    else
+        m_parts.sock.SendData(m_charset.encode(sent) + '\n');
     if (m_parts.debugWin.Visible())
         m_parts.debugWin.sent(sent);
 }
@@ -84,25 +101,70 @@ void Connection::startAttempt()
 {
     ++m_attempts;
     Timer1.stop();
-    m_parts.sock.Close();
+    closeLine();
     m_parts.channel.mnu_File_Connect().setCaption(captionCancel);
     m_charset = Charset::named(beforeNul(m_parts.variables.Charset));
-    m_parts.sock.RemoteHost = beforeNul(m_parts.variables.ServerHost);
-    m_parts.sock.RemotePort = toInt32(m_parts.channel.portText());
+    m_address = ServerAddress::parse(beforeNul(m_parts.variables.ServerHost));
+    m_parts.sock.RemoteHost = m_address.host;
+    m_parts.sock.RemotePort =
+        m_address.isStandard() ? m_address.port : toInt32(m_parts.channel.portText());
+    m_parts.sock.Tls = m_address.tls;
+    m_parts.sock.AuthoritiesFile = beforeNul(m_parts.variables.AuthoritiesFile);
     m_parts.ident.Close();
     m_parts.ident.Listen(); // somebody else may have the port: that is no failure
     m_parts.mainView.write(strColor % "02Connecting to "_L1 % strBold % serverName % strBold %
                            " port "_L1 % strBold % QString::number(m_parts.sock.RemotePort));
-    m_parts.sock.Connect();
+    connectOrTell();
     m_parts.login.setSignCaption(u"Sign Out"_s);
     m_parts.login.setEntriesLocked(true);
+}
+
+void Connection::connectOrTell()
+{
+    if (m_address.isValid())
+        m_parts.sock.Connect();
+    else
+        m_wrongAddress.start(0);
+}
+
+void Connection::closeLine()
+{
+    m_wrongAddress.stop();
+    m_standardLines.end();
+    m_parts.sock.Close();
+}
+
+StandardLines::Ways Connection::standardWays()
+{
+    return {
+        .write = [this](const QByteArray& bytes) { m_parts.sock.SendData(bytes); },
+        .now = [this] { return m_clock.elapsed(); },
+        .tell =
+            [this](const QString& text, bool good) {
+                m_parts.mainView.write(strColor % (good ? "03* "_L1 : "04* "_L1) % text);
+            },
+        .warn = [this](const QString& text) { warn(text); },
+        .keep =
+            [this](const QString& text) {
+                if (m_keep)
+                    m_keep(text);
+            },
+    };
+}
+
+// Seen whatever window is open.
+void Connection::warn(const QString& text) const
+{
+    m_parts.mainView.write(strColor % "04ERROR : "_L1 % text);
+    m_parts.popup.Show();
+    m_parts.popup.setBody(text);
 }
 
 void Connection::cancelAttempt()
 {
     Timer1.stop();
     showSignedOut();
-    m_parts.sock.Close();
+    closeLine();
     m_parts.ident.Close();
     m_parts.channel.setPortText(firstPort);
     m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
@@ -116,7 +178,7 @@ void Connection::mnu_File_Disconnect_Click()
     enableConnecting();
     m_parts.mainView.write(strColor % "05You are Disconnected from "_L1 % serverName);
     Room& room = m_parts.channels.main();
-    m_parts.sock.Close();
+    closeLine();
     room.modes.ClearModes();
     room.modes.Update();
     m_parts.channel.lstNicks().Clear();
@@ -132,7 +194,7 @@ void Connection::mnu_terminate_Click()
 {
     SendData("QUIT :"_L1 + m_parts.variables.QuitMsg);
     m_parts.ident.Close();
-    m_parts.sock.Close();
+    closeLine();
     m_parts.program.unloadSmallForms();
     m_parts.queries.unloadOpen();
     for (int i = 0; i < yieldsBeforeEnd; ++i)
@@ -142,7 +204,7 @@ void Connection::mnu_terminate_Click()
 
 void Connection::closeSock()
 {
-    m_parts.sock.Close();
+    closeLine();
 }
 
 void Connection::closeIdent()
@@ -171,6 +233,12 @@ void Connection::sock_Connect()
     m_parts.channel.mnu_File_Disconnect().setEnabled(true);
     m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
     m_parts.mainView.write(strColor % "03Attempting To Connect "_L1 % serverName);
+    if (m_address.isStandard()) {
+        ReceiveBuffer.clear(); // what another server did not end would spoil the first line
+        m_standardLines.begin(
+            {m_parts.login.nickname(), m_address.tls ? m_parts.login.accountPassword() : QString()},
+            m_charset);
+    }
     SendData("NICK "_L1 + m_parts.login.nickname());
     // Only the blanks of the full name part what follows: its words are the line's last fields.
     SendData("USER "_L1 + m_parts.channel.computerName() + "Client-User"_L1 + ":"_L1 +
@@ -186,10 +254,12 @@ void Connection::sock_Connect()
 
 void Connection::sock_Close()
 {
+    if (m_address.isStandard() && !m_standardLines.hasHeard())
+        return sock_Error(silentEnd(m_address));
     Room& room = m_parts.channels.main();
     m_parts.mainView.write(strColor % "02Disconnected by SERVER from "_L1 %
                            m_parts.variables.ServerHost);
-    m_parts.sock.Close();
+    closeLine();
     room.modes.ClearModes();
     m_parts.ident.Close();
     m_parts.channel.lstNicks().Clear();
@@ -204,6 +274,7 @@ void Connection::sock_Close()
 
 void Connection::sock_Error(const QString& description)
 {
+    m_standardLines.end();
     Room& room = m_parts.channels.main();
     m_parts.channel.mnu_File_Connect().setEnabled(true);
     m_parts.channel.mnu_File_Disconnect().setEnabled(false);
@@ -238,8 +309,10 @@ void Connection::sock_DataArrival()
     for (const QString& line : lines) {
         if (m_attempts != attempt)
             return; // these are of a connection that another one has replaced
-        if (m_interpret)
-            skipRest([&] { m_interpret(line); });
+        const std::optional<QString> heard =
+            m_address.isStandard() ? m_standardLines.receive(line) : line;
+        if (heard && m_interpret)
+            skipRest([&] { m_interpret(*heard); });
     }
 }
 

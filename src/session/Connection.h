@@ -3,7 +3,10 @@
 #include "session/Ports.h"
 #include "wire/Charset.h"
 #include "wire/LineSink.h"
+#include "wire/ServerAddress.h"
+#include "wire/StandardLines.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -51,6 +54,9 @@ public:
 
     // Whoever handles the lines; without one they are dropped.
     void setInterpreter(Interpret interpret) { m_interpret = std::move(interpret); }
+    // Whoever keeps typed text that no line could take, for the person to have it back.
+    using Keep = std::function<void(const QString& text)>;
+    void setKeeper(Keep keep) { m_keep = std::move(keep); }
     void setRetryInterval(int milliseconds) { Timer1.setInterval(milliseconds); }
 
     void SendData(const QString& line) override;
@@ -74,6 +80,10 @@ public:
 
 private:
     void startAttempt();
+    void connectOrTell();
+    void closeLine();
+    StandardLines::Ways standardWays();
+    void warn(const QString& text) const;
     void cancelAttempt();
     void showSignedOut();
 
@@ -85,8 +95,13 @@ private:
 
     Parts m_parts;
     Interpret m_interpret;
+    Keep m_keep;
     QTimer Timer1;
+    QTimer m_wrongAddress; // tells of it when the click that asked for it is done
+    QElapsedTimer m_clock;
     Charset m_charset;
-    QByteArray ReceiveBuffer; // survives the connection
-    int m_attempts = 0;       // to connect
+    ServerAddress m_address;
+    StandardLines m_standardLines; // between here and a network of today, nowhere else
+    QByteArray ReceiveBuffer;      // survives the connection
+    int m_attempts = 0;            // to connect
 };

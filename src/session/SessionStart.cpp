@@ -72,6 +72,7 @@ constexpr SettingRow rows[]{
     {"irc"_L1, "maxtexthistory"_L1, "30"_L1, number<&SessionVariables::MaxTextHistory>},
     {"irc"_L1, "quitmsg"_L1, "Quill Harbor Messenger v 1.0"_L1, text<&SessionVariables::QuitMsg>},
     {"connect"_L1, "charset"_L1, "utf-8"_L1, text<&SessionVariables::Charset>},
+    {"connect"_L1, "cafile"_L1, ""_L1, text<&SessionVariables::AuthoritiesFile>},
 };
 
 } // namespace

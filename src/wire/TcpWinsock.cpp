@@ -1,6 +1,7 @@
 #include "wire/TcpWinsock.h"
 
 #include <QNetworkProxy>
+#include <QSslSocket>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
@@ -62,22 +63,62 @@ TcpWinsock::~TcpWinsock()
 void TcpWinsock::Connect()
 {
     drop();
-    auto* socket = new QTcpSocket(this);
+    auto* tlsSocket = Tls ? new QSslSocket(this) : nullptr;
+    QTcpSocket* socket = Tls ? tlsSocket : new QTcpSocket(this);
     adopt(socket);
     if (m_localAddress != QHostAddress(QHostAddress::Any))
         socket->bind(m_localAddress);
     m_state = ResolvingHost;
     connect(socket, &QTcpSocket::hostFound, this, [this] { m_state = Connecting; });
-    connect(
-        socket, &QTcpSocket::connected, this,
-        [this, generation = m_generation] {
-            if (generation != m_generation)
-                return;
-            m_state = Connected;
-            Q_EMIT ConnectEvent();
-        },
-        Qt::QueuedConnection);
+    const auto stands = [this, generation = m_generation] {
+        if (generation == m_generation && !m_failure)
+            stand();
+    };
+    if (tlsSocket) {
+        connect(tlsSocket, &QSslSocket::encrypted, this, stands, Qt::QueuedConnection);
+        connectByTls(tlsSocket);
+        return;
+    }
+    connect(socket, &QTcpSocket::connected, this, stands, Qt::QueuedConnection);
     socket->connectToHost(RemoteHost, static_cast<quint16>(RemotePort));
+}
+
+void TcpWinsock::connectByTls(QSslSocket* socket)
+{
+    m_inHandshake = true;
+    QString error;
+    socket->setSslConfiguration(tls::configuration(AuthoritiesFile, error));
+    if (!error.isEmpty()) {
+        failHandshake(error);
+        return;
+    }
+    auto* limit = new QTimer(socket);
+    limit->setSingleShot(true);
+    connect(limit, &QTimer::timeout, this,
+            [this] { failHandshake(tls::noHandshake(RemoteHost, RemotePort)); });
+    connect(socket, &QSslSocket::encrypted, limit, &QTimer::stop);
+    connect(socket, &QTcpSocket::connected, limit,
+            [this, limit] { limit->start(m_handshakeTime); });
+    socket->connectToHostEncrypted(RemoteHost, static_cast<quint16>(RemotePort));
+}
+
+void TcpWinsock::failHandshake(const QString& description)
+{
+    if (m_failure)
+        return;
+    m_failure = Failure{QAbstractSocket::SslHandshakeFailedError, description};
+    m_socket->disconnect(this); // what it says to its own end tells nothing more
+    m_socket->abort();
+    scheduleDelivery();
+}
+
+void TcpWinsock::stand()
+{
+    m_inHandshake = false;
+    m_state = Connected;
+    if (const auto* socket = qobject_cast<QSslSocket*>(m_socket))
+        setPrivacy(tls::privacyOf(*socket));
+    Q_EMIT ConnectEvent();
 }
 
 void TcpWinsock::Listen()
@@ -132,7 +173,7 @@ void TcpWinsock::Close()
 
 QByteArray TcpWinsock::GetData()
 {
-    return m_socket ? m_socket->readAll() : QByteArray();
+    return m_socket && !m_inHandshake ? m_socket->readAll() : QByteArray();
 }
 
 void TcpWinsock::SendData(const QByteArray& bytes)
@@ -163,6 +204,9 @@ void TcpWinsock::adopt(QTcpSocket* socket)
         [this, generation = m_generation](QAbstractSocket::SocketError error) {
             if (generation != m_generation)
                 return;
+            const auto* inTls = qobject_cast<QSslSocket*>(m_socket);
+            if (m_inHandshake && inTls && inTls->mode() != QSslSocket::UnencryptedMode)
+                return failHandshake(tls::trouble(*inTls, RemoteHost, RemotePort));
             // A reset, too. A session that stood and was ended is over, however the other side
             // ends it: whoever was thrown out by a reset must not come back by himself.
             if (error == QAbstractSocket::RemoteHostClosedError)
@@ -184,6 +228,8 @@ void TcpWinsock::drop()
 {
     ++m_generation;
     m_state = Closed;
+    m_inHandshake = false;
+    setPrivacy({});
     m_peerHasGone = false;
     m_failure.reset();
     m_deliveryScheduled = false;
@@ -195,6 +241,11 @@ void TcpWinsock::drop()
     }
     if (m_socket)
         letGo(std::exchange(m_socket, nullptr));
+}
+
+qint64 TcpWinsock::waitingBytes() const
+{
+    return m_inHandshake ? 0 : m_socket->bytesAvailable();
 }
 
 void TcpWinsock::raiseDataArrival(qint64 waiting)
@@ -212,16 +263,18 @@ void TcpWinsock::deliver()
         return;
     if (m_nesting >= m_maximumNesting)
         return; // the handler that ends schedules the rest
-    if (const qint64 waiting = m_socket->bytesAvailable(); waiting > 0) {
+    if (const qint64 waiting = waitingBytes(); waiting > 0) {
         raiseDataArrival(waiting);
         return;
     }
     if (m_failure) {
         const Failure failure = *std::exchange(m_failure, std::nullopt);
         m_state = Failed;
+        setPrivacy({});
         Q_EMIT ErrorEvent(failure.number, failure.description);
     } else if (m_peerHasGone && m_state == Connected) {
         m_state = Closing;
+        setPrivacy({});
         Q_EMIT CloseEvent();
     }
 }
@@ -230,7 +283,7 @@ void TcpWinsock::scheduleDelivery()
 {
     if (!m_socket || m_deliveryScheduled)
         return;
-    if (m_socket->bytesAvailable() == 0 && !m_peerHasGone && !m_failure)
+    if (waitingBytes() == 0 && !m_peerHasGone && !m_failure)
         return;
     m_deliveryScheduled = true;
     QMetaObject::invokeMethod(

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 
+class QSslSocket;
 class QTcpServer;
 class QTcpSocket;
 
@@ -22,6 +23,7 @@ public:
 
     // Where to connect from and listen; any address of the machine by default.
     void setLocalAddress(const QHostAddress& address) { m_localAddress = address; }
+    void setHandshakeTime(int milliseconds) { m_handshakeTime = milliseconds; }
 
     State state() const override { return m_state; }
     void Connect() override;
@@ -35,9 +37,13 @@ public:
     class LetThrough;
 
 private:
+    void connectByTls(QSslSocket* socket);
+    void failHandshake(const QString& description);
+    void stand();
     void adopt(QTcpSocket* socket);
     void drop();
     void refusePendingRequest();
+    qint64 waitingBytes() const;
     void raiseDataArrival(qint64 waiting);
     void deliver();
     void scheduleDelivery();
@@ -49,6 +55,7 @@ private:
     };
 
     QHostAddress m_localAddress{QHostAddress::Any};
+    int m_handshakeTime = tls::handshakeMilliseconds;
     State m_state = Closed;
     std::unique_ptr<QTcpServer> m_server;
     QTcpSocket* m_socket = nullptr;
@@ -58,6 +65,7 @@ private:
     int m_nesting = 0;        // handlers of DataArrival that run, one inside the other
     int m_maximumNesting = 1;
     bool m_held = false;
+    bool m_inHandshake = false; // from Connect() on: until it is done, there is nothing to read
     bool m_deliveryScheduled = false;
     // Raised when everything that came before has been read.
     bool m_peerHasGone = false;

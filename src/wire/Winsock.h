@@ -1,5 +1,7 @@
 #pragma once
 
+#include "wire/Tls.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <QString>
@@ -26,6 +28,11 @@ public:
     QString RemoteHost;
     int RemotePort = 0;
     int LocalPort = 0;
+    bool Tls = false;        // Connect() means TLS and nothing else
+    QString AuthoritiesFile; // beside those of the system, for TLS; may be empty
+
+    // Of the connection that stands; from ConnectEvent to its end.
+    const LinePrivacy& privacy() const { return m_privacy; }
 
     virtual State state() const = 0;
     virtual void Connect() = 0;
@@ -48,6 +55,19 @@ Q_SIGNALS:
     void DataArrival(qint64 bytesTotal);
     void ErrorEvent(int number, const QString& description);
     void ConnectionRequest(qintptr requestID);
+    void PrivacyChanged();
+
+protected:
+    void setPrivacy(const LinePrivacy& privacy)
+    {
+        const bool changes = privacy.isPrivate() || m_privacy.isPrivate();
+        m_privacy = privacy;
+        if (changes)
+            Q_EMIT PrivacyChanged();
+    }
+
+private:
+    LinePrivacy m_privacy;
 };
 
 // Holds a socket's events back for the length of a block.

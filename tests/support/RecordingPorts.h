@@ -76,7 +76,10 @@ public:
 
     State state() const override { return m_state; }
     void setState(State state) { m_state = state; }
-    void Connect() override { enter(Connecting, ".Connect ", RemoteHost, ":", RemotePort); }
+    void Connect() override
+    {
+        enter(Connecting, ".Connect ", RemoteHost, ":", RemotePort, Tls ? " by TLS" : "");
+    }
     void Listen() override { enter(Listening, ".Listen"); }
     void Accept(qintptr requestID) override { enter(Connected, ".Accept ", requestID); }
     void Close() override { enter(Closed, ".Close"); }
@@ -260,6 +263,7 @@ public:
     QString nickname() const override { return Text1; }
     void setNickname(const QString& nick) override { Text1 = nick; }
     QString sessionPassword() const override { return Text3; }
+    QString accountPassword() const override { return Text3; }
     void setEntriesLocked(bool locked) override { log("Login.locked=", locked); }
     void setSignCaption(const QString& caption) override { log("mnu_Sign=", caption); }
     void cmdSignout_Click() override { log("Login.cmdSignout"); }

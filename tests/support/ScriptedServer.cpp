@@ -1,20 +1,36 @@
 #include "support/ScriptedServer.h"
 
+#include <QSslServer>
 #include <QTcpServer>
 #include <QTcpSocket>
 
 ScriptedServer::ScriptedServer(const QString& address, quint16 port)
     : m_server(std::make_unique<QTcpServer>())
 {
-    connect(m_server.get(), &QTcpServer::newConnection, this, [this] {
-        ++m_connections;
-        m_peer = m_server->nextPendingConnection();
-        m_peer->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-        m_peerHasGone = false;
-        connect(m_peer, &QTcpSocket::readyRead, this, [this] { m_received += m_peer->readAll(); });
-        connect(m_peer, &QTcpSocket::disconnected, this, [this] { m_peerHasGone = true; });
-    });
+    connect(m_server.get(), &QTcpServer::newConnection, this,
+            [this] { take(m_server->nextPendingConnection()); });
     m_server->listen(QHostAddress(address), port);
+}
+
+ScriptedServer::ScriptedServer(const QString& address, quint16 port, const QSslConfiguration& tls)
+{
+    auto server = std::make_unique<QSslServer>();
+    server->setSslConfiguration(tls);
+    connect(server.get(), &QSslServer::pendingConnectionAvailable, this,
+            [this] { take(m_server->nextPendingConnection()); });
+    m_server = std::move(server);
+    m_server->listen(QHostAddress(address), port);
+}
+
+void ScriptedServer::take(QTcpSocket* peer)
+{
+    ++m_connections;
+    m_peer = peer;
+    peer->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    m_peerHasGone = false;
+    connect(peer, &QTcpSocket::readyRead, this, [this] { m_received += m_peer->readAll(); });
+    connect(peer, &QTcpSocket::disconnected, this, [this] { m_peerHasGone = true; });
+    m_received += peer->readAll(); // a handshake may have brought some
 }
 
 ScriptedServer::~ScriptedServer()

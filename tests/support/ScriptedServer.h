@@ -3,6 +3,7 @@
 #include <QHostAddress>
 #include <QObject>
 #include <QPointer>
+#include <QSslConfiguration>
 
 #include <memory>
 
@@ -15,6 +16,8 @@ class ScriptedServer final : public QObject
 {
 public:
     explicit ScriptedServer(const QString& address, quint16 port = 6667);
+    // By TLS with this certificate, if there is one.
+    ScriptedServer(const QString& address, quint16 port, const QSslConfiguration& tls);
     ~ScriptedServer() override;
 
     bool isListening() const;
@@ -29,6 +32,8 @@ public:
     void closePeer();
 
 private:
+    void take(QTcpSocket* peer);
+
     std::unique_ptr<QTcpServer> m_server;
     QPointer<QTcpSocket> m_peer;
     QByteArray m_received;

@@ -28,6 +28,9 @@ private Q_SLOTS:
     void fallbackPortAndRetry();
     void disconnecting();
     void terminating();
+    void networkOfToday();
+    void noServerOfLines();
+    void wrongAddress();
     void ident_data();
     void ident();
     void identFails();
@@ -352,6 +355,81 @@ void TestConnection::terminating()
                  "<< QUIT :gone\nident.Close\nsock.Close\nunloadSmallForms\nQuery1.Unload\n"
                  "Query3.Unload\nEnd"));
     QCOMPARE(desk.events.yields, 16);
+}
+
+void TestConnection::networkOfToday()
+{
+    RecordingDesk desk;
+    desk.connection.setRetryInterval(1);
+    desk.variables.ServerHost = padded(u"ircs://irc.example:7000"_s);
+    desk.login.Text3 = u"secret"_s;
+    const auto entries = [&](const char* head) {
+        return desk.take().filter(QLatin1StringView(head));
+    };
+    desk.connection.mnu_File_Connect_Click();
+    QCOMPARE(entries("sock.Connect"), QStringList{u"sock.Connect irc.example:7000 by TLS"_s});
+    Q_EMIT desk.sock.ErrorEvent(1, u"x"_s);
+    desk.take();
+    QStringList attempts; // on its own port, every one of them
+    QTRY_COMPARE(attempts += entries("sock.Connect"),
+                 QStringList{u"sock.Connect irc.example:7000 by TLS"_s});
+    desk.sock.beConnected();
+    QCOMPARE(entries("sock.SendData"),
+             (QStringList{u"sock.SendData CAP LS 302\r\n"_s, u"sock.SendData NICK typed\r\n"_s,
+                          u"sock.SendData USER PC1Clien 0 * :A B\r\n"_s}));
+    // Lines of this conversation are nobody else's; a nick that is cut is the one from then on.
+    desk.sock.arrive(u":s CAP * LS :a\n:s 001 type :Welcome\n:s 002 type :Your host\n"_s);
+    QStringList sent = entries("sock.SendData");
+    QCOMPARE(sent.takeFirst(), u"sock.SendData CAP END\r\n"_s);
+    QCOMPARE(sent.takeFirst(), u"sock.SendData MODE type +i\r\n"_s);
+    QCOMPARE(sent.takeLast(), u"sock.SendData PRIVMSG NickServ :IDENTIFY secret\r\n"_s);
+    // Without TLS a password is for the nickname service alone.
+    desk.connection.mnu_File_Disconnect_Click();
+    QCOMPARE(entries("sock.SendData").last(), u"sock.SendData QUIT gone\r\n"_s);
+    desk.variables.ServerHost = u"irc://[::1]"_s;
+    desk.connection.mnu_File_Connect_Click();
+    QCOMPARE(entries("sock.Connect"), QStringList{u"sock.Connect ::1:6667"_s});
+    desk.sock.beConnected();
+    QVERIFY(entries("CAP").isEmpty());
+}
+
+void TestConnection::noServerOfLines()
+{
+    RecordingDesk desk;
+    desk.variables.ServerHost = u"irc://irc.example:6697"_s;
+    desk.connection.mnu_File_Connect_Click();
+    desk.sock.beConnected();
+    desk.sock.arrive(QByteArray("\x15\x03\x01"));
+    desk.take();
+    Q_EMIT desk.sock.CloseEvent();
+    const QString told = desk.take().join(u'\n');
+    QVERIFY2(told.contains("ircs://irc.example:6697"_L1), qPrintable(told));
+    QVERIFY(told.contains("ERROR : "_L1) && desk.connection.isWaitingToRetry());
+    desk.connection.mnu_File_Connect_Click();
+    desk.sock.beConnected();
+    desk.take();
+    desk.sock.arrive(u"PING x\n"_s); // and nothing of the other server stands before it
+    QCOMPARE(desk.take(), QStringList{u"sock.SendData PONG x\r\n"_s});
+}
+
+void TestConnection::wrongAddress()
+{
+    RecordingDesk desk;
+    desk.variables.ServerHost = padded(u"http://irc.example"_s);
+    desk.connection.mnu_File_Connect_Click();
+    QString journal = desk.take().join(u'\n');
+    QVERIFY(journal.contains("Login.locked=true"_L1));
+    QVERIFY(!journal.contains("sock.Connect"_L1));
+    QTRY_VERIFY(desk.connection.isWaitingToRetry());
+    journal = desk.take().join(u'\n');
+    QVERIFY2(journal.contains("ERROR : \"http://\""_L1), qPrintable(journal));
+    QVERIFY(!journal.contains("sock.SendData"_L1) && journal.contains("Login.locked=false"_L1));
+    // Given up at once, it is not told.
+    desk.connection.mnu_File_Connect_Click();
+    desk.connection.mnu_File_Connect_Click();
+    desk.take();
+    QCoreApplication::processEvents();
+    QCOMPARE(desk.take(), QStringList());
 }
 
 void TestConnection::ident_data()

@@ -171,7 +171,11 @@ void TestWinsock::oneHandlerAtATime()
          }},
     };
     connect(&pair.sock, &Winsock::DataArrival, this, [&] {
+<<<<<<< HEAD
         const QString piece = QString::fromLatin1(pair.sock.GetData());
+=======
+        const QString piece = QString::fromUtf8(pair.sock.GetData());
+>>>>>>> 0f000a2 (Chat on networks of today, in clear or by TLS)
         order << piece;
         if (const auto handler = handlers.value(piece))
             handler();
@@ -194,7 +198,8 @@ void TestWinsock::nothingOfAClosedConnectionIsRaised()
     connect(&pair.sock, &Winsock::ConnectEvent, this, [&] { events << u"connect"_s; });
     connect(&pair.sock, &Winsock::CloseEvent, this, [&] { events << u"close"_s; });
     connect(&pair.sock, &Winsock::ErrorEvent, this, [&] { events << u"error"_s; });
-    connect(&pair.sock, &Winsock::DataArrival, this, [&] { events << QString::fromUtf8(pair.sock.GetData()); });
+    connect(&pair.sock, &Winsock::DataArrival, this,
+            [&] { events << QString::fromUtf8(pair.sock.GetData()); });
     // Data and end of the old connection are on their way when it is replaced.
     first.say("stale");
     first.closePeer();
@@ -220,7 +225,8 @@ void TestWinsock::held()
     Pair pair(u"127.9.1.12"_s);
     QVERIFY(pair.connectBoth());
     QStringList events;
-    connect(&pair.sock, &Winsock::DataArrival, this, [&] { events << QString::fromUtf8(pair.sock.GetData()); });
+    connect(&pair.sock, &Winsock::DataArrival, this,
+            [&] { events << QString::fromUtf8(pair.sock.GetData()); });
     connect(&pair.sock, &Winsock::CloseEvent, this, [&] { events << u"close"_s; });
     {
         const HeldEvents hold(pair.sock);
