@@ -37,7 +37,7 @@ bool SaslSignIn::takes(const IRCMessage& message)
 {
     if (m_state == State::Idle)
         return false;
-    const QString command = message.Command.toUpper();
+    const QString command = message.Command.toString().toUpper();
     if (command == "CAP"_L1) {
         capabilities(message);
         return true;
@@ -93,7 +93,7 @@ void SaslSignIn::authenticate() const
 
 bool SaslSignIn::outcome(const IRCMessage& message)
 {
-    const QString& number = message.Command;
+    const QStringView number = message.Command;
     if (number == "900"_L1 || number == "908"_L1)
         return true; // what follows says the same
     const bool success = number == "903"_L1 || number == "907"_L1;

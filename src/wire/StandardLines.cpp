@@ -19,7 +19,7 @@ constexpr qsizetype longestUserAtHost = 10 + 1 + 63;
 constexpr int answerMilliseconds = 20000;
 constexpr auto nicknameService = "NickServ"_L1;
 
-bool isSame(const QString& one, QLatin1StringView other)
+bool isSame(QStringView one, QLatin1StringView other)
 {
     return one.compare(other, Qt::CaseInsensitive) == 0;
 }
@@ -249,7 +249,8 @@ std::optional<QString> StandardLines::limits(const IRCMessage& message, const QS
     const std::pair<QLatin1StringView, int*> wanted[]{{"TOPICLEN"_L1, &m_limits.topic},
                                                       {"AWAYLEN"_L1, &m_limits.away},
                                                       {"KICKLEN"_L1, &m_limits.kick}};
-    for (const QString& token : message.Params) {
+    for (const QStringView parameter : message.Params) {
+        const QString token = parameter.toString();
         for (const auto& [name, limit] : wanted) {
             if (token.section(u'=', 0, 0) == name)
                 *limit = std::max(token.section(u'=', 1).toInt(), 0);
