@@ -59,6 +59,7 @@ private Q_SLOTS:
     void closingTheWindowKeepsTheSession();
     void exit_data();
     void exit();
+    void exitBeforeTheFirstSignIn();
     void rankOpensTheTopic();
     void tellsOfMentions();
     void survivesNoise();
@@ -515,6 +516,17 @@ void MessengerTest::exit()
         QCOMPARE(m_client->connection().sockState(), 7);
         QCOMPARE(heard(), QByteArray());
     }
+}
+
+// A desktop that draws the menu itself asks for it when it sees the icon.
+void MessengerTest::exitBeforeTheFirstSignIn()
+{
+    m_client->start();
+    QMenu* menu = m_client->around.tray.menu;
+    QVERIFY(menu);
+    menu->findChild<QAction*>(u"mnu_systray_exit"_s)->trigger();
+    QCOMPARE(m_client->around.ends, 1);
+    QVERIFY(!m_client->messenger.hasChatRoom());
 }
 
 void MessengerTest::rankOpensTheTopic()
