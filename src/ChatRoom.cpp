@@ -22,6 +22,15 @@ ChatRoom::ChatRoom(const ChatRoomParts& parts)
     wireKeys();
     wireClicks();
     wireEntries();
+    showConnected(false);
+    connect(&session.connection, &Connection::reported, this,
+            [this](const SessionReport& report) { showConnected(report.isConnected()); });
+}
+
+void ChatRoom::showConnected(bool connected)
+{
+    main.window.setConnected(connected);
+    windows.queryFactory.setConnected(connected);
 }
 
 void ChatRoom::Form_Load()

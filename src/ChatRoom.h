@@ -23,6 +23,7 @@ private:
     void wireKeys();
     void wireClicks();
     void wireEntries();
+    void showConnected(bool connected);
 
     struct Click;
     struct Entry;

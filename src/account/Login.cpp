@@ -1,6 +1,7 @@
 #include "account/Login.h"
 
 #include "account/LoginDesk.h"
+#include "account/SessionWords.h"
 #include "common/Conversions.h"
 #include "controls/ActionEntry.h"
 #include "controls/Named.h"
@@ -117,10 +118,12 @@ void Login::buildControls()
     Text1 = named(new QLineEdit(this), u"Text1"_s);
     Label3->setBuddy(Text1);
     Text1->setAccessibleName(u"Your user name"_s);
+    Text1->setPlaceholderText(u"a name you like, without blanks"_s);
     Label4 = label(u"Label4"_s, u"Your Password:"_s);
     Text2 = named(new QLineEdit(this), u"Text2"_s);
     Text2->setEchoMode(QLineEdit::Password);
     Text2->setAccessibleName(u"Your password"_s);
+    Text2->setPlaceholderText(u"only for a registered name"_s);
     Label4->setBuddy(Text2);
     for (QLineEdit* field : {Text1, Text2})
         keepToOneLine(field);
@@ -135,6 +138,9 @@ void Login::buildControls()
     Image3 = named(new SvgPicture(u":/forms/send.svg"_s, this), u"Image3"_s);
     Image3->setFixedSize(28, 28);
     Image3->setToolTip(u"Sign In"_s);
+    lblSession = label(u"lblSession"_s, {});
+    lblSession->setAlignment(Qt::AlignCenter);
+    lblSession->setWordWrap(true);
     Label5 = label(u"Label5"_s, {});
     Label7 = label(u"Label7"_s, {});
     Label8 = label(u"Label8"_s, {});
@@ -160,6 +166,8 @@ void Login::buildControls()
     signIn->addWidget(Image3);
     signIn->addStretch(1);
     form->addLayout(signIn);
+    form->addSpacing(6);
+    form->addWidget(lblSession);
     form->addStretch(2);
     form->addWidget(Label5);
     form->addWidget(Label7);
@@ -445,6 +453,22 @@ void Login::Timer2_Timer()
     const QString text = "Time: "_L1 + m_parts.clock.longTime();
     if (Label5->text() != text)
         Label5->setText(text);
+    tellSession();
+}
+
+void Login::showReport(const SessionReport& report)
+{
+    m_report = report;
+    tellSession();
+}
+
+void Login::tellSession()
+{
+    const QString words = m_report ? sessionWords(*m_report) : QString();
+    if (lblSession->text() == words)
+        return;
+    lblSession->setText(words);
+    lblSession->setAccessibleName(words);
 }
 
 void Login::closeEvent(QCloseEvent* event)

@@ -1,12 +1,15 @@
 #pragma once
 
 #include "session/Ports.h"
+#include "session/SessionReport.h"
 
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTimer>
 #include <QWidget>
+
+#include <optional>
 
 class ActionEntry;
 class Clock;
@@ -53,6 +56,9 @@ public:
     void Show() override;
     void Hide() override { hide(); }
 
+    // What the form says of the session, counting down to the next attempt.
+    void showReport(const SessionReport& report);
+
     // Keeps the window at its signed-in size while the strip runs.
     void TimerGame();
 
@@ -84,6 +90,7 @@ private:
     void ChkStartUp_Click();
     void Timer1_Timer();
     void Timer2_Timer();
+    void tellSession();
 
     Parts m_parts;
 
@@ -114,6 +121,8 @@ private:
     QCheckBox* Check3 = nullptr;
     QCheckBox* ChkStartUp = nullptr;
     xpButton* cmdSignIn = nullptr;
+    QLabel* lblSession = nullptr;
+    std::optional<SessionReport> m_report; // none before the first attempt
     QTimer Timer1{this}; // the strip
     QTimer Timer2{this}; // the clock
 

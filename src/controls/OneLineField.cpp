@@ -17,10 +17,15 @@ const QRegularExpression& lineEnds()
 
 } // namespace
 
+bool hasLineEnds(const QString& text)
+{
+    return text.contains(lineEnds());
+}
+
 void keepToOneLine(QLineEdit* field)
 {
     QObject::connect(field, &QLineEdit::textChanged, field, [field](const QString& text) {
-        if (!text.contains(lineEnds()))
+        if (!hasLineEnds(text))
             return;
         const int caret = field->cursorPosition();
         QString line = text;

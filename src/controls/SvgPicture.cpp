@@ -5,6 +5,12 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
+namespace {
+
+constexpr qreal dimmedOpacity = 0.35;
+
+} // namespace
+
 QPixmap svgPixmap(const QString& resource, const QSize& size, qreal devicePixelRatio)
 {
     const QString key = QStringLiteral("%1 %2 %3 %4")
@@ -32,10 +38,22 @@ SvgPicture::SvgPicture(const QString& resource, QWidget* parent)
 {
 }
 
+void SvgPicture::setDimmed(bool dimmed)
+{
+    if (m_dimmed == dimmed)
+        return;
+    m_dimmed = dimmed;
+    update();
+}
+
 void SvgPicture::paintEvent(QPaintEvent*)
 {
-    if (!size().isEmpty())
-        QPainter(this).drawPixmap(rect(), svgPixmap(m_resource, size(), devicePixelRatioF()));
+    if (size().isEmpty())
+        return;
+    QPainter painter(this);
+    if (m_dimmed)
+        painter.setOpacity(dimmedOpacity);
+    painter.drawPixmap(rect(), svgPixmap(m_resource, size(), devicePixelRatioF()));
 }
 
 void SvgPicture::mouseReleaseEvent(QMouseEvent* event)

@@ -16,6 +16,10 @@ public:
 
     QSize sizeHint() const override { return m_sizeHint; }
 
+    // Pale, for something that has no effect just now. It can still be clicked.
+    void setDimmed(bool dimmed);
+    bool isDimmed() const { return m_dimmed; }
+
 Q_SIGNALS:
     void Click();
 
@@ -26,4 +30,5 @@ protected:
 private:
     QString m_resource;
     QSize m_sizeHint;
+    bool m_dimmed = false;
 };

@@ -2,6 +2,7 @@
 
 #include "common/TextHelpers.h"
 #include "controls/ActionEntry.h"
+#include "controls/InputNotes.h"
 #include "controls/Named.h"
 #include "controls/OneLineField.h"
 #include "controls/SvgPicture.h"
@@ -31,6 +32,9 @@ using namespace Qt::StringLiterals;
 constexpr int smallestWidth = 11500; // twips
 constexpr int smallestHeight = 7650;
 constexpr QSize firstSize{960, 640};
+
+constexpr auto notesOnSlash =
+    "Everybody in the room will read this: no command here begins with \"/\". What you can do is in the menus and under the right button on a name; a password belongs in the sign-in form or under File, Register."_L1;
 
 enum Page { HomePage, ChatRoomPage, MiscPage };
 constexpr std::array<QLatin1StringView, 3> pageCaptions{"Home"_L1, "ChatRoom"_L1, "Misc"_L1};
@@ -165,7 +169,9 @@ QWidget* Channel::buildChatPage()
     layout->addWidget(buildTopicRow());
     layout->addWidget(middle, 1);
     layout->addWidget(buildToolRow());
-    layout->addWidget(buildInputRow());
+    QWidget* input = buildInputRow();
+    layout->addWidget(new InputNotes(DataOut, notesOnSlash));
+    layout->addWidget(input);
     return page;
 }
 
@@ -326,6 +332,13 @@ void Channel::setInputColor(const QColor& color)
 {
     setReadableColor(*DataOut, color.rgb());
     check2->setIcon(colorIcon(color));
+}
+
+void Channel::setConnected(bool connected)
+{
+    DataOut->setPlaceholderText(connected ? u"Type here and press Enter"_s
+                                          : u"Not connected: nobody hears what you type here"_s);
+    Image2->setDimmed(!connected);
 }
 
 void Channel::appendToInput(const QString& text)

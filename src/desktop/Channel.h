@@ -56,6 +56,8 @@ public:
     QColor inputColor() const;
     // While held nothing in the window can be used; what stands above it can.
     void setHeld(bool held);
+    // What the input line says of itself: whether anybody hears.
+    void setConnected(bool connected);
 
     // MainForm
     RichTextBox& DataIn() override { return *m_dataIn; }

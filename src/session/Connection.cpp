@@ -58,6 +58,23 @@ Connection::Connection(const Parts& parts, const Handlers& handlers)
     handlers.connect(sock, &Winsock::DataArrival, this, [this] { sock_DataArrival(); });
 }
 
+void Connection::stopRetrying()
+{
+    if (!Timer1.isActive())
+        return;
+    Timer1.stop();
+    SessionReport last = m_lastReport;
+    last.nextTry = QDeadlineTimer(QDeadlineTimer::Forever);
+    report(last);
+}
+
+void Connection::report(SessionReport report)
+{
+    report.server = beforeNul(m_parts.variables.ServerHost);
+    m_lastReport = report;
+    Q_EMIT reported(report);
+}
+
 void Connection::SendData(const QString& line)
 {
     if (m_parts.sock.state() == Winsock::Closed)
@@ -117,6 +134,7 @@ void Connection::startAttempt()
     connectOrTell();
     m_parts.login.setSignCaption(u"Sign Out"_s);
     m_parts.login.setEntriesLocked(true);
+    report({.event = SessionReport::Event::Connecting});
 }
 
 void Connection::connectOrTell()
@@ -170,6 +188,7 @@ void Connection::cancelAttempt()
     m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
     m_parts.mainView.write(strColor % "05Connection attempt cancelled"_L1);
     m_parts.login.setEntriesLocked(false);
+    report({.event = SessionReport::Event::Cancelled});
 }
 
 void Connection::mnu_File_Disconnect_Click()
@@ -188,6 +207,7 @@ void Connection::mnu_File_Disconnect_Click()
     m_parts.login.Login_UnLog();
     showSignedOut();
     m_parts.login.setEntriesLocked(false);
+    report({.event = SessionReport::Event::SignedOut});
 }
 
 void Connection::mnu_terminate_Click()
@@ -245,6 +265,8 @@ void Connection::sock_Connect()
              m_parts.variables.FullName);
     m_parts.channels.main().modes.Update();
     m_parts.login.Login_Log();
+    m_farewell.clear();
+    report({.event = SessionReport::Event::Connected});
     m_parts.events.Pause(0.5);
     m_parts.pages.navigateHome(u"/quillharbor"_s);
     m_parts.events.Pause(0.5);
@@ -270,6 +292,7 @@ void Connection::sock_Close()
     m_parts.buddies.clearOnline();
     showSignedOut();
     m_parts.login.Login_UnLog();
+    report({.event = SessionReport::Event::ServerClosed, .reason = m_farewell});
 }
 
 void Connection::sock_Error(const QString& description)
@@ -291,6 +314,10 @@ void Connection::sock_Error(const QString& description)
     m_parts.login.setEntriesLocked(false);
     if (m_parts.variables.Reconnect)
         Timer1.start();
+    report({.event = SessionReport::Event::Failed,
+            .reason = description,
+            .nextTry = Timer1.isActive() ? QDeadlineTimer(Timer1.remainingTime())
+                                         : QDeadlineTimer(QDeadlineTimer::Forever)});
 }
 
 void Connection::sock_DataArrival()

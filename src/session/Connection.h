@@ -1,6 +1,7 @@
 #pragma once
 
 #include "session/Ports.h"
+#include "session/SessionReport.h"
 #include "wire/Charset.h"
 #include "wire/LineSink.h"
 #include "wire/ServerAddress.h"
@@ -69,7 +70,7 @@ public:
     void mnu_File_Disconnect_Click();
     void mnu_terminate_Click();
 
-    void stopRetrying() { Timer1.stop(); }
+    void stopRetrying();
     bool isWaitingToRetry() const { return Timer1.isActive(); }
 
     // What the dispatcher needs when the session ends by a line of the server.
@@ -77,6 +78,14 @@ public:
     void closeIdent();
     void enableConnecting();
     Winsock& sock() const { return m_parts.sock; }
+
+    // Tells the windows; the connection adds the server to it.
+    void report(SessionReport report);
+    // Why the server is about to close the connection, as it says itself.
+    void setFarewell(const QString& reason) { m_farewell = reason; }
+
+Q_SIGNALS:
+    void reported(const SessionReport& report);
 
 private:
     void startAttempt();
@@ -104,4 +113,6 @@ private:
     StandardLines m_standardLines; // between here and a network of today, nowhere else
     QByteArray ReceiveBuffer;      // survives the connection
     int m_attempts = 0;            // to connect
+    QString m_farewell;
+    SessionReport m_lastReport;
 };

@@ -116,6 +116,7 @@ void Interpreter::welcome(const IRCMessage& message) const
 {
     SessionVariables& variables = m_desk.variables;
     variables.MyNick = message.word(1);
+    m_desk.connection.report({.event = SessionReport::Event::Welcome});
     m_desk.mainView.write("* "_L1 + message.from(2));
     m_desk.channels.main().modes.Update();
     m_desk.connection.SendData("MODE "_L1 + variables.MyNick + " +i"_L1);
@@ -248,6 +249,8 @@ void Interpreter::ownKick(const IRCMessage& message, Room& room) const
                           strBold % " by "_L1 % strBold % message.Nick % strBold % " [ "_L1 %
                           message.from(3) % " ]"_L1);
     m_desk.connection.closeSock();
+    m_desk.connection.report(
+        {.event = SessionReport::Event::Kicked, .who = message.Nick, .reason = message.from(3)});
     clearRoomOnScreen();
     room.modes.ClearModes();
     m_desk.connection.closeIdent();
@@ -310,17 +313,19 @@ void Interpreter::kill(const IRCMessage& message) const
     const QString victim = message.word(1);
     const bool isOwn = victim == m_desk.variables.MyNick;
     if (isOwn)
-        ownKill();
+        ownKill(message);
     m_desk.status.WriteStatus(strBold % (isOwn ? u"You"_s : victim) % strBold %
                                   (isOwn ? " were Killed ["_L1 : " was killed ["_L1) %
                                   message.from(2) % u']',
                               killColor);
 }
 
-void Interpreter::ownKill() const
+void Interpreter::ownKill(const IRCMessage& message) const
 {
     Room& room = m_desk.channels.main();
     m_desk.connection.closeSock();
+    m_desk.connection.report(
+        {.event = SessionReport::Event::Killed, .who = message.Nick, .reason = message.from(2)});
     room.modes.ClearModes();
     clearRoomOnScreen();
     m_desk.connection.closeIdent();
@@ -332,6 +337,8 @@ void Interpreter::ownKill() const
 
 void Interpreter::anythingElse(const IRCMessage& message) const
 {
+    if (message.Command == "ERROR"_L1)
+        m_desk.connection.setFarewell(message.from(1));
     m_desk.mainView.write("*** "_L1 % strBold % message.Command % strBold % u' ' % message.from(1));
 }
 

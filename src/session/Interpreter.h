@@ -52,7 +52,7 @@ private:
     void notice(const IRCMessage& message) const;
     void heedNicknameService(const QString& targetAndText) const;
     void kill(const IRCMessage& message) const;
-    void ownKill() const;
+    void ownKill(const IRCMessage& message) const;
     void anythingElse(const IRCMessage& message) const;
 
     void clearRoomOnScreen() const;

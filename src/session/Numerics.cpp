@@ -68,11 +68,13 @@ void Numerics::isonReply(const IRCMessage& message) const
 
 void Numerics::noNickGiven(const IRCMessage&) const
 {
+    reportRefusal({}, u"no name was given"_s);
     m_desk.prompts.showUseNick();
 }
 
-void Numerics::erroneousNick(const IRCMessage&) const
+void Numerics::erroneousNick(const IRCMessage& message) const
 {
+    reportRefusal(message.word(2), message.from(3));
     if (m_nickBoxIsOpen)
         return; // that one says it already, and a flood would pile them up
     {
@@ -82,9 +84,16 @@ void Numerics::erroneousNick(const IRCMessage&) const
     m_desk.prompts.showUseNick();
 }
 
+void Numerics::reportRefusal(const QString& nick, const QString& reason) const
+{
+    m_desk.connection.report(
+        {.event = SessionReport::Event::NickRefused, .who = nick, .reason = reason});
+}
+
 void Numerics::nickInUse(const IRCMessage& message) const
 {
     SessionVariables& variables = m_desk.variables;
+    reportRefusal(message.word(2), message.from(3));
     // Until 001 it comes from the settings, and those texts are padded.
     if (message.word(2) == beforeNul(variables.MyNick)) {
         // AltNick is empty at the first collision, so this asks for no nick at all; the form that
@@ -106,6 +115,7 @@ void Numerics::cannotJoin(const IRCMessage& message) const
     }
     // There is only this room, so there is nothing to stay for.
     m_desk.connection.mnu_File_Disconnect_Click();
+    m_desk.connection.report({.event = SessionReport::Event::RoomRefused, .reason = text});
     m_desk.login.cmdSignout_Click();
     m_desk.login.setSignCaption(u"Sign In"_s);
     m_desk.login.Show();

@@ -44,6 +44,7 @@ public:
 
 private:
     void PassWord() const;
+    void reportRefusal(const QString& nick, const QString& reason) const;
     void writeWhois(const QString& nick, const QString& text) const;
     RichTextBox& whoisView(const QString& nick) const;
 

@@ -33,6 +33,7 @@ QueryForm& Query::form()
     if (m_form)
         return *m_form;
     m_form = std::make_unique<QueryForm>(m_desk.pictures, m_desk.look);
+    m_form->setConnected(m_desk.connected);
     connectForm(*m_form);
     try {
         Form_Load();
@@ -255,4 +256,13 @@ QueryFactory::QueryFactory(Query::Desk desk)
 PrivateWindow& QueryFactory::create()
 {
     return *m_places.emplace_back(std::make_unique<Query>(m_desk));
+}
+
+void QueryFactory::setConnected(bool connected)
+{
+    m_desk.connected = connected;
+    for (const auto& place : m_places) {
+        if (QueryForm* form = place->window())
+            form->setConnected(connected);
+    }
 }

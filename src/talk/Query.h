@@ -64,6 +64,9 @@ public:
         std::function<void(QWidget& window)> FlashWindow = ::FlashWindow;
         std::shared_ptr<ViewLook> look = nullptr; // of all views
         IncomingText::Written written = {};
+        // Before a window comes up: where it stands among the others.
+        std::function<void(QWidget& window)> PlaceWindow = [](QWidget&) {};
+        bool connected = true; // whether anybody hears, which the windows show
     };
 
     explicit Query(const Desk& desk);
@@ -124,6 +127,7 @@ public:
 
     PrivateWindow& create() override;
     const std::vector<std::unique_ptr<Query>>& places() const { return m_places; }
+    void setConnected(bool connected);
 
 private:
     Query::Desk m_desk;

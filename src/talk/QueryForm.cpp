@@ -1,5 +1,6 @@
 #include "talk/QueryForm.h"
 
+#include "controls/InputNotes.h"
 #include "controls/OneLineField.h"
 #include "controls/SvgPicture.h"
 #include "platform/PlainText.h"
@@ -29,6 +30,9 @@ constexpr int smallestName = 160;
 constexpr int textMargin = 6;
 constexpr int flashMilliseconds = 500;
 constexpr double nickScale = 1.7; // of the ordinary size of text
+
+constexpr auto notesOnSlash =
+    "This will be read as it stands: no command here begins with \"/\". A password belongs in the sign-in form or under File, Register."_L1;
 
 struct LinkRow
 {
@@ -168,6 +172,7 @@ void QueryForm::arrange()
     layout->addWidget(m_lblHost);
     layout->addWidget(m_dataIn, 1);
     layout->addLayout(tools);
+    layout->addWidget(new InputNotes(m_dataOut, notesOnSlash));
     layout->addLayout(input);
     m_dataOut->setMinimumHeight(sendSide);
     resize(firstSize);
@@ -200,6 +205,13 @@ void QueryForm::setHostLabel(const QString& host)
 void QueryForm::setInputColor(QRgb color)
 {
     setReadableColor(*m_dataOut, color);
+}
+
+void QueryForm::setConnected(bool connected)
+{
+    m_dataOut->setPlaceholderText(
+        connected ? QString() : u"Not connected: nobody hears what you type here"_s);
+    m_image2->setDimmed(!connected);
 }
 
 void QueryForm::setPointerShape(Qt::CursorShape shape)

@@ -40,6 +40,8 @@ public:
     void setNickLabel(const QString& nick);
     void setHostLabel(const QString& host);
     void setInputColor(QRgb color);
+    // What the input line says of itself: whether the other one hears.
+    void setConnected(bool connected);
     void setPointerShape(Qt::CursorShape shape);
     // Turns codes in DataIn into pictures; to be called at each of its changes.
     void CheckRTF() { m_smileys.CheckRTF(); }
