@@ -12,6 +12,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
 #include "platform/PlainText.h"
+#include "platform/ScreenFit.h"
 #include "platform/Twips.h"
 #include "settings/RunKey.h"
 #include "settings/Settings.h"
@@ -206,6 +207,7 @@ void Login::connectEvents(const Handlers& handlers)
 
 void Login::Form_Load()
 {
+    resize(fittedSize(*this, size()));
     const QRect available = screen()->geometry();
     move(available.center() - rect().center());
     Picture1->setEnabled(false);
@@ -268,7 +270,7 @@ void Login::cmdSignIn_Click()
         skipRest([this] { m_parts.desk.showPopup(); });
         return;
     }
-    resize(toPixels(formWidth), toPixels(formHeight));
+    resize(fittedSize(*this, {toPixels(formWidth), toPixels(formHeight)}));
     skipRest([this] { DoSignIn(); });
 }
 
@@ -299,7 +301,7 @@ void Login::TimerGame()
 {
     const bool ordinary = !isMaximized() && !isMinimized();
     if (ordinary && Timer1.isActive())
-        resize(toPixels(formWidth), toPixels(runningHeight));
+        resize(fittedSize(*this, {toPixels(formWidth), toPixels(runningHeight)}));
 }
 
 void Login::DoSignIn()

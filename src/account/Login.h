@@ -123,8 +123,8 @@ private:
     xpButton* cmdSignIn = nullptr;
     QLabel* lblSession = nullptr;
     std::optional<SessionReport> m_report; // none before the first attempt
-    QTimer Timer1{this}; // the strip
-    QTimer Timer2{this}; // the clock
+    QTimer Timer1{this};                   // the strip
+    QTimer Timer2{this};                   // the clock
 
     bool RememberNick = false;
     bool RememberPass = false;

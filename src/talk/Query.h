@@ -64,8 +64,6 @@ public:
         std::function<void(QWidget& window)> FlashWindow = ::FlashWindow;
         std::shared_ptr<ViewLook> look = nullptr; // of all views
         IncomingText::Written written = {};
-        // Before a window comes up: where it stands among the others.
-        std::function<void(QWidget& window)> PlaceWindow = [](QWidget&) {};
         bool connected = true; // whether anybody hears, which the windows show
     };
 

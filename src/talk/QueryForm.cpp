@@ -209,8 +209,8 @@ void QueryForm::setInputColor(QRgb color)
 
 void QueryForm::setConnected(bool connected)
 {
-    m_dataOut->setPlaceholderText(
-        connected ? QString() : u"Not connected: nobody hears what you type here"_s);
+    m_dataOut->setPlaceholderText(connected ? QString()
+                                            : u"Not connected: nobody hears what you type here"_s);
     m_image2->setDimmed(!connected);
 }
 
