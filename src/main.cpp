@@ -5,6 +5,7 @@
 #include "desktop/NotificationArea.h"
 #include "desktop/Sounds.h"
 #include "desktop/WebModule.h"
+#include "desktop/WindowPlaces.h"
 #include "platform/CaretRest.h"
 #include "platform/NoticeBox.h"
 #include "platform/QtDialogs.h"
@@ -108,6 +109,7 @@ int main(int argc, char* argv[])
     const CommandLine commandLine = readCommandLine(QApplication::arguments());
     loadResources();
     new CaretRest(&application);
+    const auto* places = new WindowPlaces(&application, WindowPlaces::usualFile());
     applyTheme(application);
 
     const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
@@ -134,7 +136,11 @@ int main(int argc, char* argv[])
         .waves = waves,
         .askWebEngine = [&] { return webModule.engine(); },
         // At once: handlers below this frame must not go on.
-        .end = [] { std::_Exit(EXIT_SUCCESS); },
+        .end =
+            [&] {
+                places->rememberOpenOnes();
+                std::_Exit(EXIT_SUCCESS);
+            },
         .tell = [&](const QString& line) { noticeBox.tell(line); },
     });
     messenger.start();
