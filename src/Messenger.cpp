@@ -100,7 +100,7 @@ ChatRoom& Messenger::chatRoom()
         .program = *this,
         .smallForms = *this,
     });
-    connect(&m_chatRoom->connection, &Connection::reported, &m_login, &Login::showReport);
+    connect(&m_chatRoom->session.connection, &Connection::reported, &m_login, &Login::showReport);
     try {
         m_chatRoom->Form_Load();
     } catch (...) {

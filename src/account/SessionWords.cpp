@@ -69,8 +69,7 @@ constexpr std::array<Row, 11> rows{{
      },
      false},
     {Event::Welcome, [](const Told&) { return QString(); }, false},
-    {Event::RoomRefused,
-     [](const Told& told) -> QString { return "The room was refused"_L1 + told.because + u'.'; },
+    {Event::RoomRefused, [](const Told& told) -> QString { return told.because.mid(2) + u'.'; },
      false},
     {Event::Kicked,
      [](const Told& told) -> QString {
@@ -97,7 +96,8 @@ bool isThisMachine(const QString& server)
 QString whatComes(const SessionReport& report)
 {
     if (report.nextTry.isForever())
-        return u" Sign in to try again."_s;
+        return report.event == Event::Failed ? u" Sign in to try again."_s
+                                             : u" Sign in to come back."_s;
     const qint64 seconds = (report.nextTry.remainingTime() + second - 1) / second;
     return " Next try in "_L1 + QString::number(seconds) + " s."_L1;
 }

@@ -10,6 +10,7 @@
 #include "platform/Handlers.h"
 #include "platform/PlainText.h"
 #include "platform/Twips.h"
+#include "room/TabCompletion.h"
 #include "room/TopicField.h"
 #include "text/Links.h"
 #include "view/InputKeys.h"
@@ -215,6 +216,7 @@ QWidget* Channel::buildInputRow()
     keepToOneLine(DataOut);
     DataOut->setPlaceholderText(u"Type here and press Enter"_s);
     DataOut->setMinimumHeight(36);
+    new TabCompletion(DataOut, [this] { return namesByLastSpeaker(*m_dataIn, *m_nicks); });
     DataOut->installEventFilter(this);
     Image2 = named(new SvgPicture(u":/forms/send.svg"_s), u"Image2"_s, u"Send"_s);
     Image2->setFixedSize(32, 32);

@@ -70,6 +70,10 @@ void Query::connectForm(QueryForm& form)
     view.onChange([&form] { form.CheckRTF(); });
     view.onLine([&form](const FormattedLine& line) { return form.foresee(line); });
     connectLinks(form);
+    form.setNames([this] {
+        RoomForm& room = m_desk.channels.main().form;
+        return QStringList(QueryNick) + namesByLastSpeaker(room.DataIn(), room.lstNicks());
+    });
 }
 
 void Query::connectLinks(QueryForm& form)

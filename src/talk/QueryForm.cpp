@@ -4,6 +4,7 @@
 #include "controls/OneLineField.h"
 #include "controls/SvgPicture.h"
 #include "platform/PlainText.h"
+#include "room/TabCompletion.h"
 #include "view/ReadableGround.h"
 
 #include <QAbstractScrollArea>
@@ -105,6 +106,7 @@ QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures, std::shared_ptr<Vie
     m_dataOut->setAccessibleName(u"Message"_s);
     m_dataOut->setTextMargins(textMargin, 0, textMargin, 0);
     m_dataOut->setMouseTracking(true);
+    new TabCompletion(m_dataOut, [this] { return m_names ? m_names() : QStringList(); });
     m_dataOut->installEventFilter(this);
     keepToOneLine(m_dataOut);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Form.h"
+#include "room/NickCompletion.h"
 #include "text/CheckRTF.h"
 #include "view/ChatView.h"
 #include "view/InputKeys.h"
@@ -36,6 +37,9 @@ public:
     SvgPicture& Image2() { return *m_image2; }
     QToolButton& link(Link link) { return *m_links[link]; }
     QTimer& flsh() { return m_flsh; }
+
+    // Whose names Tab completes.
+    void setNames(NickCompletion::Names names) { m_names = std::move(names); }
 
     void setNickLabel(const QString& nick);
     void setHostLabel(const QString& host);
@@ -79,4 +83,5 @@ private:
     SvgPicture* m_image2;
     std::array<QToolButton*, LinkCount> m_links{};
     QTimer m_flsh;
+    NickCompletion::Names m_names;
 };

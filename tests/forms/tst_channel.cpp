@@ -98,6 +98,9 @@ private Q_SLOTS:
     void inputLine();
     void inputKeepsToItsLength();
     void pastedLineEndsSendNothing();
+    void notesAboveTheInput_data();
+    void notesAboveTheInput();
+    void tabCompletesNames();
     void historyKeys();
     void keysOfTheInputWorkOnTheView();
     void lettersTypedInTheViewGoToTheInput();
@@ -491,6 +494,65 @@ void ChannelTest::pastedLineEndsSendNothing()
                                 "1 hi"_s));
         QVERIFY(!line.contains(u'\n') && !line.contains(u'\r'));
     }
+}
+
+void ChannelTest::notesAboveTheInput_data()
+{
+    QTest::addColumn<QString>("pasted");
+    QTest::addColumn<QString>("note"); // its beginning
+
+    QTest::newRow("nothing to say") << u"hello / you"_s << QString();
+    QTest::newRow("slash") << u"/id mysecret"_s << u"Everybody in the room will read this"_s;
+    QTest::newRow("slash behind blanks") << u"  /me"_s << u"Everybody in the room will read this"_s;
+    QTest::newRow("joined lines") << u"one\ntwo"_s << u"The lines of what you put in were joined"_s;
+    QTest::newRow("short enough") << QString(399, u'x') << QString();
+    QTest::newRow("long") << QString(400, u'x') << u"700 characters left."_s;
+}
+
+void ChannelTest::notesAboveTheInput()
+{
+    QFETCH(QString, pasted);
+    QFETCH(QString, note);
+    QGuiApplication::clipboard()->setText(pasted);
+    QTest::keyClick(input(), Qt::Key_V, Qt::ControlModifier);
+    const auto* notes = control<QLabel>(u"notes"_s);
+    QCOMPARE(notes->isVisible(), !note.isEmpty());
+    QVERIFY2(notes->text().startsWith(note), qPrintable(notes->text()));
+    input()->clear();
+    QVERIFY(!notes->isVisible());
+}
+
+void ChannelTest::tabCompletesNames()
+{
+    for (const char* row : {"@anna", "Andy", "bob", "andrea"})
+        m_desk->window.lstNicks().AddItem(QLatin1StringView(row));
+    m_desk->writer.WriteView(m_desk->window.DataIn(), u"<andrea> hi"_s);
+    m_desk->writer.WriteView(m_desk->window.DataIn(), u"Andy waves"_s);
+    const auto press = [this](Qt::Key key) {
+        QTest::keyClick(input(), key);
+        return input()->text();
+    };
+
+    QTest::keyClicks(input(), u"an"_s);
+    QCOMPARE(press(Qt::Key_Tab), u"Andy: "_s); // spoke last
+    QCOMPARE(press(Qt::Key_Tab), u"andrea: "_s);
+    QCOMPARE(press(Qt::Key_Tab), u"anna: "_s);
+    QCOMPARE(press(Qt::Key_Tab), u"Andy: "_s);
+    QCOMPARE(press(Qt::Key_Backtab), u"anna: "_s);
+    QTest::keyClicks(input(), u"see B"_s);
+    QCOMPARE(press(Qt::Key_Tab), u"anna: see bob "_s);
+
+    // In the middle of a line, with a blank there already.
+    input()->setText(u"well bo or not"_s);
+    input()->setCursorPosition(7);
+    QCOMPARE(press(Qt::Key_Tab), u"well bob or not"_s);
+    QCOMPARE(input()->cursorPosition(), 9);
+
+    QTest::keyClicks(input(), u"zzz"_s);
+    const QString unknown = input()->text();
+    QCOMPARE(press(Qt::Key_Tab), unknown);
+    QVERIFY(!input()->hasFocus()); // nothing fits: the key leads on
+    QCOMPARE(m_desk->server.lines, QStringList());
 }
 
 void ChannelTest::historyKeys()

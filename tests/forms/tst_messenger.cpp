@@ -202,6 +202,9 @@ void MessengerTest::fallbackPortAndRetry()
     QVERIFY(m_client->reads(u"Connecting to Quill Harbor Server port 6667"_s));
     QCOMPARE(m_client->window().portText(), u"8867"_s);
     QVERIFY(m_client->looksSignedOut());
+    QVERIFY2(m_client->told().startsWith("No answer from SERVER: "_L1),
+             qPrintable(m_client->told()));
+    QVERIFY(m_client->told().contains("Next try in 1 s."_L1));
     QVERIFY(!m_client->field("Text1")->isReadOnly() && !m_client->field("Text2")->isReadOnly());
 
     // Again and again, and from now on at the other port.
@@ -238,6 +241,7 @@ void MessengerTest::signingInEndsTheWait()
     QTRY_VERIFY(m_client->connection().isWaitingToRetry());
     m_client->signIn({}); // refused, but the wait is over all the same
     QVERIFY(!m_client->connection().isWaitingToRetry());
+    QVERIFY(m_client->told().contains("Sign in to try again."_L1));
     QCOMPARE(m_client->around.dialogs.shown, QStringList{u"No NickName|Enter Your NickName"_s});
     m_client->signIn(u"anna"_s);
     QCOMPARE(m_client->state(), attempting);
@@ -340,6 +344,9 @@ void MessengerTest::serverShutdown()
     QVERIFY(!m_client->connection().isWaitingToRetry()); // an ended session is not taken up again
     QCOMPARE(m_client->window().portText(), u"6667"_s);
     QVERIFY(m_client->field("Text1")->isReadOnly()); // only the user's own ways out unlock them
+    QCOMPARE(m_client->told(),
+             u"SERVER closed the connection: Server shutting down. Sign in to come back."_s);
+    QVERIFY(m_client->inputSays().startsWith("Not connected"_L1));
     QCOMPARE(m_client->connection().sockState(), 0);
 }
 
@@ -349,6 +356,8 @@ void MessengerTest::ownKick()
     m_server->say(":bob!u@h KICK #Harbor anna :too loud\r\n");
     QTRY_VERIFY(m_server->peerHasGone());
     QTRY_COMPARE(m_client->state(), signedOut);
+    QCOMPARE(m_client->told(), u"You were kicked by bob: too loud. Sign in to come back."_s);
+    QVERIFY(m_client->inputSays().startsWith("Not connected"_L1));
     QVERIFY(m_client->reads(u"anna was kicked from #Harbor by bob [ too loud ]"_s));
     QVERIFY(m_client->reads(u"You were kicked from #Harbor by bob [ too loud ]"_s));
     QVERIFY(!m_client->window().isVisible());

@@ -55,6 +55,19 @@ public:
     {
         return *messenger.login().findChild<ActionEntry*>(QStringLiteral("mnu_Sign"));
     }
+    // What the sign-in form says of the session.
+    QString told()
+    {
+        return messenger.login()
+            .findChild<QLabel*>(QStringLiteral("lblSession"))
+            ->text()
+            .replace(around.address, QStringLiteral("SERVER"));
+    }
+    // What the input line of the room says when nothing is typed.
+    QString inputSays()
+    {
+        return window().findChild<QLineEdit*>(QStringLiteral("DataOut"))->placeholderText();
+    }
     bool looksSignedOut()
     {
         return signEntry().Caption() == QLatin1StringView("Sign In") &&
