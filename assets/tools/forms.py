@@ -143,12 +143,12 @@ def sea(width, bottom, rows):
 
 
 def splash():
-    """Night: the labels on it are light, and the left three fifths stay calm for them."""
-    stars = [(38, 30), (96, 18), (150, 44), (212, 22), (268, 40), (330, 18), (446, 26), (460, 78), (22, 88),
-             (300, 74), (366, 44), (236, 66)]
+    """Night: the labels on it are light, and nothing shines in the left three fifths, where they stand."""
+    stars = [(58, 12), (96, 18), (182, 13), (232, 21), (296, 40), (330, 18), (446, 26), (462, 52), (12, 196),
+             (312, 78), (366, 44), (344, 150)]
     body = [rect(0, 0, 480, 300, fill="url(#night)"),
             *[circle(x, y, 0.9 if i % 3 else 1.3, fill="foam", fill_opacity=0.55) for i, (x, y) in enumerate(stars)],
-            path("M394 104L-10 58V146L394 114Z", fill="url(#beam)"),
+            path("M414 104L490 74V150L414 114Z", fill="url(#beam)"),
             circle(404, 109, 48, fill="url(#halo)"),
             path("M250 232C290 222 312 214 340 216C378 206 430 208 480 198V240H250Z", fill="navy"),
             *sea(480, 300, [(232, 2.5, 300, 0.1, "url(#s1)")]),
@@ -166,7 +166,7 @@ def splash():
                  "shoal", 1.2, stroke_opacity=0.45)]
     defs = tower_defs() + [
         linear("night", [(0, "ink"), (0.5, "navy"), (0.8, "deep")]),
-        linear("beam", [(0, "honey", 0), (0.5, "honey", 0.05), (1, "honey", 0.42)], 0, 0, 1, 0),
+        linear("beam", [(0, "honey", 0.42), (0.6, "honey", 0.16), (1, "honey", 0)], 0, 0, 1, 0),
         radial("halo", [(0, "honey", 0.55), (0.4, "honey", 0.18), (1, "honey", 0)]),
         linear("rock", [(0, "slate"), (1, "ink")]),
         linear("s1", [(0, "sea"), (1, "deep")]), linear("s2", [(0, "sea"), (1, "navy")]),
@@ -205,15 +205,15 @@ def about():
 
 
 def popup():
-    """A line of dark text stands in its middle: waves keep to the foot, the feather to the corner."""
+    """A line of dark text stands in its middle: waves keep to the foot, the feather to the corner. It covers
+    all of its window: where the desktop mixes no windows, a round corner would be black."""
     w, h = 320, 116
-    body = [rect(0.5, 0.5, w - 1, h - 1, 6, fill="url(#paper)", stroke="tide", stroke_width=1),
+    body = [rect(0.5, 0.5, w - 1, h - 1, 0, fill="url(#paper)", stroke="tide", stroke_width=1),
             feather("translate(268 100) rotate(24) scale(0.8)", "mist", "shoal", "tide", 2)]
-    # The foot is drawn with the frame's own corners: nothing cuts it.
     f1, f2 = wavy(96, 2.5, 200, 0.1), wavy(104, 2.5, 150, 0.6)
     for f, paint in ((f1, "url(#w1)"), (f2, "url(#w2)")):
         d = wave_path(f, slope_of(f), 1, w - 1, (w - 2) / 12, h - 6)
-        d = d[:-1] + f"V{h - 6}A5 5 0 0 1 {w - 6} {h - 1}H6A5 5 0 0 1 1 {h - 6}Z"
+        d = d[:-1] + f"V{h - 1}H1V{h - 6}Z"
         body.append(path(d, fill=paint))
     body.append(rect(1, 5, 3, 86, 1.5, fill="brass"))
     save("forms/popup.svg", w, h, body, [

@@ -77,6 +77,21 @@ def toolbar():
          defs=[radial("g", [(0, "white"), (1, "shoal")], cx=0.35, cy=0.35, r=0.75)])
 
 
+def boxes():
+    """Beside the text of a box: what kind it is, by shape and not by colour alone."""
+    def icon(name, shape, mark, *tones):
+        save(f"icons/box-{name}.svg", 40, 40,
+             [path(shape, fill="url(#g)", stroke=tones[2], stroke_width=1.5, stroke_linejoin="round"), *mark],
+             [linear("g", [(0, tones[0]), (1, tones[1])])])
+    disc = "M20 3A17 17 0 0 1 20 37A17 17 0 0 1 20 3Z"
+    icon("question", disc, [line("M14.5 15.5A5.6 5.6 0 1 1 22 20.6C20.6 21.4 20 22.4 20 24.4", "white", 3.2),
+                            circle(20, 30, 2.1, fill="white")], "tide", "sea", "navy")
+    icon("exclamation", "M20 4.5L37 34.5A1 1 0 0 1 36 36H4A1 1 0 0 1 3 34.5Z",
+         [line("M20 15V24.5", "bronze", 3.6), circle(20, 30.4, 2.2, fill="bronze")], "honey", "amber", "bronze")
+    icon("critical", "M13 3H27L37 13V27L27 37H13L3 27V13Z",
+         [line("M14 14L26 26M26 14L14 26", "white", 3.6)], "coral", "brick", "navy")
+
+
 def page():
     def icon(name, *body, defs=()):
         save(f"forms/{name}.svg", 20, 20, body, defs)
@@ -122,4 +137,5 @@ if __name__ == "__main__":
     program_small()
     tray()
     toolbar()
+    boxes()
     page()

@@ -11,6 +11,7 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
+#include "platform/Motion.h"
 #include "platform/PlainText.h"
 #include "platform/ScreenFit.h"
 #include "platform/Twips.h"
@@ -34,6 +35,7 @@ constexpr int formWidth = 5415; // twips
 constexpr int formHeight = 8790;
 constexpr int runningHeight = 8550;
 
+constexpr int stillMilliseconds = 24 * 60 * 60 * 1000;
 constexpr int stripStep = 720;
 constexpr int stripWidth = 23040;
 constexpr int stripHeight = 2550;
@@ -70,7 +72,8 @@ Login::Login(const Parts& parts, const Handlers& handlers)
     buildMenus();
     buildControls();
     connectEvents(handlers);
-    named(&Timer1, u"Timer1"_s)->setInterval(32);
+    // That it runs is a state, also where nothing is to move.
+    named(&Timer1, u"Timer1"_s)->setInterval(isMotionReduced() ? stillMilliseconds : 32);
     named(&Timer2, u"Timer2"_s)->setInterval(500);
     resize(toPixels(formWidth), toPixels(formHeight));
     setMinimumSize(300, 480);

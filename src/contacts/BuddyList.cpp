@@ -50,6 +50,9 @@ BuddyList::BuddyList(const Desk& desk)
     new ButtonKeys(this);
     arrange();
     connectControls(desk);
+    lstNicks->setHint(u"Your buddies stand here while they are on the network. Setup is where you "
+                      "choose them."_s);
+    lstSetup->setHint(u"The names that are looked for. Add asks for one."_s);
     showSetup(false);
 }
 

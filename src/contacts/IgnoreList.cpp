@@ -3,8 +3,10 @@
 #include "controls/ListBoxWidget.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
+#include "room/Room.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QVBoxLayout>
 
 namespace {
@@ -19,15 +21,26 @@ constexpr QSize firstSize{380, 320};
 
 IgnoreList::IgnoreList(const Desk& desk)
     : m_list1(new ListBoxWidget(ListBoxWidget::Order::AsAdded, this))
+    , m_whatToDo(new QLabel(this))
     , m_rows({*m_list1, desk.variables, desk.room, desk.server, desk.dialogs})
 {
     setWindowTitle(u"IgnoreList - Add Chatters to avoid chats!"_s);
     m_list1->setObjectName(u"List1"_s);
     m_list1->setAccessibleName(u"Blocked chatters"_s);
+    m_list1->setHint(
+        u"Nobody is blocked. Choose a chatter in the room's list and click Add here, or "
+        "take Block Conversation in the chatter's own menu."_s);
     xpButton* cmdAdd = newButton(u"cmdAdd"_s, u"Add"_s);
     xpButton* cmdRemove = newButton(u"cmdRemove"_s, u"Remove"_s);
     xpButton* cmdClear = newButton(u"cmdClear"_s, u"Clear"_s);
     new ButtonKeys(this);
+
+    m_whatToDo->setObjectName(u"whatToDo"_s);
+    m_whatToDo->setTextFormat(Qt::PlainText);
+    m_whatToDo->setWordWrap(true);
+    m_whatToDo->setText(
+        u"First choose a chatter in the room's list. Then Add asks for the name."_s);
+    m_whatToDo->hide();
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(spacing);
@@ -39,11 +52,16 @@ IgnoreList::IgnoreList(const Desk& desk)
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(spacing);
     layout->addWidget(m_list1, 1);
+    layout->addWidget(m_whatToDo);
     layout->addLayout(buttons);
     resize(firstSize);
     cmdAdd->setFocus(); // a row with the focus looks selected, and a selected row is in the way
 
-    desk.handlers.connect(cmdAdd, &xpButton::Click, this, [this] { m_rows.cmdAdd_Click(); });
+    desk.handlers.connect(cmdAdd, &xpButton::Click, this, [this, &room = desk.room] {
+        const bool somebody = room.form.lstNicks().ListIndex() != -1;
+        m_whatToDo->setVisible(!somebody);
+        m_rows.cmdAdd_Click();
+    });
     desk.handlers.connect(cmdRemove, &xpButton::Click, this, [this] { m_rows.cmdRemove_Click(); });
     desk.handlers.connect(cmdClear, &xpButton::Click, this, [this] { m_list1->Clear(); });
 }

@@ -5,6 +5,7 @@
 
 class Handlers;
 class ListBoxWidget;
+class QLabel;
 class xpButton;
 
 // The window with the nicks that are refused in private talk. Closing it only hides it: its rows
@@ -34,5 +35,6 @@ private:
     xpButton* newButton(const QString& name, const QString& caption);
 
     ListBoxWidget* m_list1;
+    QLabel* m_whatToDo;
     IgnoreRows m_rows;
 };

@@ -5,9 +5,12 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QStyledItemDelegate>
 
 namespace {
+
+constexpr int hintMargin = 16;
 
 // A row may be as long as a line of the server; what nobody can read is not drawn.
 class ShortRows final : public QStyledItemDelegate
@@ -31,6 +34,24 @@ ListBoxWidget::ListBoxWidget(Order order, QWidget* parent)
     setUniformItemSizes(true);
     setItemDelegate(new ShortRows(this));
     setSelectionMode(QAbstractItemView::SingleSelection);
+}
+
+void ListBoxWidget::setHint(const QString& hint)
+{
+    m_hint = hint;
+    setAccessibleDescription(hint);
+    viewport()->update();
+}
+
+void ListBoxWidget::paintEvent(QPaintEvent* event)
+{
+    QListWidget::paintEvent(event);
+    if (count() > 0 || m_hint.isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_hint);
 }
 
 void ListBoxWidget::AddItem(const QString& text)

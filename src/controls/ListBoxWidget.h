@@ -13,6 +13,10 @@ public:
 
     explicit ListBoxWidget(Order order, QWidget* parent = nullptr);
 
+    // Painted while there are no rows: what the list is for, and how something comes into it.
+    void setHint(const QString& hint);
+    QString hint() const { return m_hint; }
+
     void AddItem(const QString& text) override;
     void RemoveItem(int index) override;
     void Clear() override;
@@ -33,10 +37,12 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     int placeOf(const QString& text) const;
 
     Order m_order;
     QStringList m_rows; // the same texts: asking the items for them takes its time
+    QString m_hint;
 };

@@ -31,6 +31,11 @@ void PopupSlide::setHeight(int height)
     m_height = height;
 }
 
+bool PopupSlide::isResting() const
+{
+    return m_interval == restMilliseconds;
+}
+
 PopupSlide::Outcome PopupSlide::Timer1_Timer()
 {
     Outcome outcome = Outcome::GoesOn;

@@ -19,6 +19,7 @@ public:
     int Top() const { return m_top; }
     int Height() const { return m_height; }
     int Interval() const { return m_interval; } // milliseconds to the next tick
+    bool isResting() const;                     // until the next tick it stays where it is
     bool SlidingIn() const { return m_slidingIn; }
 
 private:

@@ -16,6 +16,7 @@ QWidget* page(const Handlers& handlers, const QString& toolBar, WebTab* tab)
     auto* layout = new QVBoxLayout(widget);
     auto* bar = new WebToolBar(handlers, *tab);
     bar->setObjectName(toolBar);
+    QObject::connect(tab, &WebTab::engineMissing, bar, [bar] { bar->setEnabled(false); });
     layout->addWidget(bar);
     layout->addWidget(tab, 1);
     return widget;

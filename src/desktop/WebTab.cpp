@@ -92,6 +92,7 @@ void WebTab::loadWaiting()
     const WebModule::Answer answer = m_askEngine();
     if (!answer.engine) {
         showNotice(u"No web page today"_s, answer.reason, false);
+        Q_EMIT engineMissing();
         return;
     }
     m_view = answer.engine->create(this, *this, m_discardAfter);

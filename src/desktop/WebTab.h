@@ -44,6 +44,10 @@ public:
     void Refresh() override;
     void Stop() override;
 
+Q_SIGNALS:
+    // There is nothing to show pages with, for as long as the program runs.
+    void engineMissing();
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

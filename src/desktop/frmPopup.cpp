@@ -3,6 +3,7 @@
 #include "controls/SvgPicture.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
+#include "platform/Motion.h"
 #include "platform/PlainText.h"
 #include "platform/Twips.h"
 
@@ -52,7 +53,6 @@ frmPopup::frmPopup(const Handlers& handlers, EventLoop& events, ShowChannel show
                    Qt::WindowDoesNotAcceptFocus);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_X11NetWmWindowTypeNotification);
-    setAttribute(Qt::WA_TranslucentBackground); // round corners
     setFocusPolicy(Qt::NoFocus);
     setEscape(Escape::IsNoKey);
 
@@ -118,7 +118,10 @@ void frmPopup::setBody(const QString& text)
 
 void frmPopup::Timer1_Timer()
 {
-    const PopupSlide::Outcome outcome = m_slide.Timer1_Timer();
+    PopupSlide::Outcome outcome = m_slide.Timer1_Timer();
+    // Without motion it is there and gone; the steps between are taken unseen.
+    while (isMotionReduced() && outcome == PopupSlide::Outcome::GoesOn && !m_slide.isResting())
+        outcome = m_slide.Timer1_Timer();
     Timer1.setInterval(m_slide.Interval());
     follow();
     if (outcome == PopupSlide::Outcome::GoesOn)

@@ -1,0 +1,44 @@
+#include "platform/Motion.h"
+
+#include <QSettings>
+#include <QStandardPaths>
+
+#include <array>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct Place
+{
+    QLatin1StringView file; // below the folder of settings
+    QLatin1StringView key;
+};
+// The truth value of one kind, the factor of the other: nought and false both mean none.
+constexpr std::array<Place, 3> places{{
+    {"kdeglobals"_L1, "KDE/AnimationDurationFactor"_L1},
+    {"gtk-4.0/settings.ini"_L1, "Settings/gtk-enable-animations"_L1},
+    {"gtk-3.0/settings.ini"_L1, "Settings/gtk-enable-animations"_L1},
+}};
+
+bool readMotionReduced()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    for (const Place& place : places) {
+        const QSettings file(folder + u'/' + place.file, QSettings::IniFormat);
+        const QString value = file.value(place.key).toString().trimmed().toLower();
+        bool isNumber = false;
+        const double factor = value.toDouble(&isNumber);
+        if (value == "false"_L1 || (isNumber && factor == 0))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+bool isMotionReduced()
+{
+    static const bool reduced = readMotionReduced();
+    return reduced;
+}
