@@ -182,7 +182,7 @@ void NickActions::mnu_blocked_Click()
     if (m_parts.room.form.lstNicks().ListIndex() <= 0)
         return;
     const QString selected = nick();
-    if (selected == m_parts.variables.MyNick)
+    if (selected == m_parts.variables.ownNick())
         return m_parts.dialogs.MsgBox(u"You can't block yourself?"_s, title);
     if (m_parts.room.nicks.isOp(selected) || m_parts.room.nicks.isHalfOp(selected))
         return m_parts.dialogs.MsgBox(u"You can't block a Operator"_s, title);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Int16.h"
+#include "common/TextHelpers.h"
 
 #include <QString>
 
@@ -25,4 +26,7 @@ struct SessionVariables
 
     QString FontName;
     Int16 FontSize;
+
+    // What another nick is compared with: until the welcome MyNick still has its padding.
+    QString ownNick() const { return beforeNul(MyNick); }
 };

@@ -31,7 +31,7 @@ void IgnoreRows::cmdAdd_Click() const
 
 QString IgnoreRows::refusal(const QString& nick) const
 {
-    if (nick == m_parts.variables.MyNick)
+    if (nick == m_parts.variables.ownNick())
         return u"You can't block yourself?"_s;
     if (m_parts.room.nicks.isOp(nick) || m_parts.room.nicks.isHalfOp(nick))
         return u"You can't block a Operator"_s;

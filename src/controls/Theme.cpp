@@ -1,6 +1,7 @@
 #include "controls/Theme.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QPalette>
 #include <QStyleFactory>
 

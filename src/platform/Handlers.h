@@ -64,16 +64,20 @@ public:
         QObject::connect(
             sender, signal, context,
             [this, context, handler = std::move(handler)](const auto&... arguments) mutable {
-                runOf(context, [&] {
-                    if constexpr (std::is_invocable_v<Handler&, decltype(arguments)...>)
-                        handler(arguments...);
-                    else
-                        handler();
-                });
+                runOf(context, [&] { call(handler, arguments...); });
             });
     }
 
 private:
+    template<typename Handler, typename... Arguments>
+    static void call(Handler& handler, const Arguments&... arguments)
+    {
+        if constexpr (std::is_invocable_v<Handler&, const Arguments&...>)
+            handler(arguments...);
+        else
+            handler();
+    }
+
     Fatal m_fatal;
 };
 

@@ -46,7 +46,7 @@ void ModeLine::ApplyModeLine(const QString& target, const QString& text) const
 void ModeLine::ApplyOneMode(const QString& target, bool on, QChar letter,
                             const QString& parameter) const
 {
-    if (target == m_variables.MyNick) {
+    if (target == m_variables.ownNick()) {
         setMode(m_channels.main().modes, letter, on); // user modes share the room's table
         return;
     }
@@ -59,7 +59,7 @@ void ModeLine::ApplyOneMode(const QString& target, bool on, QChar letter,
         break;
     case u'o':
         room->nicks.SetOp(parameter, on);
-        if (parameter == m_variables.MyNick)
+        if (parameter == m_variables.ownNick())
             TopicField::setLocked(room->form.rtbTopic(), !on);
         break;
     case u'h':

@@ -134,7 +134,7 @@ void Interpreter::ping(const IRCMessage& message) const
 
 void Interpreter::join(const IRCMessage& message) const
 {
-    if (message.Nick.toLower() == m_desk.variables.MyNick.toLower()) {
+    if (message.Nick.toLower() == m_desk.variables.ownNick().toLower()) {
         m_desk.channels.AddChannel(message.from(1));
         m_desk.connection.SendData("MODE "_L1 + message.from(1));
         m_desk.channels.main().nicks.clearChatterCount();
@@ -179,7 +179,7 @@ void Interpreter::privateMessage(const IRCMessage& message) const
 
 void Interpreter::nick(const IRCMessage& message) const
 {
-    const bool isOwn = message.Nick == m_desk.variables.MyNick;
+    const bool isOwn = message.Nick == m_desk.variables.ownNick();
     if (isOwn) {
         m_desk.variables.MyNick = message.word(1);
         m_desk.mainView.write(strColor % "03Your nick is now "_L1 % strBold %
@@ -192,7 +192,7 @@ void Interpreter::nick(const IRCMessage& message) const
 
 void Interpreter::part(const IRCMessage& message) const
 {
-    if (message.Nick == m_desk.variables.MyNick)
+    if (message.Nick == m_desk.variables.ownNick())
         return; // the room stays as it is
     Room* room = m_desk.channels.entered(message.asItCame(1));
     if (!room)
@@ -205,7 +205,7 @@ void Interpreter::part(const IRCMessage& message) const
 void Interpreter::mode(const IRCMessage& message) const
 {
     const QString target = message.word(1);
-    const bool isOwn = target == m_desk.variables.MyNick;
+    const bool isOwn = target == m_desk.variables.ownNick();
     const Room* room = m_desk.channels.entered(target);
     if (!isOwn && !room)
         return;
@@ -234,7 +234,7 @@ void Interpreter::kick(const IRCMessage& message) const
                               strBold % message.word(1) % strBold % " by "_L1 % strBold %
                               message.Nick % strBold % " [ "_L1 % message.from(3) % " ]"_L1);
     room->nicks.RemoveNick(victim);
-    if (victim == m_desk.variables.MyNick)
+    if (victim == m_desk.variables.ownNick())
         ownKick(message, *room);
 }
 
@@ -291,7 +291,7 @@ void Interpreter::notice(const IRCMessage& message) const
 void Interpreter::heedNicknameService(const QString& targetAndText) const
 {
     const auto says = [&](QLatin1StringView text) {
-        return targetAndText == m_desk.variables.MyNick + text;
+        return targetAndText == m_desk.variables.ownNick() + text;
     };
     if (says(" Password accepted - you are now recognized."_L1)) {
         m_desk.prompts.unloadPassword();
@@ -311,7 +311,7 @@ void Interpreter::heedNicknameService(const QString& targetAndText) const
 void Interpreter::kill(const IRCMessage& message) const
 {
     const QString victim = message.word(1);
-    const bool isOwn = victim == m_desk.variables.MyNick;
+    const bool isOwn = victim == m_desk.variables.ownNick();
     if (isOwn)
         ownKill(message);
     m_desk.status.WriteStatus(strBold % (isOwn ? u"You"_s : victim) % strBold %

@@ -95,7 +95,7 @@ void Numerics::nickInUse(const IRCMessage& message) const
     SessionVariables& variables = m_desk.variables;
     reportRefusal(message.word(2), message.from(3));
     // Until 001 it comes from the settings, and those texts are padded.
-    if (message.word(2) == beforeNul(variables.MyNick)) {
+    if (message.word(2) == variables.ownNick()) {
         // AltNick is empty at the first collision, so this asks for no nick at all; the form that
         // follows is what helps.
         variables.MyNick = variables.AltNick;

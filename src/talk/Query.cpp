@@ -245,7 +245,7 @@ void Query::LabelAction_Click()
 {
     // Whoever is selected in the room, not the peer of this conversation.
     const QString nick = StripRank(m_desk.channels.main().form.lstNicks().Text());
-    if (nick == m_desk.variables.MyNick)
+    if (beforeNul(nick) == m_desk.variables.ownNick())
         m_desk.dialogs.MsgBox(u"You cannot do that to yourself!"_s, u"Error"_s);
     const QString action =
         m_desk.dialogs.InputBox(u"Type Your Own Action Message"_s, u"Action Message"_s);

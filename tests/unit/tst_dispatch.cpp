@@ -29,6 +29,7 @@ private Q_SLOTS:
     void welcome();
     void password();
     void roomEntered();
+    void ownNickIsPaddedAtFirst();
     void ownJoinAgain();
     void ownKick();
     void cannotJoin();
@@ -273,6 +274,17 @@ void TestDispatch::roomEntered()
     QCOMPARE(desk.take(),
              RecordingDesk::expected(
                  {"DataIn| {C}03Topic set by {B}al!u@h{B} on {B}"_L1 + date + "{B}"_L1}));
+}
+
+// A server may change a nick before it welcomes.
+void TestDispatch::ownNickIsPaddedAtFirst()
+{
+    RecordingDesk desk;
+    desk.variables.MyNick = u"loaded"_s + QString(249, QChar(u'\0'));
+    desk.connection.mnu_File_Connect_Click();
+    desk.sock.beConnected();
+    desk.hear(u":loaded!u@h NICK :guest7"_s);
+    QCOMPARE(desk.variables.MyNick, u"guest7"_s);
 }
 
 void TestDispatch::ownJoinAgain()
