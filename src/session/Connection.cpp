@@ -159,13 +159,15 @@ StandardLines::Ways Connection::standardWays()
         .now = [this] { return m_clock.elapsed(); },
         .tell =
             [this](const QString& text, bool good) {
-                m_parts.mainView.write(strColor % (good ? "03* "_L1 : "04* "_L1) % text);
+                skipRest([&] {
+                    m_parts.mainView.write(strColor % (good ? "03* "_L1 : "04* "_L1) % text);
+                });
             },
-        .warn = [this](const QString& text) { warn(text); },
+        .warn = [this](const QString& text) { skipRest([&] { warn(text); }); },
         .keep =
             [this](const QString& text) {
                 if (m_keep)
-                    m_keep(text);
+                    skipRest([&] { m_keep(text); });
             },
     };
 }

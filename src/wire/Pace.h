@@ -30,7 +30,7 @@ public:
     // What may go by now; a timer sees to it in time.
     void sendWhatMay();
 
-    bool isWaiting() const { return !m_waiting.isEmpty(); }
+    qsizetype waiting() const { return m_waiting.size(); }
 
 private:
     void write(const QByteArray& line);

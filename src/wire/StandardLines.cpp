@@ -17,6 +17,8 @@ constexpr qsizetype longestLine = 510; // in bytes, without its end
 // What stands before a relayed line as long as nobody has told how others see us.
 constexpr qsizetype longestUserAtHost = 10 + 1 + 63;
 constexpr int answerMilliseconds = 20000;
+constexpr qsizetype shortestPiece = 40; // behind a target that is too long for any line
+constexpr qsizetype longestQueueOfAnswers = 3;
 constexpr auto nicknameService = "NickServ"_L1;
 
 bool isSame(QStringView one, QLatin1StringView other)
@@ -131,12 +133,18 @@ void StandardLines::sendTalk(const StandardLine& line)
     const QString action = QString(strAction) + "ACTION "_L1;
     const QString& text = *line.last;
     const bool isAction = text.startsWith(action) && text.endsWith(strAction);
-    if (!isAction && text.startsWith(strAction))
-        return sendCut(line); // half a question is none
+    if (!isAction && text.startsWith(strAction)) {
+        // A flood of questions must not hold up what a person types.
+        const bool isAnswer = isSame(line.command, "NOTICE"_L1);
+        if (!isAnswer || m_pace.waiting() < longestQueueOfAnswers)
+            sendCut(line); // half a question is none
+        return;
+    }
     const QString before = isAction ? action : QString();
     const QString behind = isAction ? QString(strAction) : QString();
     const QString inner = text.mid(before.size(), text.size() - before.size() - behind.size());
-    const qsizetype room = longestLine - relayedHead(line) - before.size() - behind.size();
+    const qsizetype room =
+        std::max(longestLine - relayedHead(line) - before.size() - behind.size(), shortestPiece);
     StandardLine piece = line;
     for (const QString& part : piecesOf(inner, room, m_charset)) {
         piece.last = before + part + behind;

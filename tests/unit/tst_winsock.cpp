@@ -171,11 +171,7 @@ void TestWinsock::oneHandlerAtATime()
          }},
     };
     connect(&pair.sock, &Winsock::DataArrival, this, [&] {
-<<<<<<< HEAD
         const QString piece = QString::fromLatin1(pair.sock.GetData());
-=======
-        const QString piece = QString::fromUtf8(pair.sock.GetData());
->>>>>>> 0f000a2 (Chat on networks of today, in clear or by TLS)
         order << piece;
         if (const auto handler = handlers.value(piece))
             handler();

@@ -108,6 +108,8 @@ private Q_SLOTS:
     void leftOff_data();
     void leftOff();
     void pace();
+    void floodOfQuestions();
+    void noise();
     void ison();
     void identify();
     void sasl_data();
@@ -283,6 +285,50 @@ void TestWireLines::pace()
     edge.lines.send(u"QUIT :bye"_s);
     QCOMPARE(edge.sent.size(), 31);
     QCOMPARE(edge.sent.last(), u"QUIT bye"_s);
+}
+
+void TestWireLines::floodOfQuestions()
+{
+    Edge edge;
+    edge.enter();
+    for (int i = 0; i < 200; ++i)
+        edge.lines.send(u"CTCPREPLY bob VERSION :Some Client"_s);
+    edge.lines.send(u"PRIVMSG #room :typed in between"_s);
+    edge.settle();
+    QVERIFY(edge.sent.size() < 20);
+    QCOMPARE(edge.sent.last(), u"PRIVMSG #room :typed in between"_s);
+}
+
+void TestWireLines::noise()
+{
+    QRandomGenerator random(12);
+    const QStringList words{u":s"_s,       u":me!i@h"_s,
+                            u"001"_s,      u"005"_s,
+                            u"303"_s,      u"396"_s,
+                            u"CAP"_s,      u"LS"_s,
+                            u"*"_s,        u":"_s,
+                            u"ACK"_s,      u"903"_s,
+                            u"904"_s,      u"AUTHENTICATE"_s,
+                            u"JOIN"_s,     u"NICK"_s,
+                            u"me"_s,       u"TOPICLEN=-9"_s,
+                            u""_s,         u"+"_s,
+                            u"401"_s,      u"NickServ"_s,
+                            u"sasl"_s,     u"USER"_s,
+                            u"ISON"_s,     u"KICK"_s,
+                            u"PRIVMSG"_s,  u"\1ACTION"_s,
+                            u"\1"_s,       u"KICKLEN=1"_s,
+                            u"IDENTIFY"_s, QString(600, u'x')};
+    Edge edge({u"me"_s, u"secret"_s});
+    for (int round = 0; round < 3000; ++round) {
+        QStringList line;
+        for (int i = random.bounded(7); i > 0; --i)
+            line += words[random.bounded(words.size())];
+        edge.hear(line.join(u' '));
+        edge.lines.send(line.join(u' '));
+    }
+    edge.settle();
+    for (const QString& line : edge.take())
+        QVERIFY2(line.toUtf8().size() <= 510 && !line.startsWith("without"_L1), qPrintable(line));
 }
 
 void TestWireLines::ison()
