@@ -2,10 +2,13 @@
 
 #include "Surroundings.h"
 #include "common/ControlCharacters.h"
+#include "common/SessionVariables.h"
+#include "common/TextHelpers.h"
 #include "controls/ActionEntry.h"
 #include "desktop/WebAddresses.h"
 #include "platform/Handlers.h"
 #include "session/SessionStart.h"
+#include "settings/Settings.h"
 #include "text/Links.h"
 
 #include <QMenu>
@@ -37,6 +40,40 @@ void ChatRoom::Form_Load()
 {
     startSession(main.window, m_parts.login, m_parts.settings, m_parts.surroundings.events,
                  m_parts.variables, main.ownStyle);
+    startLog();
+}
+
+void ChatRoom::startLog()
+{
+    const QString folder = beforeNul(m_parts.settings.ReadSetting(u"log"_s, u"folder"_s, {}));
+    if (folder.isEmpty())
+        return;
+    m_log = std::make_unique<TalkLog>(folder, m_parts.surroundings.clock, m_parts.notices);
+    main.writer.setCopy([this](const RichTextBox& view, const QString& text) {
+        if (const QString name = placeOf(view); !name.isEmpty())
+            m_log->keep(name, text);
+    });
+}
+
+// The room or the chatter whose conversation the view shows; empty for others.
+QString ChatRoom::placeOf(const RichTextBox& view) const
+{
+    if (&view == &main.mainView.view()) {
+        const QString& room = main.room.ChannelName;
+        // No nick begins so.
+        return room.isEmpty() ? "="_L1 + beforeNul(m_parts.variables.ServerHost) : room;
+    }
+    for (const auto& place : windows.queryFactory.places()) {
+        if (place->window() && &view == &place->window()->DataIn())
+            return place->QueryNick;
+    }
+    return {};
+}
+
+void ChatRoom::finishLog()
+{
+    if (m_log)
+        m_log->finish();
 }
 
 void ChatRoom::wireKeys()

@@ -5,6 +5,7 @@
 #include "Session.h"
 #include "SmallWindows.h"
 #include "desktop/SitePages.h"
+#include "text/TalkLog.h"
 
 #include <QObject>
 
@@ -19,11 +20,16 @@ public:
     // Reads the session's settings; raises what they raise.
     void Form_Load();
 
+    // Whatever is still to be written of the talk.
+    void finishLog();
+
 private:
     void wireKeys();
     void wireClicks();
     void wireEntries();
     void showConnected(bool connected);
+    void startLog();
+    QString placeOf(const RichTextBox& view) const;
 
     struct Click;
     struct Entry;
@@ -31,6 +37,7 @@ private:
     static const Entry entries[];
 
     const ChatRoomParts m_parts;
+    std::unique_ptr<TalkLog> m_log; // none if nothing is to be kept
 
 public:
     MainRoom main;

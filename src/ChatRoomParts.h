@@ -1,5 +1,7 @@
 #pragma once
 
+#include "settings/Notices.h"
+
 class Dialogs;
 class Handlers;
 class Popup;
@@ -36,4 +38,5 @@ struct ChatRoomParts
     TrafficLog& debugWin;
     Program& program;
     SmallForms& smallForms;
+    Notices notices;
 };

@@ -99,6 +99,7 @@ ChatRoom& Messenger::chatRoom()
         .debugWin = *this,
         .program = *this,
         .smallForms = *this,
+        .notices = m_notices,
     });
     connect(&m_chatRoom->session.connection, &Connection::reported, &m_login, &Login::showReport);
     try {
@@ -161,5 +162,7 @@ void Messenger::fail(const QString& message)
 
 void Messenger::End()
 {
+    if (m_chatRoom)
+        m_chatRoom->finishLog();
     m_surroundings.end();
 }

@@ -159,7 +159,7 @@ QPalette palette(std::size_t scheme)
     result.setColor(QPalette::AlternateBase, paper("@haze"_L1));
     result.setColor(QPalette::Text, paper("@ink"_L1));
     result.setColor(QPalette::ButtonText, frame("@word"_L1, scheme));
-    result.setColor(QPalette::PlaceholderText, paper("@stone"_L1));
+    result.setColor(QPalette::PlaceholderText, paper("@slate"_L1));
     result.setColor(QPalette::Highlight, paper("@sea"_L1));
     result.setColor(QPalette::HighlightedText, paper("@white"_L1));
     result.setColor(QPalette::Link, frame("@link"_L1, scheme));

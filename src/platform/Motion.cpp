@@ -21,11 +21,12 @@ constexpr std::array<Place, 3> places{{
     {"gtk-3.0/settings.ini"_L1, "Settings/gtk-enable-animations"_L1},
 }};
 
-bool readMotionReduced()
+} // namespace
+
+bool isMotionReducedIn(const QString& settingsFolder)
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     for (const Place& place : places) {
-        const QSettings file(folder + u'/' + place.file, QSettings::IniFormat);
+        const QSettings file(settingsFolder + u'/' + place.file, QSettings::IniFormat);
         const QString value = file.value(place.key).toString().trimmed().toLower();
         bool isNumber = false;
         const double factor = value.toDouble(&isNumber);
@@ -35,10 +36,9 @@ bool readMotionReduced()
     return false;
 }
 
-} // namespace
-
 bool isMotionReduced()
 {
-    static const bool reduced = readMotionReduced();
+    static const bool reduced =
+        isMotionReducedIn(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
     return reduced;
 }

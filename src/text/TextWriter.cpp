@@ -171,6 +171,20 @@ void append(RichTextBox& view, const Runs& runs)
 
 void TextWriter::WriteView(RichTextBox& view, const QString& text) const
 {
+    write(view, text);
+    if (m_copy)
+        m_copy(view, text);
+}
+
+QString TextWriter::plainText(const QString& text)
+{
+    const QString line = text + u' ';
+    const Runs runs(line, Dialect::View);
+    return runs.line().text.toString();
+}
+
+void TextWriter::write(RichTextBox& view, const QString& text) const
+{
     const bool formatted = hasFormatting(text);
     if (formatted) [[maybe_unused]]
         const Int16 length(text.size() + 1);

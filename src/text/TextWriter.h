@@ -2,6 +2,9 @@
 
 #include <QString>
 
+#include <functional>
+#include <utility>
+
 class RichTextBox;
 struct SessionVariables;
 
@@ -19,10 +22,20 @@ public:
 
     void WriteView(RichTextBox& view, const QString& text) const;
 
+    // Told of every line when it stands in its view.
+    using Copy = std::function<void(const RichTextBox& view, const QString& text)>;
+    void setCopy(Copy copy) { m_copy = std::move(copy); }
+
+    // What is left of a line without its codes.
+    static QString plainText(const QString& text);
+
     // The older writer: every line takes the formatted way, in the view's present font, and
     // character 15 is a character like any other.
     static void WriteRaw(RichTextBox& view, const QString& text);
 
 private:
+    void write(RichTextBox& view, const QString& text) const;
+
     const SessionVariables& m_variables;
+    Copy m_copy;
 };

@@ -278,6 +278,8 @@ private Q_SLOTS:
         else if (!refusal.isEmpty())
             shown += refusal;
         QCOMPARE(desk.boxes.shown, shown);
+        // Where there is no question, it says what has to be done first.
+        QCOMPARE(desk.ignored.findChild<QLabel*>(u"whatToDo"_s)->isVisible(), refusal == u"-"_s);
         if (refusal.isEmpty()) {
             QCOMPARE(rowsOf(rows), QStringList({u"old - Blocked"_s, answer + u" - Blocked"_s}));
             QCOMPARE(desk.server.sent,

@@ -56,6 +56,8 @@ private Q_SLOTS:
     void badSetting_data();
     void badSetting();
     void pipesInPlaceOfFiles();
+    void toolBarIsPaleWithoutAnEngine();
+    void keepsWhatIsSaid();
     void closingTheWindowKeepsTheSession();
     void exit_data();
     void exit();
@@ -473,6 +475,50 @@ void MessengerTest::pipesInPlaceOfFiles()
     m_client->signIn(u"anna"_s);
     QTRY_VERIFY(m_server->received().startsWith("NICK anna\n"));
     QCOMPARE(m_client->around.told.size(), 2);
+}
+
+void MessengerTest::toolBarIsPaleWithoutAnEngine()
+{
+    beInTheRoom();
+    const auto* bar = m_client->window().findChild<QWidget*>(u"ToolBar1"_s);
+    QVERIFY(bar->isEnabled());
+    m_client->window().myHome();
+    QTRY_VERIFY(!bar->isEnabled());
+    QCOMPARE(m_client->around.enginesAsked, 1);
+}
+
+// Room and chatters in files of their own, without codes, whatever their names are made of; a
+// folder that is none is told once.
+void MessengerTest::keepsWhatIsSaid()
+{
+    const QTemporaryDir folder;
+    const QString log = folder.filePath(u"talk"_s);
+    QVERIFY(m_client->around.writeSettings("[log]\nfolder=" + log.toUtf8() + '\n'));
+    beInTheRoom();
+    m_server->say(":bob!u@h PRIVMSG #Harbor :\x02hi\x02 \x03"
+                  "4all\x07 :)\r\n"
+                  ":..!u@h PRIVMSG anna :\xc3\xa9\r\n");
+    const auto file = [&](const QString& name) {
+        QFile kept(log + u'/' + name + ".2003-04-05.txt"_L1);
+        kept.open(QIODevice::ReadOnly);
+        return QString::fromUtf8(kept.readAll());
+    };
+    QTRY_VERIFY(file(u"#harbor"_s).contains("[06:07:08] <bob> hi all  :)\n"_L1));
+    QTRY_VERIFY(file(u"%2E%2E"_s).endsWith(u"[06:07:08] <..> \u00e9\n"_s));
+    QVERIFY(QFile::permissions(log + "/#harbor.2003-04-05.txt"_L1) ==
+            (QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser));
+
+    // The folder goes, and a file stands in its place.
+    QVERIFY(QDir(log).removeRecursively());
+    QFile wall(log);
+    QVERIFY(wall.open(QIODevice::WriteOnly));
+    m_client->say(u"one"_s);
+    QTRY_COMPARE(m_client->around.told.size(), 1);
+    m_client->say(u"two"_s);
+    m_client->chatRoom().finishLog();
+    QCoreApplication::processEvents();
+    QCOMPARE(m_client->around.told.size(), 1);
+    QVERIFY(m_client->reads(u"two"_s));
 }
 
 void MessengerTest::closingTheWindowKeepsTheSession()

@@ -1,6 +1,7 @@
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
 #include "controls/ActionEntry.h"
+#include "controls/Theme.h"
 #include "controls/xpButton.h"
 #include "desktop/Author.h"
 #include "desktop/FontOption.h"
@@ -9,6 +10,7 @@
 #include "desktop/frmPopup.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
+#include "platform/Motion.h"
 #include "platform/QtDialogs.h"
 #include "platform/Resources.h"
 
@@ -19,6 +21,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -62,6 +66,10 @@ private Q_SLOTS:
     void fontListsAreFilled();
 
     void boxGoesWithItsWindow();
+    void frameFollowsTheDesktop_data();
+    void frameFollowsTheDesktop();
+    void motionFollowsTheDesktop_data();
+    void motionFollowsTheDesktop();
 
     void authorLinkByMouseAndKeyboard();
 
@@ -278,6 +286,81 @@ void tst_smallforms::boxGoesWithItsWindow()
         QTest::keyClick(line, Qt::Key_Return);
     });
     QCOMPARE(dialogs.InputBox(u"Name"_s, u"Question"_s), u"anna"_s);
+}
+
+void tst_smallforms::frameFollowsTheDesktop_data()
+{
+    QTest::addColumn<QColor>("ground"); // of the desktop
+    QTest::addColumn<QColor>("word");
+    QTest::addColumn<bool>("dark");
+    QTest::addColumn<double>("contrast"); // at least
+
+    QTest::newRow("light") << QColor(239, 239, 239) << QColor(0, 0, 0) << false << 7.0;
+    QTest::newRow("dark") << QColor(49, 54, 59) << QColor(239, 240, 241) << true << 7.0;
+    QTest::newRow("black on white") << QColor(255, 255, 255) << QColor(0, 0, 0) << false << 20.9;
+    QTest::newRow("white on black") << QColor(0, 0, 0) << QColor(255, 255, 255) << true << 20.9;
+}
+
+void tst_smallforms::frameFollowsTheDesktop()
+{
+    QFETCH(QColor, ground);
+    QFETCH(QColor, word);
+    const QPalette before = QApplication::palette();
+    const QString styleBefore = qApp->styleSheet();
+    QPalette desktop(ground);
+    desktop.setColor(QPalette::Window, ground);
+    desktop.setColor(QPalette::WindowText, word);
+    QApplication::setPalette(desktop);
+    applyTheme(*qApp);
+    const QPalette ours = QApplication::palette();
+    qApp->setStyleSheet(styleBefore);
+    QApplication::setPalette(before);
+
+    const auto luminance = [](const QColor& color) {
+        const auto part = [](double value) {
+            return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) +
+               0.0722 * part(color.blueF());
+    };
+    const double window = luminance(ours.color(QPalette::Window));
+    const double text = luminance(ours.color(QPalette::WindowText));
+    QTEST(window < text, "dark");
+    QFETCH(double, contrast);
+    QVERIFY((std::max(window, text) + 0.05) / (std::min(window, text) + 0.05) >= contrast);
+    QCOMPARE(ours.color(QPalette::Base), QColor(Qt::white)); // the paper stays light
+    QVERIFY(luminance(ours.color(QPalette::Text)) < 0.05);
+}
+
+void tst_smallforms::motionFollowsTheDesktop_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("reduced");
+
+    QTest::newRow("nothing said") << u"other"_s << QByteArray() << false;
+    QTest::newRow("none") << u"kdeglobals"_s << QByteArray("[KDE]\nAnimationDurationFactor=0\n")
+                          << true;
+    QTest::newRow("slower") << u"kdeglobals"_s << QByteArray("[KDE]\nAnimationDurationFactor=1.5\n")
+                            << false;
+    QTest::newRow("off") << u"gtk-3.0/settings.ini"_s
+                         << QByteArray("[Settings]\ngtk-enable-animations=false\n") << true;
+    QTest::newRow("on") << u"gtk-4.0/settings.ini"_s
+                        << QByteArray("[Settings]\ngtk-enable-animations=1\n") << false;
+}
+
+void tst_smallforms::motionFollowsTheDesktop()
+{
+    QFETCH(QString, file);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(file);
+    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+    QFile settings(path);
+    QVERIFY(settings.open(QIODevice::WriteOnly));
+    QFETCH(QByteArray, content);
+    settings.write(content);
+    settings.close();
+    QTEST(isMotionReducedIn(folder.path()), "reduced");
 }
 
 void tst_smallforms::authorLinkByMouseAndKeyboard()
