@@ -62,6 +62,34 @@ constexpr KeyAddress rememberPassKey{"irc"_L1, "Password"_L1, "false"_L1};
 constexpr KeyAddress loadAtStartUpKey{"load"_L1, "startup"_L1, "true"_L1};
 constexpr KeyAddress guestModeKey{"irc"_L1, "Guest"_L1, "false"_L1};
 
+// Where the rest picture and the strip lie. It gives way where the window is low: the form below
+// needs its room, and a drawing can lose some sky and sea.
+class Band final : public QWidget
+{
+public:
+    explicit Band(QWidget* parent)
+        : QWidget(parent)
+    {
+        setMaximumHeight(wholeHeight);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    }
+
+    QSize sizeHint() const override { return {0, wholeHeight}; }
+    QSize minimumSizeHint() const override { return {0, lowestHeight}; }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QWidget::resizeEvent(event);
+        for (QWidget* picture : findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            picture->move(picture->x(), (height() - wholeHeight) / 2);
+    }
+
+private:
+    static constexpr int wholeHeight = toPixels(stripHeight);
+    static constexpr int lowestHeight = 48;
+};
+
 } // namespace
 
 Login::Login(const Parts& parts, const Handlers& handlers)
@@ -106,8 +134,7 @@ void Login::buildControls()
         return named(new QCheckBox(text, this), name);
     };
 
-    m_band = named(new QWidget(this), u"band"_s);
-    m_band->setFixedHeight(toPixels(stripHeight));
+    m_band = named(new Band(this), u"band"_s);
     Image1 = named(new SvgPicture(u":/forms/login-rest.svg"_s, m_band), u"Image1"_s);
     Picture1 = named(new SvgPicture(u":/forms/strip-left.svg"_s, m_band), u"Picture1"_s);
     Picture2 = named(new SvgPicture(u":/forms/strip-right.svg"_s, m_band), u"Picture2"_s);
@@ -501,6 +528,6 @@ void Login::hideEvent(QHideEvent* event)
 void Login::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    Image1->setGeometry(m_band->rect());
+    Image1->resize(m_band->width(), toPixels(stripHeight));
     TimerGame();
 }

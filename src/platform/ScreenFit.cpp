@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -54,4 +55,7 @@ void setFrame(QWidget& window, const QRect& frame)
 {
     window.resize(frame.size().shrunkBy(frameOf(window)));
     window.move(frame.topLeft());
+    // Once made, a window that nobody has framed yet takes a place for that of its contents.
+    if (window.windowHandle() && !window.windowHandle()->isVisible())
+        window.windowHandle()->setFramePosition(frame.topLeft());
 }

@@ -70,7 +70,8 @@ void Connection::stopRetrying()
 
 void Connection::report(SessionReport report)
 {
-    report.server = beforeNul(m_parts.variables.ServerHost);
+    report.server =
+        m_address.isValid() ? m_address.shownHost : beforeNul(m_parts.variables.ServerHost);
     m_lastReport = report;
     Q_EMIT reported(report);
 }
