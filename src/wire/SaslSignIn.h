@@ -2,6 +2,8 @@
 
 #include "wire/IRCMessage.h"
 
+#include <QStringList>
+
 #include <functional>
 
 // Signs in to an account while the connection registers, by the mechanism PLAIN. The server is

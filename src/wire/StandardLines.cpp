@@ -257,11 +257,10 @@ std::optional<QString> StandardLines::limits(const IRCMessage& message, const QS
     const std::pair<QLatin1StringView, int*> wanted[]{{"TOPICLEN"_L1, &m_limits.topic},
                                                       {"AWAYLEN"_L1, &m_limits.away},
                                                       {"KICKLEN"_L1, &m_limits.kick}};
-    for (const QStringView parameter : message.Params) {
-        const QString token = parameter.toString();
+    for (const QStringView token : message.Params) {
         for (const auto& [name, limit] : wanted) {
-            if (token.section(u'=', 0, 0) == name)
-                *limit = std::max(token.section(u'=', 1).toInt(), 0);
+            if (token.startsWith(name) && token.mid(name.size()).startsWith(u'='))
+                *limit = std::max(token.mid(name.size() + 1).toInt(), 0);
         }
     }
     return line;
