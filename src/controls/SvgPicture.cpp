@@ -1,5 +1,7 @@
 #include "controls/SvgPicture.h"
 
+#include <QAccessibleWidget>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPixmapCache>
@@ -8,6 +10,44 @@
 namespace {
 
 constexpr qreal dimmedOpacity = 0.35;
+
+// Made at the first touch, before it is known whether the picture is to be a button.
+class AccessiblePicture final : public QAccessibleWidget
+{
+public:
+    explicit AccessiblePicture(SvgPicture* picture)
+        : QAccessibleWidget(picture)
+    {
+    }
+
+    QAccessible::Role role() const override
+    {
+        return picture()->isButton() ? QAccessible::Button : QAccessible::Graphic;
+    }
+
+    QStringList actionNames() const override
+    {
+        const QStringList names = QAccessibleWidget::actionNames();
+        return picture()->isButton() ? QStringList(pressAction()) + names : names;
+    }
+
+    void doAction(const QString& name) override
+    {
+        if (name == pressAction())
+            Q_EMIT picture()->Click();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+    static QAccessibleInterface* create(const QString&, QObject* object)
+    {
+        auto* picture = qobject_cast<SvgPicture*>(object);
+        return picture ? new AccessiblePicture(picture) : nullptr;
+    }
+
+private:
+    SvgPicture* picture() const { return static_cast<SvgPicture*>(object()); }
+};
 
 } // namespace
 
@@ -36,6 +76,7 @@ SvgPicture::SvgPicture(const QString& resource, QWidget* parent)
     , m_resource(resource)
     , m_sizeHint(QSvgRenderer(resource).defaultSize())
 {
+    QAccessible::installFactory(&AccessiblePicture::create);
 }
 
 void SvgPicture::setDimmed(bool dimmed)
@@ -54,6 +95,28 @@ void SvgPicture::paintEvent(QPaintEvent*)
     if (m_dimmed)
         painter.setOpacity(dimmedOpacity);
     painter.drawPixmap(rect(), svgPixmap(m_resource, size(), devicePixelRatioF()));
+    if (!hasFocus())
+        return;
+    painter.setOpacity(1);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
+}
+
+void SvgPicture::makeButton()
+{
+    m_isButton = true;
+    setFocusPolicy(Qt::TabFocus); // a click leaves the focus where the user types
+}
+
+void SvgPicture::keyPressEvent(QKeyEvent* event)
+{
+    const bool presses = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return ||
+                         event->key() == Qt::Key_Enter;
+    if (m_isButton && presses && !event->isAutoRepeat())
+        Q_EMIT Click();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void SvgPicture::mouseReleaseEvent(QMouseEvent* event)

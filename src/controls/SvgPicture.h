@@ -19,16 +19,22 @@ public:
     // Pale, for something that has no effect just now. It can still be clicked.
     void setDimmed(bool dimmed);
     bool isDimmed() const { return m_dimmed; }
+    // A click on it does something: it is reached by Tab and pressed by Space or Enter, too, and a
+    // button to screen readers.
+    void makeButton();
+    bool isButton() const { return m_isButton; }
 
 Q_SIGNALS:
     void Click();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     QString m_resource;
     QSize m_sizeHint;
     bool m_dimmed = false;
+    bool m_isButton = false;
 };

@@ -220,6 +220,7 @@ QWidget* Channel::buildInputRow()
     DataOut->installEventFilter(this);
     Image2 = named(new SvgPicture(u":/forms/send.svg"_s), u"Image2"_s, u"Send"_s);
     Image2->setFixedSize(32, 32);
+    Image2->makeButton();
     Image2->setToolTip(u"Send"_s);
     Image2->setCursor(Qt::PointingHandCursor);
 
@@ -247,7 +248,7 @@ void Channel::connectEvents(const Handlers& handlers)
     m_inputKeys = std::make_unique<InputKeys>(*m_dataIn, *DataOut);
 
     for (int page = 0; page < TBar->count(); ++page) {
-        auto* key = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + page)), this);
+        auto* key = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + page)), TBar);
         connect(key, &QShortcut::activated, this, [this, page] { TBar->setCurrentIndex(page); });
     }
     connect(TBar, &QTabBar::currentChanged, this, &Channel::showPage);

@@ -115,6 +115,7 @@ QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures, std::shared_ptr<Vie
     m_image2->setToolTip(u"Send"_s);
     m_image2->setCursor(Qt::PointingHandCursor);
     m_image2->setFixedSize(sendSide, sendSide);
+    m_image2->makeButton();
     m_image2->setMouseTracking(true);
     m_image2->installEventFilter(this);
 
@@ -188,6 +189,7 @@ void QueryForm::arrange()
     for (std::size_t place = headerLinks; place < linkRows.size(); ++place)
         then(m_links[linkRows[place].link]);
     then(m_dataOut);
+    then(m_image2);
     for (std::size_t place = 0; place < headerLinks; ++place)
         then(m_links[linkRows[place].link]);
 }

@@ -2,9 +2,11 @@
 
 #include "view/ReaderSelection.h"
 
-AccessibleChanges::AccessibleChanges(QObject* view, const ChatText& text, Sink sink)
+AccessibleChanges::AccessibleChanges(QObject* view, const ChatText& text, const SpokenText& spoken,
+                                     Sink sink)
     : m_view(view)
     , m_text(text)
+    , m_spoken(spoken)
     , m_sink(std::move(sink))
 {
 }
@@ -17,8 +19,7 @@ void AccessibleChanges::aboutToReplace(qsizetype start, qsizetype length, QStrin
     const bool isInside = start + removed < m_known;
     m_known -= removed;
     if (removed > 0) {
-        QAccessibleTextRemoveEvent event(m_view, static_cast<int>(start),
-                                         m_text.text(start, start + removed));
+        QAccessibleTextRemoveEvent event(m_view, offsetOf(start), spoken(start, start + removed));
         m_sink(event);
     }
     if (!isInside || text.isEmpty())
@@ -27,25 +28,38 @@ void AccessibleChanges::aboutToReplace(qsizetype start, qsizetype length, QStrin
     tellInserted(start, text.toString());
 }
 
-void AccessibleChanges::textShown()
+QString AccessibleChanges::textShown()
 {
-    if (m_known < m_text.length())
-        tellInserted(m_known, m_text.text(m_known, m_text.length()));
+    if (m_known == m_text.length())
+        return {};
+    const QString text = spoken(m_known, m_text.length());
+    tellInserted(m_known, text);
     skipNewText();
+    return text;
 }
 
 void AccessibleChanges::readerMoved(const ReaderSelection& reader)
 {
-    QAccessibleTextSelectionEvent selection(m_view, static_cast<int>(reader.start()),
-                                            static_cast<int>(reader.end()));
-    selection.setCursorPosition(static_cast<int>(reader.caret()));
+    QAccessibleTextSelectionEvent selection(m_view, offsetOf(reader.start()),
+                                            offsetOf(reader.end()));
+    selection.setCursorPosition(offsetOf(reader.caret()));
     m_sink(selection);
-    QAccessibleTextCursorEvent caret(m_view, static_cast<int>(reader.caret()));
+    QAccessibleTextCursorEvent caret(m_view, offsetOf(reader.caret()));
     m_sink(caret);
+}
+
+int AccessibleChanges::offsetOf(qsizetype position) const
+{
+    return static_cast<int>(m_spoken.offsetOf(position));
+}
+
+QString AccessibleChanges::spoken(qsizetype start, qsizetype end) const
+{
+    return m_spoken.text(m_spoken.offsetOf(start), m_spoken.offsetOf(end));
 }
 
 void AccessibleChanges::tellInserted(qsizetype start, const QString& text)
 {
-    QAccessibleTextInsertEvent event(m_view, static_cast<int>(start), text);
+    QAccessibleTextInsertEvent event(m_view, offsetOf(start), text);
     m_sink(event);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "view/ChatText.h"
+#include "view/SpokenText.h"
 
 #include <QAccessible>
 
@@ -15,19 +16,23 @@ class AccessibleChanges final
 public:
     using Sink = std::function<void(QAccessibleEvent& event)>;
 
-    AccessibleChanges(QObject* view, const ChatText& text, Sink sink);
+    AccessibleChanges(QObject* view, const ChatText& text, const SpokenText& spoken, Sink sink);
 
     void aboutToReplace(qsizetype start, qsizetype length, QStringView text);
-    void textShown();
+    // Returns it.
+    QString textShown();
     // While nobody listens, new text needs no copying. It will not be told later.
     void skipNewText() { m_known = m_text.length(); }
     void readerMoved(const ReaderSelection& reader);
 
 private:
+    int offsetOf(qsizetype position) const;
+    QString spoken(qsizetype start, qsizetype end) const;
     void tellInserted(qsizetype start, const QString& text);
 
     QObject* m_view;
     const ChatText& m_text;
+    const SpokenText& m_spoken;
     Sink m_sink;
     qsizetype m_known = 0; // how much of the text has been told
 };

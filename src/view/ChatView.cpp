@@ -3,6 +3,7 @@
 #include "common/TextHelpers.h"
 #include "view/ChatViewAccessible.h"
 #include "view/FindBar.h"
+#include "view/LineAnnouncer.h"
 #include "view/LineDecor.h"
 #include "view/MarkedScrollBar.h"
 #include "view/NewMessagesChip.h"
@@ -89,6 +90,7 @@ qint64 secondsNow()
 ChatView::ChatView(QWidget* parent, std::shared_ptr<PictureCache> pictures,
                    std::shared_ptr<ViewLook> look)
     : QAbstractScrollArea(parent)
+    , m_spoken(m_text, m_tables)
     , m_notes(secondsNow)
     , m_look(look ? std::move(look) : std::make_shared<ViewLook>())
     , m_layout(m_text, std::make_unique<StyleFormats>(m_tables, font(), palette()))
@@ -97,7 +99,8 @@ ChatView::ChatView(QWidget* parent, std::shared_ptr<PictureCache> pictures,
     , m_reader(m_text)
     , m_links(m_text, m_tables)
     , m_pictures(pictures ? std::move(pictures) : std::make_shared<PictureCache>())
-    , m_accessibleChanges(this, m_text, tellAccessibility)
+    , m_accessibleChanges(this, m_text, m_spoken, tellAccessibility)
+    , m_announcer(new LineAnnouncer(this))
     , m_findBar(new FindBar(this))
     , m_unseenNotice(new NewMessagesChip(this))
 {
@@ -735,6 +738,7 @@ void ChatView::textChanged(const ChatText::Change& change)
 {
     if (m_hotLink && change.position < m_hotLink->end)
         m_hotLink.reset();
+    m_spoken.textChanged(change);
     m_notes.textChanged(change, m_text.lineCount());
     m_layout.textChanged(change);
     m_scroll.textChanged(change);
@@ -783,9 +787,17 @@ void ChatView::showFrame()
         placeOverlays();
     viewport()->update();
     if (QAccessible::isActive())
-        m_accessibleChanges.textShown();
+        tellScreenReader();
     else
         m_accessibleChanges.skipNewText();
+}
+
+// With the focus here a reader says the new text of itself.
+void ChatView::tellScreenReader()
+{
+    const QString lines = m_accessibleChanges.textShown();
+    if (isLookedAt() && !hasFocus())
+        m_announcer->announce(lines);
 }
 
 void ChatView::settle() const

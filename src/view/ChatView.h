@@ -19,6 +19,7 @@
 #include <memory>
 
 class FindBar;
+class LineAnnouncer;
 class NewMessagesChip;
 class PictureCache;
 class QMenu;
@@ -85,6 +86,7 @@ public:
     const LineNotes& notes() const { return m_notes; }
     void setNow(LineNotes::Now now) { m_notes.setNow(std::move(now)); }
     ViewLook& look() { return *m_look; }
+    const SpokenText& spokenText() const { return m_spoken; }
     const ReaderSelection& readerSelection() const { return m_reader; }
     const TextStyle& styleAt(qsizetype position) const;
     // The text between two positions with LF as line end and the code of each picture.
@@ -101,6 +103,8 @@ public:
     void scrollToStart();
     void scrollToEnd();
     void scrollByPages(int pages);
+    // What has come since it was last told; does so by itself while a reader listens.
+    void tellScreenReader();
     // Ctrl with plus, minus and 0. False: it is another key.
     bool zoomByKey(const QKeyEvent& event);
 
@@ -171,6 +175,7 @@ private:
 
     AttributeTables m_tables;
     ChatText m_text;
+    SpokenText m_spoken;
     LineNotes m_notes;
     std::shared_ptr<ViewLook> m_look;
     // Laying out on demand does not change what the view shows.
@@ -206,6 +211,7 @@ private:
     int m_leftMargin = 0;
     int m_wheelTurn = 0; // what is left of whole notches
     AccessibleChanges m_accessibleChanges;
+    LineAnnouncer* m_announcer;
 
     QBasicTimer m_autoScroll;
     QPoint m_dragPoint;

@@ -39,8 +39,8 @@ void ChatViewAccessible::selection(int index, int* start, int* end) const
 {
     const ReaderSelection& selection = view()->readerSelection();
     const bool exists = index == 0 && !selection.isEmpty();
-    *start = exists ? static_cast<int>(selection.start()) : 0;
-    *end = exists ? static_cast<int>(selection.end()) : 0;
+    *start = exists ? offset(selection.start()) : 0;
+    *end = exists ? offset(selection.end()) : 0;
 }
 
 int ChatViewAccessible::selectionCount() const
@@ -67,7 +67,7 @@ void ChatViewAccessible::setSelection(int index, int start, int end)
 
 int ChatViewAccessible::cursorPosition() const
 {
-    return static_cast<int>(view()->readerSelection().caret());
+    return offset(view()->readerSelection().caret());
 }
 
 void ChatViewAccessible::setCursorPosition(int offset)
@@ -78,8 +78,10 @@ void ChatViewAccessible::setCursorPosition(int offset)
 
 QString ChatViewAccessible::text(int start, int end) const
 {
-    const qsizetype last = end < 0 ? view()->chatText().length() : position(end);
-    return view()->chatText().text(std::min(position(start), last), last);
+    const SpokenText& spoken = view()->spokenText();
+    const qsizetype length = spoken.length();
+    const qsizetype last = end < 0 ? length : std::min<qsizetype>(end, length);
+    return spoken.text(std::clamp<qsizetype>(start, 0, last), last);
 }
 
 QString ChatViewAccessible::textBeforeOffset(int offset, QAccessible::TextBoundaryType type,
@@ -108,7 +110,7 @@ QString ChatViewAccessible::textAtOffset(int offset, QAccessible::TextBoundaryTy
 
 int ChatViewAccessible::characterCount() const
 {
-    return static_cast<int>(view()->chatText().length());
+    return static_cast<int>(view()->spokenText().length());
 }
 
 QRect ChatViewAccessible::characterRect(int offset) const
@@ -119,8 +121,8 @@ QRect ChatViewAccessible::characterRect(int offset) const
 
 int ChatViewAccessible::offsetAtPoint(const QPoint& point) const
 {
-    const qsizetype offset = view()->offsetAt(view()->mapFromGlobal(point));
-    return offset < 0 ? -1 : static_cast<int>(view()->chatText().positionOf(offset));
+    const qsizetype found = view()->offsetAt(view()->mapFromGlobal(point));
+    return found < 0 ? -1 : offset(view()->chatText().positionOf(found));
 }
 
 void ChatViewAccessible::scrollToSubstring(int start, int end)
@@ -138,8 +140,8 @@ QString ChatViewAccessible::attributes(int offset, int* start, int* end) const
     size_t run = 0;
     while (run + 1 < line.runs.size() && line.runs[run + 1].start <= at - lineStart)
         ++run;
-    *start = static_cast<int>(lineStart + line.runs[run].start);
-    *end = static_cast<int>(lineStart + line.runEnd(run));
+    *start = this->offset(lineStart + line.runs[run].start);
+    *end = this->offset(lineStart + line.runEnd(run));
     const TextStyle& style = view()->styleAt(at);
     const QColor color = QColor::fromRgb(style.color);
     QString result =
@@ -160,7 +162,13 @@ ChatView* ChatViewAccessible::view() const
 
 qsizetype ChatViewAccessible::position(int offset) const
 {
-    return std::clamp<qsizetype>(offset, 0, view()->chatText().length());
+    const SpokenText& spoken = view()->spokenText();
+    return spoken.positionOf(std::clamp<qsizetype>(offset, 0, spoken.length()));
+}
+
+int ChatViewAccessible::offset(qsizetype position) const
+{
+    return static_cast<int>(view()->spokenText().offsetOf(position));
 }
 
 // Within one line: the whole text is too much to look for the ends of a word in.
@@ -190,7 +198,7 @@ ChatViewAccessible::Range ChatViewAccessible::unitAt(qsizetype position,
 
 QString ChatViewAccessible::part(const Range& range, int* start, int* end) const
 {
-    *start = static_cast<int>(range.start);
-    *end = static_cast<int>(range.end);
-    return view()->chatText().text(range.start, range.end);
+    *start = offset(range.start);
+    *end = offset(range.end);
+    return view()->spokenText().text(*start, *end);
 }

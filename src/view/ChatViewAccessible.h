@@ -50,6 +50,7 @@ private:
 
     ChatView* view() const;
     qsizetype position(int offset) const;
+    int offset(qsizetype position) const;
     Range unitAt(qsizetype position, QAccessible::TextBoundaryType type) const;
     QString part(const Range& range, int* start, int* end) const;
 };

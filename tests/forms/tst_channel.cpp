@@ -13,6 +13,7 @@
 #include "view/ReadableGround.h"
 #include "wire/LineSink.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -683,7 +684,7 @@ void ChannelTest::styleBoxes()
 
 void ChannelTest::sendPicture()
 {
-    const auto* picture = control<QWidget>(u"Image2"_s);
+    auto* picture = control<QWidget>(u"Image2"_s);
     click(picture);
     QCOMPARE(m_desk->server.lines, QStringList());
     QTest::keyClicks(input(), u"hi"_s);
@@ -691,6 +692,17 @@ void ChannelTest::sendPicture()
     QCOMPARE(m_desk->server.lines, QStringList{u"PRIVMSG #room :\x03"
                                                "1 hi"_s});
     QCOMPARE(input()->text(), QString());
+
+    QAccessibleInterface* button = QAccessible::queryAccessibleInterface(picture);
+    QCOMPARE(button->role(), QAccessible::Button);
+    QCOMPARE(button->text(QAccessible::Name), u"Send"_s);
+    QTest::keyClicks(input(), u"by reader"_s);
+    button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QTest::keyClicks(input(), u"by key"_s);
+    QTest::keyClick(input(), Qt::Key_Tab);
+    QVERIFY(picture->hasFocus());
+    QTest::keyClick(picture, Qt::Key_Space);
+    QCOMPARE(m_desk->server.lines.size(), 3);
 }
 
 void ChannelTest::failingKeyIsFatal()

@@ -1,5 +1,6 @@
 #include "view/AccessibleChanges.h"
 #include "view/ChatView.h"
+#include "view/LineAnnouncer.h"
 #include "view/LineDecor.h"
 #include "view/LineLayout.h"
 #include "view/ReadableGround.h"
@@ -76,6 +77,7 @@ private Q_SLOTS:
 
     void isReadByAScreenReader();
     void tellsAScreenReaderOfChanges();
+    void announcesLinesWhileTheKeyboardIsElsewhere();
 
 private:
     void write(const QString& text)
@@ -810,6 +812,17 @@ void ChatViewTest::isReadByAScreenReader()
     text->setCursorPosition(3);
     QTest::keyClick(m_view.get(), Qt::Key_Right);
     QCOMPARE(text->cursorPosition(), 4);
+    m_view->setSelStart(m_view->TextLength());
+    m_view->InsertPicture({u":))"_s, {}, {18, 18}});
+    write(u" so"_s);
+    QCOMPARE(text->characterCount(), 35);
+    QCOMPARE(text->text(24, 34), u"line\n:)) s"_s);
+    QCOMPARE(text->text(30, 33), u")) "_s);
+    QCOMPARE(text->textAtOffset(30, QAccessible::CharBoundary, &start, &end), u":))"_s);
+    QCOMPARE(std::pair(start, end), std::pair(29, 32));
+    text->setSelection(0, 33, 35);
+    QCOMPARE(selected(), u"so"_s);
+    text->removeSelection(0);
     QVERIFY(text->attributes(2, &start, &end).contains(u"color:rgb(0,0,0)"_s));
     QCOMPARE(std::pair(start, end), std::pair(0, 16));
 }
@@ -818,7 +831,11 @@ void ChatViewTest::tellsAScreenReaderOfChanges()
 {
     QStringList told;
     ChatText text;
-    AccessibleChanges changes(m_view.get(), text, [&told](const QAccessibleEvent& event) {
+    AttributeTables tables;
+    tables.styles.indexOf({});
+    const auto smiley = static_cast<quint16>(tables.pictures.indexOf({u":)"_s, {}, {}}) + 1);
+    SpokenText spoken(text, tables);
+    AccessibleChanges changes(m_view.get(), text, spoken, [&told](const QAccessibleEvent& event) {
         if (event.type() == QAccessible::TextInserted) {
             const auto& inserted = static_cast<const QAccessibleTextInsertEvent&>(event);
             told << u"+%1 %2"_s.arg(inserted.changePosition()).arg(inserted.textInserted());
@@ -832,7 +849,7 @@ void ChatViewTest::tellsAScreenReaderOfChanges()
     });
     const auto replace = [&](qsizetype start, qsizetype length, const QString& inserted) {
         changes.aboutToReplace(start, length, inserted);
-        text.replace(start, length, inserted, {});
+        spoken.textChanged(text.replace(start, length, inserted, {}));
     };
     const auto taken = [&told] { return std::exchange(told, {}); };
     replace(0, 0, u"one "_s);
@@ -854,6 +871,47 @@ void ChatViewTest::tellsAScreenReaderOfChanges()
     reader.select(1, 3);
     changes.readerMoved(reader);
     QCOMPARE(taken(), QStringList({u"caret 3"_s}));
+    // Pictures are heard as their codes, and count as many characters.
+    spoken.textChanged(text.replace(1, 0, u"\ufffc"_s, {0, smiley}));
+    changes.skipNewText();
+    replace(text.length(), 0, u"a b"_s);
+    spoken.textChanged(text.replace(text.length() - 2, 1, u"\ufffc"_s, {0, smiley}));
+    QCOMPARE(changes.textShown(), u"a:)b"_s);
+    QCOMPARE(taken(), QStringList({u"+12 a:)b"_s}));
+    reader.select(text.length(), text.length());
+    changes.readerMoved(reader);
+    QCOMPARE(taken(), QStringList({u"caret 16"_s}));
+}
+
+void ChatViewTest::announcesLinesWhileTheKeyboardIsElsewhere()
+{
+    auto* announcer = m_view->findChild<LineAnnouncer*>();
+    QCOMPARE(QAccessible::queryAccessibleInterface(announcer)->role(), QAccessible::Notification);
+    const auto said = [&] {
+        announcer->setAccessibleName({});
+        m_view->tellScreenReader();
+        return announcer->accessibleName();
+    };
+    QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
+    m_view->find(); // the keyboard is in its field
+    write(u"hello "_s);
+    m_view->InsertPicture({u":)"_s, {}, {18, 18}});
+    write(u"\r\nworld\r\n"_s);
+    QCOMPARE(said(), u"hello :)\nworld"_s);
+    QCOMPARE(said(), QString());
+    writeLines(300); // nobody is read a flood to its end
+    const QString end = said();
+    QVERIFY(end.size() <= 600 && end.startsWith(u"line "_s) && end.contains(u"line 302"_s));
+    m_view->setFocus(); // then the text itself is read
+    writeLines(1);
+    QCOMPARE(said(), QString());
+    m_view->find();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    writeLines(1);
+    QCOMPARE(said(), QString());
 }
 
 QTEST_MAIN(ChatViewTest)
