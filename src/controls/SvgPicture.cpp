@@ -100,7 +100,8 @@ void SvgPicture::paintEvent(QPaintEvent*)
     painter.setOpacity(1);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
+    const QRectF ring = QRectF(rect()).adjusted(1, 1, -1, -1);
+    painter.drawRoundedRect(ring, ring.height() / 2, ring.height() / 2);
 }
 
 void SvgPicture::makeButton()

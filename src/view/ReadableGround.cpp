@@ -48,22 +48,22 @@ QColor readableGround(QRgb text, QRgb paper)
 
 void setReadableColor(QLineEdit& field, QRgb color)
 {
-    QPalette palette = field.palette();
-    const QColor paper = QApplication::palette(&field).color(QPalette::Base);
-    const QColor ground = readableGround(color, paper.rgb());
-    palette.setColor(QPalette::Text, QColor::fromRgb(color));
-    palette.setColor(QPalette::PlaceholderText,
-                     ground.isValid()
-                         ? mixed(QColor::fromRgb(color), ground, 0.3)
-                         : QApplication::palette(&field).color(QPalette::PlaceholderText));
-    field.setPalette(palette);
-    // The theme paints fields by its style sheet, which knows no palette.
+    const QPalette usual = QApplication::palette(&field);
+    const QColor ground = readableGround(color, usual.color(QPalette::Base).rgb());
+    // The theme paints fields by its style sheet, which knows no palette. A new sheet takes the
+    // palette away, so it comes first.
     const QString sheet =
         ground.isValid()
             ? QString(QLatin1StringView("QLineEdit { background: ") + ground.name() + u'}')
             : QString();
     if (field.styleSheet() != sheet)
         field.setStyleSheet(sheet);
+    QPalette palette = field.palette();
+    palette.setColor(QPalette::Text, QColor::fromRgb(color));
+    palette.setColor(QPalette::PlaceholderText, ground.isValid()
+                                                    ? mixed(QColor::fromRgb(color), ground, 0.3)
+                                                    : usual.color(QPalette::PlaceholderText));
+    field.setPalette(palette);
 }
 
 QColor mixed(const QColor& first, const QColor& second, double part)

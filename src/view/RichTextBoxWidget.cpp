@@ -17,6 +17,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr int fadeWidth = 28;
+constexpr int cornerRadius = 6;
 constexpr Qt::TextInteractionFlags readingOnly =
     Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
 
@@ -151,7 +152,8 @@ void RichTextBoxWidget::paintEvent(QPaintEvent* event)
         QLinearGradient gradient(from, 0, to, 0);
         gradient.setColorAt(0, clear);
         gradient.setColorAt(0.8, paper);
-        painter.fillRect(QRect(std::min(from, to), 0, fadeWidth, viewport()->height()), gradient);
+        const QRect room = viewport()->rect().adjusted(0, cornerRadius, 0, -cornerRadius);
+        painter.fillRect(QRect(std::min(from, to), room.top(), fadeWidth, room.height()), gradient);
     };
     const int margin = qRound(document()->documentMargin()); // no text is lost there
     if (bar->value() + margin < bar->maximum())

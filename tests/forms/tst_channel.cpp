@@ -92,6 +92,7 @@ private Q_SLOTS:
     void topicGoesOutOnEnter();
     void topicIsOneLine();
     void longTopicFades();
+    void paleColorOfTheInputHasAGround();
     void clickWithoutSelectionLeadsToTheInput_data();
     void clickWithoutSelectionLeadsToTheInput();
 
@@ -403,11 +404,30 @@ void ChannelTest::longTopicFades()
     QTRY_VERIFY(lightAtTheEdge());
     QVERIFY(hint().contains(u"MMM &lt;b&gt;"_s));
     QToolTip::hideText();
-    setTopic(QString()); // an own colour of text
-    m_desk->window.setInputColor(QColor(255, 255, 0));
-    const QColor ground = readableGround(qRgb(255, 255, 0), qRgb(255, 255, 255));
-    const QImage line = input()->grab().toImage();
-    QCOMPARE(line.pixelColor(line.width() / 2, line.height() / 2), ground);
+}
+
+void ChannelTest::paleColorOfTheInputHasAGround()
+{
+    m_desk->window.setStyleSheet(u"QLineEdit { background: white }"_s); // as the theme has it
+    const auto shows = [this](const QColor& color) {
+        const QImage line = input()->grab().toImage();
+        for (int x = 0; x < line.width(); ++x) {
+            for (int y = 0; y < line.height(); ++y) {
+                if (line.pixelColor(x, y) == color)
+                    return true;
+            }
+        }
+        return false;
+    };
+    const QColor yellow(255, 255, 0);
+    const QColor ground = readableGround(yellow.rgb(), qRgb(255, 255, 255));
+    QTest::keyClicks(input(), u"MMMM"_s);
+    for (const bool pale : {true, false, true}) {
+        m_desk->window.setInputColor(pale ? yellow : QColor(Qt::black));
+        QCOMPARE(m_desk->window.inputColor(), pale ? yellow : QColor(Qt::black));
+        QCOMPARE(shows(ground), pale);
+        QVERIFY(shows(m_desk->window.inputColor()));
+    }
 }
 
 void ChannelTest::clickWithoutSelectionLeadsToTheInput_data()
