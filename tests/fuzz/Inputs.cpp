@@ -5,15 +5,18 @@
 namespace {
 
 // What stands where in the lines of a server: a source, a command word, what it is about.
-constexpr const char* sources[]{":me!i@h ", ":bob!u@h ", ":s ",  ":BOB!u@h ", ":zed!z@z ", ":x!y ",
-                                ":@ ",      ":!@ ",      ":n! ", "",          " ",         ": "};
+constexpr const char* sources[]{":me!i@h ", ":bob!u@h ", ":s ",  ":BOB!u@h ", ":zed!z@z ",
+                                ":x!y ",    ":@ ",       ":!@ ", ":n! ",      ":c\rd!u@h ",
+                                "",         " ",         ": "};
 constexpr const char* words[]{
-    "PRIVMSG", "NOTICE", "JOIN", "PART", "QUIT", "NICK",  "MODE", "KICK", "TOPIC", "PING", "KILL",
-    "ERROR",   "INVITE", "WALL", "001",  "002",  "005",   "251",  "301",  "303",   "305",  "311",
-    "312",     "317",    "319",  "320",  "324",  "328",   "329",  "331",  "332",   "333",  "346",
-    "348",     "349",    "353",  "366",  "367",  "368",   "372",  "376",  "401",   "403",  "421",
-    "422",     "431",    "432",  "433",  "461",  "471",   "473",  "475",  "482",   "484",  "999",
-    "privmsg", "join",   "CAP",  "AWAY", "PONG", "hello", "\x01", "0",    "-1",    ":x",   "307"};
+    "PRIVMSG", "NOTICE",  "JOIN",  "PART",   "QUIT",         "NICK", "MODE", "KICK", "TOPIC",
+    "PING",    "KILL",    "ERROR", "INVITE", "WALL",         "001",  "002",  "005",  "251",
+    "301",     "303",     "305",   "311",    "312",          "317",  "319",  "320",  "324",
+    "328",     "329",     "331",   "332",    "333",          "346",  "348",  "349",  "353",
+    "366",     "367",     "368",   "372",    "376",          "401",  "403",  "421",  "422",
+    "431",     "432",     "433",   "461",    "471",          "473",  "475",  "482",  "484",
+    "999",     "privmsg", "join",  "CAP",    "AUTHENTICATE", "900",  "903",  "904",  "AWAY",
+    "PONG",    "hello",   "\x01",  "0",      "-1",           ":x",   "307"};
 constexpr const char* pieces[]{" me",
                                " #room",
                                " #ROOM",
@@ -105,6 +108,10 @@ constexpr const char* lines[]{"[load]",
                               "startup=",
                               "[load"};
 
+constexpr const char* addresses[]{
+    "://host",    "s://host:6697",         "://[::1]:1", "://a b", ":",
+    "://h:99999", "s://\xc3\xa4.example/", "://h:-1",    "://@"};
+
 template<std::size_t size>
 const char* any(QRandomGenerator& random, const char* const (&table)[size])
 {
@@ -184,7 +191,7 @@ void bend(QRandomGenerator& random, QByteArray& bytes)
 
 QByteArray straight(QRandomGenerator& random)
 {
-    switch (random.bounded(10)) {
+    switch (random.bounded(12)) {
     case 0:
         return linesOf(random, inputs).prepend('c');
     case 1:
@@ -195,6 +202,11 @@ QByteArray straight(QRandomGenerator& random)
         return linesOf(random, pieces).prepend('w');
     case 4:
         return noise(random).prepend('s');
+    case 5:
+        return serverLines(random).prepend('n');
+    case 6:
+        return random.bounded(4) != 0 ? serverLines(random).prepend('n')
+                                      : QByteArray("airc").append(any(random, addresses));
     default:
         return serverLines(random).prepend('s');
     }
