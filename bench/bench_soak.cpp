@@ -128,7 +128,7 @@ private:
             m_read = m_server.received().size();
             m_server.say("PING :" + QByteArray::number(++m_number) + "\r\n");
             m_since.start();
-        } else if (heard().contains("PONG :" + QByteArray::number(m_number) + '\n')) {
+        } else if (heard().contains(QByteArray("PONG :" + QByteArray::number(m_number) + '\n'))) {
             m_isWaiting = false;
             m_slowest = std::max(m_slowest, m_since.elapsed());
         }
