@@ -73,12 +73,23 @@ CommandLine readCommandLine(const QStringList& arguments)
     parser.addOption(server);
     parser.addOption(room);
     parser.process(arguments);
-    if (parser.isSet(server)) {
-        const ServerAddress address = ServerAddress::parse(parser.value(server));
+    return {parser.value(server), roomNamed(parser.value(room))};
+}
+
+// Looked at before there is an application: what is wrong needs no display to be told.
+void refuseWrongServer(int argc, char* argv[])
+{
+    const QString option = u"--server"_s;
+    for (int i = 1; i < argc; ++i) {
+        QString argument = QString::fromLocal8Bit(argv[i]);
+        if (argument == option && i + 1 < argc)
+            argument += u'=' + QString::fromLocal8Bit(argv[++i]);
+        if (!argument.startsWith(option + u'='))
+            continue;
+        const ServerAddress address = ServerAddress::parse(argument.mid(option.size() + 1));
         if (!address.isValid())
             endByWrongUse(address.error);
     }
-    return {parser.value(server), roomNamed(parser.value(room))};
 }
 
 // What only prints needs no display, and ends the program here.
@@ -102,6 +113,7 @@ int main(int argc, char* argv[])
 {
     nameProgram();
     printWhatIsAsked(argc, argv);
+    refuseWrongServer(argc, argv);
     QApplication application(argc, argv);
     QApplication::setApplicationDisplayName(QString());
     QApplication::setDesktopFileName(u"quillharbor"_s);

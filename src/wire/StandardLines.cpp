@@ -317,6 +317,7 @@ std::optional<QString> StandardLines::serviceAnswer(const IRCMessage& message, c
 
 void StandardLines::noAnswer()
 {
-    m_ways.warn("The server has not answered to the nick \""_L1 + m_nick +
-                "\". It may not take it: sign out and try another one."_L1);
+    m_ways.warn("The server has not answered to the nick \""_L1 + m_nick + "\" for "_L1 +
+                QString::number(m_answerTime.interval() / 1000) +
+                " seconds. If it never does, sign out and try another nick."_L1);
 }
