@@ -99,9 +99,12 @@ void SvgPicture::paintEvent(QPaintEvent*)
         return;
     painter.setOpacity(1);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    // Dark on light, so that it is seen on any picture.
     const QRectF ring = QRectF(rect()).adjusted(1, 1, -1, -1);
-    painter.drawRoundedRect(ring, ring.height() / 2, ring.height() / 2);
+    for (const auto& [role, width] : {std::pair(QPalette::Base, 4), std::pair(QPalette::Text, 2)}) {
+        painter.setPen(QPen(palette().color(role), width));
+        painter.drawRoundedRect(ring, ring.height() / 2, ring.height() / 2);
+    }
 }
 
 void SvgPicture::makeButton()
