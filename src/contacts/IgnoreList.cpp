@@ -3,10 +3,10 @@
 #include "controls/ListBoxWidget.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
+#include "platform/PlainText.h"
 #include "room/Room.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QVBoxLayout>
 
 namespace {
@@ -21,7 +21,8 @@ constexpr QSize firstSize{380, 320};
 
 IgnoreList::IgnoreList(const Desk& desk)
     : m_list1(new ListBoxWidget(ListBoxWidget::Order::AsAdded, this))
-    , m_whatToDo(new QLabel(this))
+    , m_whatToDo(plainLabel(
+          u"First choose a chatter in the room's list. Then Add asks for the name."_s, this))
     , m_rows({*m_list1, desk.variables, desk.room, desk.server, desk.dialogs})
 {
     setWindowTitle(u"IgnoreList - Add Chatters to avoid chats!"_s);
@@ -36,10 +37,7 @@ IgnoreList::IgnoreList(const Desk& desk)
     new ButtonKeys(this);
 
     m_whatToDo->setObjectName(u"whatToDo"_s);
-    m_whatToDo->setTextFormat(Qt::PlainText);
     m_whatToDo->setWordWrap(true);
-    m_whatToDo->setText(
-        u"First choose a chatter in the room's list. Then Add asks for the name."_s);
     m_whatToDo->hide();
 
     auto* buttons = new QHBoxLayout;

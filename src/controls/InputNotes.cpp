@@ -18,7 +18,8 @@ QString ofLength(qsizetype length, int limit)
     const QString count = limit == noLimit
                               ? QString::number(length) + " characters."_L1
                               : QString::number(limit - length) + " characters left."_L1;
-    return count + " Servers pass on about the first "_L1 + QString::number(passedOn) + u'.';
+    return count + " What stands behind the first "_L1 + QString::number(passedOn) +
+           " or so may be cut off on the way."_L1;
 }
 
 } // namespace
