@@ -16,6 +16,7 @@ Messenger::Messenger(const Surroundings& surroundings)
     , m_notices(surroundings.tell)
     , m_settings(surroundings.configFolder + "/settings.ini"_L1, m_notices)
     , m_store(surroundings.configFolder, m_notices)
+    , m_password(m_store, surroundings.askKeyring)
     , m_runKey(surroundings.autostartFolder, m_notices)
     , m_previousInstance(surroundings.configFolder)
     , m_splash([] { return std::make_unique<frmSplash>(); })
@@ -31,7 +32,8 @@ Messenger::Messenger(const Surroundings& surroundings)
         return std::make_unique<Author>(
             m_handlers, [this](const QString& address) { m_surroundings.links.OpenLink(address); });
     })
-    , m_login({*this, m_settings, m_store, m_runKey, m_dialogs, surroundings.clock}, m_handlers)
+    , m_login({*this, m_settings, m_store, m_password, m_runKey, m_dialogs, surroundings.clock},
+              m_handlers)
     , m_loginAsSource(m_login)
     , gSysTray(m_handlers, surroundings.notificationArea, m_dialogs)
     , m_trayMenu(
@@ -164,5 +166,6 @@ void Messenger::End()
 {
     if (m_chatRoom)
         m_chatRoom->finishLog();
+    m_password.settle();
     m_surroundings.end();
 }

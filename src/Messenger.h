@@ -17,6 +17,7 @@
 #include "platform/WatchedDialogs.h"
 #include "session/DebugWin.h"
 #include "settings/PreviousInstance.h"
+#include "settings/RememberedPassword.h"
 #include "settings/RunKey.h"
 #include "settings/Settings.h"
 #include "settings/UserStore.h"
@@ -91,6 +92,7 @@ private:
     Notices m_notices;
     Settings m_settings;
     UserStore m_store;
+    RememberedPassword m_password;
     RunKey m_runKey;
     PreviousInstance m_previousInstance;
     SessionVariables m_variables;

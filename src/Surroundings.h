@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
+#include "settings/RememberedPassword.h"
 
 #include <QHostAddress>
 #include <QString>
@@ -32,7 +33,8 @@ struct Surroundings
     LinkOpener& links;
     NotificationArea& notificationArea;
     WavePlayer& waves;
-    WebTab::AskEngine askWebEngine; // with the first page
+    WebTab::AskEngine askWebEngine;              // with the first page
+    RememberedPassword::AskKeyring askKeyring{}; // with the first password to remember
     std::function<void()> end;
     // What the user has to know, one line at a time; it waits for nothing.
     std::function<void(const QString& line)> tell = {};

@@ -147,6 +147,7 @@ int main(int argc, char* argv[])
         .notificationArea = notificationArea,
         .waves = waves,
         .askWebEngine = [&] { return webModule.engine(); },
+        .askKeyring = [&] { return modules.load<Keyring>(u"qhkeyring"_s); },
         // At once: handlers below this frame must not go on.
         .end =
             [&] {

@@ -15,6 +15,7 @@
 #include "platform/PlainText.h"
 #include "platform/ScreenFit.h"
 #include "platform/Twips.h"
+#include "settings/RememberedPassword.h"
 #include "settings/RunKey.h"
 #include "settings/Settings.h"
 #include "settings/UserStore.h"
@@ -48,7 +49,6 @@ struct StoreAddress
     static constexpr auto application = "QuillHarbor"_L1;
     static constexpr auto section = "main"_L1;
     static constexpr auto name = "name"_L1;
-    static constexpr auto password = "pass"_L1;
 };
 
 struct KeyAddress
@@ -248,7 +248,7 @@ void Login::Form_Load()
         close(); // only hides it: a second copy is not stopped
     readSettings();
     showSettings();
-    if (Text2->text().isEmpty())
+    if (Text2->text().isEmpty() && !m_parts.password.isAwaited())
         check1->setChecked(false);
     Timer2_Timer();
     Label7->setText(u"Made with care by the Quill Harbor crew"_s);
@@ -349,9 +349,9 @@ void Login::DoSignIn()
         Text1->clear();
     if (!registerAtStartUp())
         return;
-    m_parts.store.SaveSettings(
-        StoreAddress::application, StoreAddress::section,
-        {{StoreAddress::name, Text1->text()}, {StoreAddress::password, Text2->text()}});
+    m_parts.store.SaveSetting(StoreAddress::application, StoreAddress::section, StoreAddress::name,
+                              Text1->text());
+    keepPassword();
     SaveConnect();
     Check3->setChecked(RememberNick);
     check1->setChecked(RememberPass);
@@ -387,6 +387,24 @@ bool Login::registerAtStartUp()
         return false;
     m_parts.runKey.SetValue(application, QCoreApplication::applicationFilePath());
     return true;
+}
+
+void Login::keepPassword()
+{
+    // Who signs in before the keyring has answered does not forget the password by that.
+    const bool onItsWay =
+        m_parts.password.isAwaited() && check1->isChecked() && Text2->text().isEmpty();
+    if (!onItsWay)
+        m_parts.password.keep(Text2->text());
+}
+
+void Login::takePassword(const QString& password)
+{
+    if (!Text2->text().isEmpty())
+        return;
+    Text2->setText(password);
+    if (password.isEmpty())
+        check1->setChecked(false);
 }
 
 void Login::SaveConnect()
@@ -447,11 +465,10 @@ void Login::Check3_Click()
         Text1->clear();
         return;
     }
-    const auto stored = [this](QLatin1StringView key) {
-        return m_parts.store.GetSetting(StoreAddress::application, StoreAddress::section, key);
-    };
-    Text1->setText(stored(StoreAddress::name));
-    Text2->setText(stored(StoreAddress::password));
+    Text1->setText(m_parts.store.GetSetting(StoreAddress::application, StoreAddress::section,
+                                            StoreAddress::name));
+    Text2->setText(m_parts.password.known());
+    m_parts.password.recall([this](const QString& password) { takePassword(password); });
     check1->setChecked(true);
 }
 

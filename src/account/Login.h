@@ -17,6 +17,7 @@ class Dialogs;
 class Handlers;
 class LoginDesk;
 class QMenuBar;
+class RememberedPassword;
 class RunKey;
 class Settings;
 class SvgPicture;
@@ -34,6 +35,7 @@ public:
         LoginDesk& desk;
         const Settings& settings;
         const UserStore& store;
+        RememberedPassword& password;
         RunKey& runKey;
         Dialogs& dialogs;
         const Clock& clock;
@@ -78,6 +80,8 @@ private:
     void DoSignIn();
     void startSession();
     void refuseEmptyName();
+    void keepPassword();
+    void takePassword(const QString& password);
     void SaveConnect();
     bool registerAtStartUp();
     void setStripRunning(bool running);

@@ -6,6 +6,7 @@
 #include "platform/Handlers.h"
 #include "platform/Resources.h"
 #include "platform/Twips.h"
+#include "settings/RememberedPassword.h"
 #include "settings/RunKey.h"
 #include "settings/Settings.h"
 #include "settings/UserStore.h"
@@ -41,6 +42,46 @@ struct FakeDesk final : LoginDesk
     void End() override { calls += u"End"_s; }
 };
 
+// Answers later, or not at all, and tells what it was asked.
+struct RecordingKeyring final : Keyring
+{
+    enum class Mood { Willing, Silent, Absent };
+
+    Mood mood = Mood::Willing;
+    QString entry;
+    QStringList calls;
+    std::function<void()> late; // the answer that a silent one still owes
+
+    void read(const QString&, Told told) override
+    {
+        calls += u"read"_s;
+        answer(std::move(told), [this] { return entry; });
+    }
+    void write(const QString&, const QString& password, Told told) override
+    {
+        calls += "write "_L1 + password;
+        answer(std::move(told), [this, password] { return entry = password; });
+    }
+    void remove(const QString&, Told told) override
+    {
+        calls += u"remove"_s;
+        answer(std::move(told), [this] { return entry = QString(); });
+    }
+
+private:
+    void answer(Told told, const std::function<QString()>& act)
+    {
+        if (mood == Mood::Absent) {
+            QTimer::singleShot(0, [told] { told(Answer::Unavailable, {}); });
+            return;
+        }
+        late = [told, act] { told(Answer::Done, act()); };
+        if (mood == Mood::Willing)
+            QTimer::singleShot(0, std::exchange(late, {}));
+    }
+};
+using Mood = RecordingKeyring::Mood;
+
 const QStringList sessionStarts{u"stopRetrying"_s, u"loadChannel"_s, u"connect"_s};
 
 } // namespace
@@ -65,6 +106,10 @@ private Q_SLOTS:
     void refusesTheEmptyName();
     void remembers_data();
     void remembers();
+    void keyringKeepsThePassword();
+    void keyringFails_data();
+    void keyringFails();
+    void keyringAnswersLate();
 
     void startsWithTheDesktop();
     void entryOfAnotherRunStays();
@@ -114,10 +159,12 @@ private:
 
     std::unique_ptr<TestSurroundings> m_around;
     FakeDesk m_desk;
+    std::unique_ptr<RecordingKeyring> m_keyring;
     QStringList m_fatal;
     std::unique_ptr<Handlers> m_handlers;
     std::unique_ptr<Settings> m_settings;
     std::unique_ptr<UserStore> m_store;
+    std::unique_ptr<RememberedPassword> m_password;
     std::unique_ptr<RunKey> m_runKey;
     std::unique_ptr<Login> m_login;
 };
@@ -127,6 +174,7 @@ void LoginTest::init()
     m_around = std::make_unique<TestSurroundings>(u"127.0.0.1"_s);
     m_desk = {};
     m_fatal.clear();
+    m_keyring.reset();
     make();
 }
 
@@ -144,9 +192,10 @@ void LoginTest::make()
     m_settings = std::make_unique<Settings>(m_around->settingsPath());
     m_store = std::make_unique<UserStore>(store());
     m_runKey = std::make_unique<RunKey>(autostart());
-    m_login = std::make_unique<Login>(
-        Login::Parts{m_desk, *m_settings, *m_store, *m_runKey, m_around->dialogs, m_around->clock},
-        *m_handlers);
+    m_password = std::make_unique<RememberedPassword>(*m_store, [this] { return m_keyring.get(); });
+    m_login = std::make_unique<Login>(Login::Parts{m_desk, *m_settings, *m_store, *m_password,
+                                                   *m_runKey, m_around->dialogs, m_around->clock},
+                                      *m_handlers);
 }
 
 void LoginTest::load()
@@ -373,6 +422,101 @@ void LoginTest::remembers()
              (QStringList{u"Guest=False"_s, QString(u"Password="_s + word(password)),
                           u"[NickName]"_s, u"[irc]"_s, u"[load]"_s,
                           QString(u"bremnick="_s + word(name)), u"startup=True"_s}));
+}
+
+void LoginTest::keyringKeepsThePassword()
+{
+    m_keyring = std::make_unique<RecordingKeyring>();
+    load();
+    enter(u"anna"_s, u"old"_s);
+    setBox(u"check1"_s, true);
+    trigger(u"button"_s);
+    QTRY_COMPARE(m_keyring->entry, u"old"_s);
+    QTRY_COMPARE(stored(u"pass"_s), QString());
+
+    make();
+    load();
+    QTRY_COMPARE(field(u"Text2"_s)->text(), u"old"_s);
+    QVERIFY(box(u"check1"_s)->isChecked());
+    trigger(u"button"_s); // the keyring has it: nothing to tell it
+    QCOMPARE(m_keyring->calls, (QStringList{u"write old"_s, u"read"_s}));
+
+    m_login->setEntriesLocked(false);
+    enter(u"anna"_s, u"new"_s);
+    trigger(u"button"_s);
+    setBox(u"check1"_s, false);
+    trigger(u"button"_s); // before the keyring has answered
+    QTRY_COMPARE(m_keyring->calls.mid(2), (QStringList{u"write new"_s, u"remove"_s}));
+    QTRY_COMPARE(m_keyring->entry, QString());
+    QTRY_COMPARE(stored(u"passplace"_s), QString());
+    make();
+    load();
+    QCOMPARE(m_keyring->calls.size(), 4); // who remembers nothing does not meet it
+    QVERIFY(!box(u"check1"_s)->isChecked());
+}
+
+void LoginTest::keyringFails_data()
+{
+    QTest::addColumn<int>("mood");
+    QTest::addColumn<bool>("ends"); // the program, before the keyring has answered
+
+    QTest::newRow("there is none") << int(Mood::Absent) << false;
+    QTest::newRow("does not answer") << int(Mood::Silent) << false;
+    QTest::newRow("program ends") << int(Mood::Silent) << true;
+}
+
+void LoginTest::keyringFails()
+{
+    QFETCH(int, mood);
+    QFETCH(bool, ends);
+    m_keyring = std::make_unique<RecordingKeyring>();
+    m_keyring->mood = Mood(mood);
+    load();
+    if (ends)
+        m_password->setTimeLimit(1'000'000);
+    else
+        m_password->setTimeLimit(1);
+    enter(u"anna"_s, u"secret"_s);
+    setBox(u"check1"_s, true);
+    trigger(u"button"_s);
+    if (ends)
+        m_password->settle();
+    QTRY_COMPARE(stored(u"pass"_s), u"secret"_s);
+
+    // What the store holds is there at once, and moves when a keyring is there.
+    m_keyring->mood = Mood::Willing;
+    make();
+    load();
+    QCOMPARE(field(u"Text2"_s)->text(), u"secret"_s);
+    trigger(u"button"_s);
+    QTRY_COMPARE(stored(u"pass"_s), QString());
+    QCOMPARE(m_keyring->entry, u"secret"_s);
+    QCOMPARE(stored(u"passplace"_s), u"keyring"_s);
+}
+
+void LoginTest::keyringAnswersLate()
+{
+    m_keyring = std::make_unique<RecordingKeyring>();
+    m_keyring->entry = u"secret"_s;
+    m_keyring->mood = Mood::Silent;
+    m_store->SaveSetting(u"QuillHarbor"_s, u"main"_s, u"name"_s, u"anna"_s);
+    m_store->SaveSetting(u"QuillHarbor"_s, u"main"_s, u"passplace"_s, u"keyring"_s);
+    load();
+    QVERIFY(box(u"check1"_s)->isChecked());
+    trigger(u"button"_s);
+    QCOMPARE(m_desk.calls, sessionStarts); // nobody waits for it
+    QCOMPARE(m_keyring->calls, QStringList{u"read"_s});
+    m_keyring->late();
+    QCOMPARE(field(u"Text2"_s)->text(), u"secret"_s);
+
+    make();
+    load();
+    m_password->setTimeLimit(1);
+    setBox(u"Check3"_s, false);
+    setBox(u"Check3"_s, true); // asks no second time
+    enter(u"anna"_s, u"typed"_s);
+    m_keyring->late();
+    QCOMPARE(field(u"Text2"_s)->text(), u"typed"_s);
 }
 
 void LoginTest::startsWithTheDesktop()
