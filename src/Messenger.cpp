@@ -1,6 +1,8 @@
 #include "Messenger.h"
 
+#include "common/TextHelpers.h"
 #include "desktop/WebAddresses.h"
+#include "session/SessionStart.h"
 #include "text/Links.h"
 
 #include <QCoreApplication>
@@ -31,6 +33,10 @@ Messenger::Messenger(const Surroundings& surroundings)
     , m_author([this] {
         return std::make_unique<Author>(
             m_handlers, [this](const QString& address) { m_surroundings.links.OpenLink(address); });
+    })
+    , m_networkForm([this] {
+        return std::make_unique<NetworkForm>(
+            NetworkForm::Parts{m_handlers, m_settings, m_store, [this] { takeNetwork(); }});
     })
     , m_login({*this, m_settings, m_store, m_password, m_runKey, m_dialogs, surroundings.clock},
               m_handlers)
@@ -81,6 +87,7 @@ void Messenger::exit()
 void Messenger::showLogin()
 {
     m_login.Form_Load();
+    m_login.showNetwork(server(), false);
     m_splash.Unload();
     m_login.Show();
 }
@@ -110,7 +117,30 @@ ChatRoom& Messenger::chatRoom()
         m_chatRoom.reset(); // not loaded; the next touch tries again
         throw;
     }
+    watchServer(m_chatRoom->session.sock);
     return *m_chatRoom;
+}
+
+void Messenger::watchServer(const Winsock& sock)
+{
+    m_handlers.connect(&sock, &Winsock::ErrorEvent, this,
+                       [this, &sock] { m_login.showNetwork(sock.RemoteHost, true); });
+    m_handlers.connect(&sock, &Winsock::ConnectEvent, this,
+                       [this] { m_login.showNetwork(server(), false); });
+}
+
+void Messenger::takeNetwork()
+{
+    readNetwork(m_settings, m_variables);
+    if (m_chatRoom)
+        m_chatRoom->main.window.setPortText(u"6667"_s); // the other one is for a server that failed
+    m_login.showNetwork(server(), false);
+}
+
+QString Messenger::server() const
+{
+    return beforeNul(
+        m_settings.ReadSetting(u"connect"_s, u"server"_s, QStringLiteral(QH_SERVER_HOST)));
 }
 
 void Messenger::createTrayIcon()

@@ -4,6 +4,7 @@
 #include "Surroundings.h"
 #include "account/Login.h"
 #include "account/LoginDesk.h"
+#include "account/NetworkForm.h"
 #include "account/frmSplash.h"
 #include "common/SessionVariables.h"
 #include "desktop/About.h"
@@ -54,6 +55,9 @@ private:
     void showTrayMenu();
     void exit();
     std::shared_ptr<void> whileBoxIsOpen();
+    void watchServer(const Winsock& sock);
+    void takeNetwork();
+    QString server() const;
     void fail(const QString& message);
 
     // LoginDesk
@@ -75,6 +79,7 @@ private:
     void showAuthor() override { m_author->Show(); }
     void showFontOption() override { m_fontOption->Show(); }
     void openFeedbackPage() override;
+    void chooseNetwork() override { m_networkForm->Show(); }
     bool hasPreviousInstance() const override { return m_previousInstance.found(); }
 
     // Program
@@ -104,6 +109,7 @@ private:
     FormSlot<FontOption> m_fontOption;
     FormSlot<About> m_about;
     FormSlot<Author> m_author;
+    FormSlot<NetworkForm> m_networkForm;
     Login m_login;
     WidgetSourceForm m_loginAsSource;
     clsSysTray gSysTray;

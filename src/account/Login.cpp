@@ -1,6 +1,7 @@
 #include "account/Login.h"
 
 #include "account/LoginDesk.h"
+#include "account/NetworkLink.h"
 #include "account/SessionWords.h"
 #include "common/Conversions.h"
 #include "controls/ActionEntry.h"
@@ -201,6 +202,8 @@ void Login::buildControls()
     form->addWidget(lblSession);
     form->addStretch(2);
     form->addWidget(Label5);
+    lnkNetwork = new NetworkLink(this);
+    form->addWidget(lnkNetwork, 0, Qt::AlignHCenter);
     form->addWidget(Label7);
     form->addWidget(Label8);
 
@@ -231,6 +234,8 @@ void Login::connectEvents(const Handlers& handlers)
     handlers.connect(mnu_author, &QAction::triggered, this, [this] { m_parts.desk.showAuthor(); });
     handlers.connect(mnu_Feedback, &QAction::triggered, this,
                      [this] { m_parts.desk.openFeedbackPage(); });
+    handlers.connect(lnkNetwork, &QToolButton::clicked, this,
+                     [this] { m_parts.desk.chooseNetwork(); });
     handlers.connect(&Timer1, &QTimer::timeout, this, [this] { Timer1_Timer(); });
     handlers.connect(&Timer2, &QTimer::timeout, this, [this] { Timer2_Timer(); });
 }
@@ -428,6 +433,7 @@ void Login::setStripRunning(bool running)
         Timer1.start();
     else
         Timer1.stop();
+    lnkNetwork->setEnabled(!running); // a session stands on the one it has begun with
 }
 
 void Login::setFormVisible(bool visible)
@@ -518,6 +524,11 @@ void Login::tellSession()
         return;
     lblSession->setText(words);
     lblSession->setAccessibleName(words);
+}
+
+void Login::showNetwork(const QString& server, bool failed)
+{
+    lnkNetwork->showServer(server, failed);
 }
 
 void Login::closeEvent(QCloseEvent* event)

@@ -14,6 +14,7 @@
 class ActionEntry;
 class Clock;
 class Dialogs;
+class NetworkLink;
 class Handlers;
 class LoginDesk;
 class QMenuBar;
@@ -60,6 +61,8 @@ public:
 
     // What the form says of the session, counting down to the next attempt.
     void showReport(const SessionReport& report);
+    // The server that the next attempt goes to, and whether the last one has failed.
+    void showNetwork(const QString& server, bool failed);
 
     // Keeps the window at its signed-in size while the strip runs.
     void TimerGame();
@@ -127,6 +130,7 @@ private:
     xpButton* cmdSignIn = nullptr;
     QLabel* lblSession = nullptr;
     std::optional<SessionReport> m_report; // none before the first attempt
+    NetworkLink* lnkNetwork = nullptr;
     QTimer Timer1{this};                   // the strip
     QTimer Timer2{this};                   // the clock
 

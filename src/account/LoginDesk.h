@@ -21,6 +21,7 @@ public:
     virtual void showAbout() = 0;
     virtual void showAuthor() = 0;
     virtual void openFeedbackPage() = 0;
+    virtual void chooseNetwork() = 0;
     virtual bool hasPreviousInstance() const = 0;
     virtual void End() = 0;
 };

@@ -46,6 +46,7 @@ constexpr FrameColor frameColors[]{
     {"@strong"_L1, {"#16324f"_L1, "#ffffff"_L1, "#000000"_L1, "#ffffff"_L1}},
     {"@quiet"_L1, {"#5b7083"_L1, "#a9bccb"_L1, "#000000"_L1, "#ffffff"_L1}},
     {"@faint"_L1, {"#8ba0b0"_L1, "#6f8596"_L1, "#5b7083"_L1, "#b0b0b0"_L1}},
+    {"@wrong"_L1, {"#b9503f"_L1, "#f6bfa9"_L1, "#8a0000"_L1, "#ffb3a0"_L1}},
     {"@link"_L1, {"#2f72a3"_L1, "#8fc1e3"_L1, "#00406e"_L1, "#9fd6ff"_L1}},
 };
 
@@ -92,6 +93,8 @@ QToolButton:focus { border-color: @focus; }
 QToolButton:disabled { color: @faint; }
 QToolButton[link="true"] { color: @link; }
 QLabel[quiet="true"] { color: @quiet; }
+QLabel[wrong="true"] { color: @wrong; }
+QToolButton[link="true"]:disabled { color: @faint; }
 QToolTip { background: @foam; color: @ink; border: 1px solid @shoal; padding: 3px 5px; }
 QScrollBar:vertical { background: transparent; width: 12px; margin: 2px; }
 QScrollBar:horizontal { background: transparent; height: 12px; margin: 2px; }

@@ -75,6 +75,8 @@ constexpr SettingRow rows[]{
     {"connect"_L1, "cafile"_L1, ""_L1, text<&SessionVariables::AuthoritiesFile>},
 };
 
+const QStringList networkKeys{u"server"_s, u"autojoin"_s, u"charset"_s};
+
 } // namespace
 
 void startSession(MainForm& channel, const SignInForm& login, const Settings& settings,
@@ -88,5 +90,13 @@ void startSession(MainForm& channel, const SignInForm& login, const Settings& se
         const QString missing = row.missing.isNull() ? login.nickname() : QString(row.missing);
         settings.read(row.section, row.key, missing,
                       [&](const QString& value) { row.take(variables, value); });
+    }
+}
+
+void readNetwork(const Settings& settings, SessionVariables& variables)
+{
+    for (const SettingRow& row : rows) {
+        if (row.section == "connect"_L1 && networkKeys.contains(row.key))
+            row.take(variables, settings.ReadSetting(row.section, row.key, row.missing));
     }
 }

@@ -11,3 +11,6 @@ struct SessionVariables;
 // setting that cannot be converted raises TypeMismatch (13) or Overflow (6) and ends it there.
 void startSession(MainForm& channel, const SignInForm& login, const Settings& settings,
                   EventLoop& events, SessionVariables& variables, OwnTextStyle& style);
+
+// The same of the network alone: another one was chosen, and the next attempt goes there.
+void readNetwork(const Settings& settings, SessionVariables& variables);

@@ -45,6 +45,11 @@ void Settings::tellNotUnderstood(const QString& section, const QString& key,
     m_file.tellNotUnderstood(section, key, beforeNul(value));
 }
 
+QString Settings::overruling(const QString& section, const QString& key) const
+{
+    return m_overruled.value(nameOf(section, key));
+}
+
 void Settings::overrule(const QString& section, const QString& key, const QString& value)
 {
     m_overruled.insert(nameOf(section, key), value);

@@ -17,6 +17,11 @@ public:
     QString ReadSetting(const QString& section, const QString& key, const QString& missing) const;
     // Of a switch that is off unless the file says "true".
     bool isOn(const QString& section, const QString& key) const;
+    // What the file holds, whatever the command line says; not padded.
+    QString ReadStored(const QString& section, const QString& key, const QString& missing) const
+    {
+        return m_file.read(section, key, missing);
+    }
     void WriteSetting(const QString& section, const QString& key, const QString& value) const;
 
     // Reads a value that has to be converted. A text that cannot be is told, and the failure of
@@ -36,6 +41,8 @@ public:
 
     // For this run a value of the command line stands before the file's.
     void overrule(const QString& section, const QString& key, const QString& value);
+    // The command line's value, or an empty text.
+    QString overruling(const QString& section, const QString& key) const;
 
 private:
     void tellNotUnderstood(const QString& section, const QString& key, const QString& value) const;

@@ -38,6 +38,7 @@ struct FakeDesk final : LoginDesk
     void showAbout() override { calls += u"showAbout"_s; }
     void showAuthor() override { calls += u"showAuthor"_s; }
     void openFeedbackPage() override { calls += u"openFeedbackPage"_s; }
+    void chooseNetwork() override { calls += u"chooseNetwork"_s; }
     bool hasPreviousInstance() const override { return previous; }
     void End() override { calls += u"End"_s; }
 };

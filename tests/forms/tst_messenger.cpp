@@ -53,6 +53,7 @@ private Q_SLOTS:
     void refusedRoom_data();
     void refusedRoom();
     void roomTwice();
+    void anotherNetworkIsChosen();
     void badSetting_data();
     void badSetting();
     void pipesInPlaceOfFiles();
@@ -432,6 +433,43 @@ void MessengerTest::roomTwice()
     QVERIFY(!heard().contains("MODE #Harbor"));
     QVERIFY(answersPing());
     QCOMPARE(m_client->around.ends, 0);
+}
+
+void MessengerTest::anotherNetworkIsChosen()
+{
+    m_server.reset(); // nobody is there
+    const QString other = TestSurroundings::ownAddress(++m_number);
+    ScriptedServer server(other);
+    TestSurroundings around(QString(), &m_events, m_client->around.address);
+    QVERIFY(around.writeSettings("[connect]\nserver="_ba + m_client->around.address.toLatin1() +
+                                 "\nreconnect=false\n"));
+    Messenger messenger(around);
+    auto* link = messenger.login().findChild<QToolButton*>(u"lnkNetwork"_s);
+    auto* nick = messenger.login().findChild<QLineEdit*>(u"Text1"_s);
+    const auto signIn = [nick] {
+        nick->setText(u"anna"_s);
+        QTest::keyClick(nick, Qt::Key_Return);
+    };
+    signIn();
+    QTRY_COMPARE(link->text(),
+                 QString("Network: "_L1 + m_client->around.address + " does not answer"_L1));
+
+    link->click();
+    QWidget* form = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == "NetworkForm"_L1 && window->isVisible())
+            form = window;
+    }
+    QVERIFY(form);
+    form->findChild<QComboBox*>()->setEditText(other);
+    form->findChild<QLineEdit*>(u"txtRoom"_s)->setText(u"#quay"_s);
+    form->findChild<QAbstractButton*>(u"cmdOK"_s)->click();
+    QCOMPARE(link->text(), QString("Network: "_L1 + other));
+    signIn();
+    QTRY_VERIFY(server.received().contains("USER "));
+    QVERIFY(!link->isEnabled());
+    server.say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
+    QTRY_VERIFY(server.received().contains("JOIN #quay"));
 }
 
 void MessengerTest::badSetting_data()
