@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # The program in use on a machine without a screen: signs in, says a line, hears one, and leaves
 # pictures. Whether the line arrived is for the chatter at the other end to say.
-: "${top:?source common.sh first}" "${window:=}"
+: "${top:?source common.sh first}" "${window:=}" "${client_settings:=}"
 
 said='Good evening, is the lighthouse lit tonight?'
 answer='It is, I can see it from here. Welcome to the harbor!'
@@ -43,6 +43,7 @@ open_client() { # open_client CLIENT [ARGUMENT...]
 		mkdir -m 700 -- "$scratch/$folder"
 		settings+=("XDG_$folder=$scratch/$folder")
 	done
+	[ -z "$client_settings" ] || cp -r -- "$client_settings/." "$scratch/CONFIG_HOME/"
 	[ "$(id -u)" != 0 ] || settings+=(QTWEBENGINE_DISABLE_SANDBOX=1)
 	env "${settings[@]}" "$@" >"$scratch/client.log" 2>&1 &
 	client=$!

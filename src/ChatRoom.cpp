@@ -5,6 +5,7 @@
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
 #include "controls/ActionEntry.h"
+#include "desktop/LineLock.h"
 #include "desktop/WebAddresses.h"
 #include "platform/Handlers.h"
 #include "session/SessionStart.h"
@@ -25,6 +26,7 @@ ChatRoom::ChatRoom(const ChatRoomParts& parts)
     wireKeys();
     wireClicks();
     wireEntries();
+    wireLock();
     showConnected(false);
     connect(&session.connection, &Connection::reported, this,
             [this](const SessionReport& report) { showConnected(report.isConnected()); });
@@ -74,6 +76,18 @@ void ChatRoom::finishLog()
 {
     if (m_log)
         m_log->finish();
+}
+
+void ChatRoom::wireLock()
+{
+    // The entry that disconnects can be clicked exactly while a line stands.
+    const ActionEntry& standing = main.window.entry(u"mnu_File_Disconnect"_s);
+    connect(&standing, &QAction::changed, this, [this, &standing] {
+        if (standing.isEnabled())
+            main.window.lock().showLine(session.sock.RemoteHost, session.sock.privacy());
+        else
+            main.window.lock().showNoLine();
+    });
 }
 
 void ChatRoom::wireKeys()

@@ -25,6 +25,7 @@ public:
 
 private:
     void wireKeys();
+    void wireLock();
     void wireClicks();
     void wireEntries();
     void showConnected(bool connected);

@@ -25,7 +25,7 @@ SIZES |= {"forms/splash": (480, 300), "forms/login-rest": (361, 170), "forms/str
           "forms/about": (360, 200), "forms/header": (1200, 56), "forms/frame-input": (600, 40),
           "forms/frame-list": (200, 400), "forms/frame-view": (600, 400), "icons/tray": (22, 22),
           "icons/box-question": (40, 40), "icons/box-exclamation": (40, 40), "icons/box-critical": (40, 40),
-          "icons/quillharbor": (256, 256), "icons/quillharbor-small": (32, 32)}
+          "forms/lock-closed": (16, 16), "forms/lock-open": (16, 16), "icons/quillharbor": (256, 256), "icons/quillharbor-small": (32, 32)}
 
 
 def faults(path, size, colors):

@@ -132,6 +132,19 @@ def page():
          line("M10.6 10.1H15.4M10.6 12.4H13.6", "white", 1.2))
 
 
+def locks():
+    def lock(name, bow, left, body, edge, keyhole):
+        save(f"forms/{name}.svg", 16, 16,
+             [line(bow, edge, 1.5),
+              rect(left, 6.9, 10.4, 7.5, 1.6, fill=body, stroke=edge, stroke_width=1.1),
+              line(f"M{left + 5.2} 9.6V11.7", keyhole, 1.7)], ())
+
+    lock("lock-closed", "M4.9 7V5.1C4.9 3.2 6.2 1.8 8 1.8C9.8 1.8 11.1 3.2 11.1 5.1V7",
+         2.8, "kelp", "navy", "white")
+    lock("lock-open", "M9.6 7V4.6C9.6 2.9 10.7 1.6 12.2 1.6C13.7 1.6 14.7 2.7 14.8 4.3",
+         1.6, "sand", "slate", "slate")
+
+
 if __name__ == "__main__":
     program()
     program_small()
@@ -139,3 +152,4 @@ if __name__ == "__main__":
     toolbar()
     boxes()
     page()
+    locks()

@@ -204,7 +204,7 @@ void NetworkForm::cmdTry_Click()
         return;
     m_findings.clear();
     showTrial(true);
-    m_trial.start(address, QSslConfiguration::defaultConfiguration());
+    m_trial.start(address, m_parts.settings.ReadStored(u"connect"_s, u"cafile"_s, {}).trimmed());
 }
 
 void NetworkForm::tell(const ConnectionTrial::Finding& finding)

@@ -6,6 +6,7 @@
 #include "controls/Named.h"
 #include "controls/OneLineField.h"
 #include "controls/SvgPicture.h"
+#include "desktop/LineLock.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
 #include "platform/PlainText.h"
@@ -103,6 +104,7 @@ Channel::Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<Pic
     , m_dialogs(dialogs)
     , m_menus(new MenuTree(this))
     , TBar(named(new QTabBar(this), u"TBar"_s, u"Pages"_s))
+    , m_lock(new LineLock(this))
     , m_pages(new QStackedWidget(this))
     , m_dataIn(named(new ChatView(nullptr, std::move(pictures), std::move(look)), u"DataIn"_s,
                      u"Conversation"_s))
@@ -132,7 +134,10 @@ Channel::Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<Pic
     layout->setContentsMargins(8, 4, 8, 8);
     layout->setSpacing(0);
     layout->setMenuBar(m_menus->bar());
-    layout->addWidget(TBar);
+    auto* strip = new QHBoxLayout;
+    strip->addWidget(TBar, 1);
+    strip->addWidget(m_lock);
+    layout->addLayout(strip);
     layout->addWidget(m_pages, 1);
     connectEvents(handlers);
     setInputColor(Qt::black);

@@ -20,6 +20,7 @@
 class Dialogs;
 class Handlers;
 class InputKeys;
+class LineLock;
 class QStackedWidget;
 class SvgPicture;
 
@@ -45,6 +46,7 @@ public:
 
     void setKeyHooks(KeyHooks hooks) { m_hooks = std::move(hooks); }
     const MenuTree& menus() const { return *m_menus; }
+    LineLock& lock() const { return *m_lock; }
     ActionEntry& entry(const QString& name) const { return m_menus->entry(name); }
     // The pages of the tabs "Home" and "Misc"; the window takes them.
     void setWebPages(QWidget* home, QWidget* misc);
@@ -119,6 +121,7 @@ private:
     KeyHooks m_hooks;
     MenuTree* m_menus;
     QTabBar* TBar;
+    LineLock* m_lock;
     QStackedWidget* m_pages;
 
     RichTextBoxWidget* m_topic = nullptr;

@@ -1,10 +1,10 @@
 #include "wire/ConnectionTrial.h"
 
+#include "wire/Tls.h"
+
 #include <QHostAddress>
 #include <QLocale>
 #include <QNetworkProxy>
-#include <QSslCertificate>
-#include <QSslCipher>
 #include <QSslSocket>
 
 namespace {
@@ -25,11 +25,6 @@ QString seconds(int milliseconds)
     return QString::number(milliseconds / 1000) + " seconds"_L1;
 }
 
-QString firstOf(const QStringList& names, const QString& otherwise)
-{
-    return names.isEmpty() ? otherwise : names.first();
-}
-
 } // namespace
 
 ConnectionTrial::ConnectionTrial(QObject* parent)
@@ -42,11 +37,11 @@ ConnectionTrial::ConnectionTrial(QObject* parent)
 
 ConnectionTrial::~ConnectionTrial() = default;
 
-void ConnectionTrial::start(const ServerAddress& address, const QSslConfiguration& tls)
+void ConnectionTrial::start(const ServerAddress& address, const QString& authoritiesFile)
 {
     cancel();
     m_address = address;
-    m_tls = tls;
+    m_authoritiesFile = authoritiesFile;
     m_stage = Stage::Name;
     m_limit.start();
     tryPort(address.isStandard() ? address.port : housePort);
@@ -72,12 +67,16 @@ void ConnectionTrial::tryPort(int port)
     connect(socket, &QSslSocket::connected, this, [this] { meetPort(); });
     connect(socket, &QSslSocket::encrypted, this, [this] { meetCertificate(); });
     connect(socket, &QSslSocket::errorOccurred, this, [this] { fail(); });
-    if (m_address.tls) {
-        socket->setSslConfiguration(m_tls);
-        socket->connectToHostEncrypted(m_address.host, static_cast<quint16>(port));
-    } else {
+    if (!m_address.tls) {
         socket->connectToHost(m_address.host, static_cast<quint16>(port));
+        return;
     }
+    QString error;
+    socket->setSslConfiguration(tls::configuration(m_authoritiesFile, error));
+    if (error.isEmpty())
+        socket->connectToHostEncrypted(m_address.host, static_cast<quint16>(port));
+    else
+        end({false, error});
 }
 
 void ConnectionTrial::meetName()
@@ -100,16 +99,12 @@ void ConnectionTrial::meetPort()
 
 void ConnectionTrial::meetCertificate()
 {
-    const QSslCertificate certificate = m_socket->peerCertificate();
-    const QString owner = firstOf(certificate.subjectInfo(QSslCertificate::CommonName), shown());
-    const QString issuer =
-        firstOf(certificate.issuerInfo(QSslCertificate::Organization),
-                firstOf(certificate.issuerInfo(QSslCertificate::CommonName), u"?"_s));
-    Q_EMIT found(
-        {true, "The line is private: "_L1 + m_socket->sessionCipher().protocolString() + u'.'});
-    end({true, "The certificate of "_L1 + owner + " is good until "_L1 +
-                   QLocale().toString(certificate.expiryDate().date(), QLocale::ShortFormat) +
-                   ", says "_L1 + issuer + u'.'});
+    const LinePrivacy privacy = tls::privacyOf(*m_socket);
+    Q_EMIT found({true, "The line is private: "_L1 + privacy.protocol + u'.'});
+    end({true, "The certificate is for "_L1 + privacy.subject + ", issued by "_L1 + privacy.issuer +
+                   ", good until "_L1 +
+                   QLocale().toString(privacy.expiry.toLocalTime().date(), QLocale::ShortFormat) +
+                   u'.'});
 }
 
 void ConnectionTrial::fail()
@@ -123,7 +118,7 @@ void ConnectionTrial::fail()
             return "Nothing listens on port "_L1 + port + u'.';
         default:
             return m_stage == Stage::Handshake
-                       ? QString("TLS fails on port "_L1 + port + ": "_L1 + m_socket->errorString())
+                       ? tls::trouble(*m_socket, shown(), m_port)
                        : QString("Port "_L1 + port + " cannot be reached: "_L1 +
                                  m_socket->errorString());
         }

@@ -3,7 +3,6 @@
 #include "wire/ServerAddress.h"
 
 #include <QObject>
-#include <QSslConfiguration>
 #include <QTimer>
 
 #include <memory>
@@ -27,8 +26,9 @@ public:
     explicit ConnectionTrial(QObject* parent = nullptr);
     ~ConnectionTrial() override;
 
-    // Gives up a trial that is under way. The address is a valid one.
-    void start(const ServerAddress& address, const QSslConfiguration& tls);
+    // Gives up a trial that is under way. The address is a valid one; the file names authorities
+    // beside those of the system.
+    void start(const ServerAddress& address, const QString& authoritiesFile);
     void cancel();
     bool isRunning() const { return m_socket != nullptr; }
     void setTimeLimit(int milliseconds) { m_limit.setInterval(milliseconds); }
@@ -50,7 +50,7 @@ private:
     QString shown() const { return m_address.shownHost; }
 
     ServerAddress m_address;
-    QSslConfiguration m_tls;
+    QString m_authoritiesFile;
     std::unique_ptr<QSslSocket> m_socket;
     Stage m_stage = Stage::Name;
     int m_port = 0;
