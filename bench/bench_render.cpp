@@ -32,7 +32,6 @@ struct Conversation
     {
         variables.FontName = u"Arial"_s;
         variables.FontSize = 10;
-        window.DataIn().onChange([this] { window.CheckRTF(); });
         window.show();
     }
 
@@ -83,7 +82,7 @@ double wordsUnderThePointer()
     constexpr int moves = 20'000;
     Conversation conversation;
     conversation.hear(10'000, plainLine);
-    QueryView& view = conversation.window.DataIn();
+    ChatView& view = conversation.window.DataIn();
     qsizetype found = 0;
     QElapsedTimer time;
     time.start();

@@ -19,7 +19,7 @@ SmallWindows::SmallWindows(const ChatRoomParts& given, MainRoom& main, Session& 
     , queries(queryFactory,
               {main.window.entry(u"mnu_pm_no"_s), main.window.entry(u"mnu_pm_yes"_s),
                main.window.entry(u"mnu_blocked"_s)},
-              [this]() -> const ListBox& { return ignoreList->List1(); })
+              [this]() -> ListBox& { return ignoreList->List1(); })
     , buddies({given.handlers, session.connection, given.dialogs, given.store, queries})
     , nickForms({given.variables, main.room, session.connection, session.commands, given.login,
                  given.dialogs, *this, given.handlers})

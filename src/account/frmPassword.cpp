@@ -1,10 +1,10 @@
 #include "account/frmPassword.h"
 
-#include "account/Controls.h"
 #include "common/OneLine.h"
 #include "common/RunTimeError.h"
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
+#include "controls/FormControls.h"
 #include "controls/ListBox.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"

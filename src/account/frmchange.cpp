@@ -1,7 +1,7 @@
 #include "account/frmchange.h"
 
-#include "account/Controls.h"
 #include "common/OneLine.h"
+#include "controls/FormControls.h"
 #include "controls/xpButton.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"

@@ -1,10 +1,10 @@
 #include "account/frmregister.h"
 
-#include "account/Controls.h"
 #include "commands/CommandProcessor.h"
 #include "common/OneLine.h"
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
+#include "controls/FormControls.h"
 #include "controls/xpButton.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"

@@ -3,6 +3,7 @@
 #include "common/ControlCharacters.h"
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
+#include "controls/KeyCodes.h"
 #include "platform/Dialogs.h"
 #include "room/Room.h"
 #include "text/OwnTextStyle.h"
@@ -15,14 +16,12 @@ using namespace Qt::StringLiterals;
 
 constexpr auto rawPrefix = "IRC "_L1;
 
-enum Key { Enter = 13, Up = 38, Down = 40 };
-
 } // namespace
 
 int InputLine::KeyPress(int character)
 {
     m_parts.DataOut.setTypeface(beforeNul(m_parts.variables.FontName), m_parts.variables.FontSize);
-    if (character != Enter)
+    if (character != key_codes::Enter)
         return character;
     const QString text = m_parts.DataOut.text();
     const QString trimmed = trimBlanks(text);
@@ -40,9 +39,10 @@ int InputLine::KeyPress(int character)
 
 int InputLine::KeyDown(int keyCode)
 {
-    if (keyCode != Up && keyCode != Down)
+    if (keyCode != key_codes::Up && keyCode != key_codes::Down)
         return keyCode;
-    const std::optional<QString> line = keyCode == Up ? m_history.back() : m_history.forward();
+    const std::optional<QString> line =
+        keyCode == key_codes::Up ? m_history.back() : m_history.forward();
     if (!line) {
         m_parts.dialogs.Beep();
         return keyCode;

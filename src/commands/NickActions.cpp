@@ -7,6 +7,7 @@
 #include "controls/ListBox.h"
 #include "platform/Dialogs.h"
 #include "room/Room.h"
+#include "talk/Blocking.h"
 #include "talk/QueryTable.h"
 #include "wire/LineSink.h"
 #include "wire/Winsock.h"
@@ -19,21 +20,6 @@ namespace {
 
 // The one reply that keeps the kick from being sent.
 constexpr QChar backspace{8};
-
-QString blockedRow(const QString& nick)
-{
-    return nick + " - Blocked"_L1;
-}
-
-bool holdsRow(const ListBox& rows, const QString& text)
-{
-    const QString wanted = text.toLower();
-    for (int row = 0; row < rows.ListCount(); ++row) {
-        if (rows.List(row).toLower() == wanted)
-            return true;
-    }
-    return false;
-}
 
 } // namespace
 
@@ -182,15 +168,14 @@ void NickActions::mnu_blocked_Click()
     if (m_parts.room.form.lstNicks().ListIndex() <= 0)
         return;
     const QString selected = nick();
-    if (selected == m_parts.variables.ownNick())
-        return m_parts.dialogs.MsgBox(u"You can't block yourself?"_s, title);
-    if (m_parts.room.nicks.isOp(selected) || m_parts.room.nicks.isHalfOp(selected))
-        return m_parts.dialogs.MsgBox(u"You can't block a Operator"_s, title);
+    const QString refusal = blockRefusal(selected, m_parts.variables, m_parts.room);
+    if (!refusal.isEmpty())
+        return m_parts.dialogs.MsgBox(refusal, title);
     const QString blocked = blockedRow(selected);
     ListBox& rows = m_parts.ignoreRows();
     // A second row for the same nick is refused only while some row is selected there.
     if (!rows.Text().isEmpty() && holdsRow(rows, blocked))
-        return m_parts.dialogs.MsgBox(u"Are you trying to add same nick?"_s, title);
+        return m_parts.dialogs.MsgBox(sameNickRefusal, title);
     rows.AddItem(blocked);
     // One word arrives: without a colon the others are parameters of their own.
     m_parts.server.SendData("PRIVMSG "_L1 % selected % u' ' % strColor % u'4' % strBold %

@@ -1,29 +1,23 @@
 #pragma once
 
 #include "controls/MenuEntry.h"
+#include "talk/Blocking.h"
 
 #include <QString>
 #include <QStringList>
 
 #include <array>
-#include <functional>
 
 class CommandProcessor;
 class Dialogs;
-class ListBox;
 class QueryTable;
 class ServerLink;
-struct Room;
-struct SessionVariables;
 
 // What can be done to the member that is selected in the list of chatters: greetings and actions,
 // ranks, kick and ban, block, conversation. Every entry of the menu on a nick ends up here.
 class NickActions final
 {
 public:
-    // The rows of the ignore list; asking may load its window.
-    using IgnoreRows = std::function<ListBox&()>;
-
     // The entries whose captions say what a click is going to do.
     struct RankEntries
     {
@@ -41,7 +35,7 @@ public:
         QueryTable& queries;
         Dialogs& dialogs;
         RankEntries ranks;
-        IgnoreRows ignoreRows;
+        BlockedRows ignoreRows;
     };
 
     explicit NickActions(Parts parts);

@@ -1,5 +1,6 @@
 #include "contacts/BuddyList.h"
 
+#include "controls/FormControls.h"
 #include "controls/ListBoxWidget.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
@@ -33,12 +34,12 @@ BuddyList::BuddyList(const Desk& desk)
     : lblWhich(plainLabel({}, this))
     , lstNicks(newList(u"lstNicks"_s, u"Online"_s, this))
     , lstSetup(newList(u"lstSetup"_s, u"Setup"_s, this))
-    , Command1(newButton(u"Command1"_s, u"View"_s))
-    , Command2(newButton(u"Command2"_s, u"Setup"_s))
-    , cmdAdd(newButton(u"cmdAdd"_s, u"Add"_s))
-    , cmdRem(newButton(u"cmdRem"_s, u"Remove"_s))
-    , cmdClear(newButton(u"cmdClear"_s, u"Clear"_s))
-    , cmdRefresh(newButton(u"cmdRefresh"_s, u"Refresh"_s))
+    , Command1(makeButton(u"Command1"_s, u"View"_s, this))
+    , Command2(makeButton(u"Command2"_s, u"Setup"_s, this))
+    , cmdAdd(makeButton(u"cmdAdd"_s, u"Add"_s, this))
+    , cmdRem(makeButton(u"cmdRem"_s, u"Remove"_s, this))
+    , cmdClear(makeButton(u"cmdClear"_s, u"Clear"_s, this))
+    , cmdRefresh(makeButton(u"cmdRefresh"_s, u"Refresh"_s, this))
     , m_polling({*lstSetup, *lstNicks, desk.server, desk.dialogs, desk.store})
 {
     setWindowTitle(u"View Whois Online"_s);
@@ -54,14 +55,6 @@ BuddyList::BuddyList(const Desk& desk)
                       "choose them."_s);
     lstSetup->setHint(u"The names that are looked for. Add asks for one."_s);
     showSetup(false);
-}
-
-xpButton* BuddyList::newButton(const QString& name, const QString& caption)
-{
-    auto* button = new xpButton(caption, xpButton::Big, this);
-    button->setObjectName(name);
-    button->setAccessibleName(caption);
-    return button;
 }
 
 void BuddyList::connectControls(const Desk& desk)

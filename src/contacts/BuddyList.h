@@ -36,7 +36,6 @@ public:
     void clearOnline();
 
 private:
-    xpButton* newButton(const QString& name, const QString& caption);
     void connectControls(const Desk& desk);
     void arrange();
     void showSetup(bool setup);

@@ -1,5 +1,6 @@
 #include "contacts/IgnoreList.h"
 
+#include "controls/FormControls.h"
 #include "controls/ListBoxWidget.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
@@ -31,9 +32,9 @@ IgnoreList::IgnoreList(const Desk& desk)
     m_list1->setHint(
         u"Nobody is blocked. Choose a chatter in the room's list and click Add here, or "
         "take Block Conversation in the chatter's own menu."_s);
-    xpButton* cmdAdd = newButton(u"cmdAdd"_s, u"Add"_s);
-    xpButton* cmdRemove = newButton(u"cmdRemove"_s, u"Remove"_s);
-    xpButton* cmdClear = newButton(u"cmdClear"_s, u"Clear"_s);
+    xpButton* cmdAdd = makeButton(u"cmdAdd"_s, u"Add"_s, this);
+    xpButton* cmdRemove = makeButton(u"cmdRemove"_s, u"Remove"_s, this);
+    xpButton* cmdClear = makeButton(u"cmdClear"_s, u"Clear"_s, this);
     new ButtonKeys(this);
 
     m_whatToDo->setObjectName(u"whatToDo"_s);
@@ -62,14 +63,6 @@ IgnoreList::IgnoreList(const Desk& desk)
     });
     desk.handlers.connect(cmdRemove, &xpButton::Click, this, [this] { m_rows.cmdRemove_Click(); });
     desk.handlers.connect(cmdClear, &xpButton::Click, this, [this] { m_list1->Clear(); });
-}
-
-xpButton* IgnoreList::newButton(const QString& name, const QString& caption)
-{
-    auto* button = new xpButton(caption, xpButton::Big, this);
-    button->setObjectName(name);
-    button->setAccessibleName(caption);
-    return button;
 }
 
 ListBox& IgnoreList::List1()

@@ -32,8 +32,6 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    xpButton* newButton(const QString& name, const QString& caption);
-
     ListBoxWidget* m_list1;
     QLabel* m_whatToDo;
     IgnoreRows m_rows;

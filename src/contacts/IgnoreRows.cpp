@@ -5,6 +5,7 @@
 #include "controls/ListBox.h"
 #include "platform/Dialogs.h"
 #include "room/Room.h"
+#include "talk/Blocking.h"
 #include "wire/LineSink.h"
 
 using namespace Qt::StringLiterals;
@@ -22,7 +23,7 @@ void IgnoreRows::cmdAdd_Click() const
         m_parts.dialogs.MsgBox(text, u"Block"_s);
         return;
     }
-    m_parts.List1.AddItem(nick + " - Blocked"_L1);
+    m_parts.List1.AddItem(blockedRow(nick));
     // One word arrives: without a colon the others are parameters of their own.
     m_parts.server.SendData("PRIVMSG "_L1 % nick % u' ' % strColor % u'4' % strBold %
                             "You've been ignored by "_L1 % m_parts.variables.MyNick %
@@ -31,14 +32,12 @@ void IgnoreRows::cmdAdd_Click() const
 
 QString IgnoreRows::refusal(const QString& nick) const
 {
-    if (nick == m_parts.variables.ownNick())
-        return u"You can't block yourself?"_s;
-    if (m_parts.room.nicks.isOp(nick) || m_parts.room.nicks.isHalfOp(nick))
-        return u"You can't block a Operator"_s;
+    if (const QString text = blockRefusal(nick, m_parts.variables, m_parts.room); !text.isEmpty())
+        return text;
     // Not a look for the nick: any selected row refuses all of them, and without a selection the
     // same nick can be added twice.
     if (!m_parts.List1.Text().isEmpty())
-        return u"Are you trying to add same nick?"_s;
+        return sameNickRefusal;
     return {};
 }
 

@@ -3,6 +3,7 @@
 #include "common/TextHelpers.h"
 #include "controls/ActionEntry.h"
 #include "controls/InputNotes.h"
+#include "controls/KeyCodes.h"
 #include "controls/Named.h"
 #include "controls/OneLineField.h"
 #include "controls/SvgPicture.h"
@@ -40,32 +41,6 @@ constexpr auto notesOnSlash =
 
 enum Page { HomePage, ChatRoomPage, MiscPage };
 constexpr std::array<QLatin1StringView, 3> pageCaptions{"Home"_L1, "ChatRoom"_L1, "Misc"_L1};
-
-constexpr int enterCharacter = 13;
-
-// The classic code of a key that somebody asks about; 0 for others.
-int keyCodeOf(const QKeyEvent& event)
-{
-    switch (event.key()) {
-    case Qt::Key_Backspace:
-        return 8;
-    case Qt::Key_Delete:
-        return 46;
-    case Qt::Key_Up:
-        return 38;
-    case Qt::Key_Down:
-        return 40;
-    default:
-        return 0;
-    }
-}
-
-int characterOf(const QKeyEvent& event)
-{
-    if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)
-        return enterCharacter;
-    return event.text().isEmpty() ? 0 : event.text().front().unicode();
-}
 
 QToolButton* toolButton(const QString& name, const QString& text, const QString& icon)
 {
@@ -148,8 +123,7 @@ Channel::~Channel() = default;
 QWidget* Channel::buildChatPage()
 {
     m_dataIn->setLinks({linksIn, {}});
-    m_dataIn->onChange([this] { m_smileys.CheckRTF(); });
-    m_dataIn->onLine([this](const FormattedLine& line) { return m_smileys.foresee(line); });
+    m_smileys.keepUp();
     m_nicks = named(new ListBoxWidget(ListBoxWidget::Order::Sorted), u"lstNicks"_s, u"Chatters"_s);
     cmdCount = named(plainLabel(u" Total Chatters :  [ 0 ]"_s), u"cmdCount"_s);
 
@@ -257,7 +231,7 @@ void Channel::connectEvents(const Handlers& handlers)
         connect(key, &QShortcut::activated, this, [this, page] { TBar->setCurrentIndex(page); });
     }
     connect(TBar, &QTabBar::currentChanged, this, &Channel::showPage);
-    handlers.connect(Image2, &SvgPicture::Click, this, [this] { pressInput(enterCharacter); });
+    handlers.connect(Image2, &SvgPicture::Click, this, [this] { pressInput(key_codes::Enter); });
 
     connect(Check3, &QCheckBox::toggled, this, [this](bool on) {
         QFont font = DataOut->font();
@@ -439,16 +413,16 @@ bool Channel::eventFilter(QObject* watched, QEvent* event)
 int Channel::pressInput(int character) const
 {
     const int taken = m_hooks.inputKeyPress(character);
-    if (character == enterCharacter && taken == 0)
+    if (character == key_codes::Enter && taken == 0)
         m_dataIn->scrollToEnd();
     return taken;
 }
 
 bool Channel::inputTakes(const QKeyEvent& event) const
 {
-    if (const int code = keyCodeOf(event); code != 0 && m_hooks.inputKeyDown(code) == 0)
+    if (const int code = key_codes::keyCodeOf(event); code != 0 && m_hooks.inputKeyDown(code) == 0)
         return false;
-    const int character = characterOf(event);
+    const int character = key_codes::characterOf(event);
     return character == 0 || pressInput(character) != 0;
 }
 
@@ -456,10 +430,12 @@ bool Channel::topicTakes(const QKeyEvent& event) const
 {
     bool takes = true;
     m_handlers.run([&] {
-        if (const int code = keyCodeOf(event); code != 0 && m_hooks.topicKeyDown(code) == 0)
+        if (const int code = key_codes::keyCodeOf(event);
+            code != 0 && m_hooks.topicKeyDown(code) == 0)
             takes = false;
         // Copying and moving about are not typing.
-        const int character = event.modifiers() & Qt::ControlModifier ? 0 : characterOf(event);
+        const int character =
+            event.modifiers() & Qt::ControlModifier ? 0 : key_codes::characterOf(event);
         if (takes && character != 0 && event.key() != Qt::Key_Tab && event.key() != Qt::Key_Backtab)
             takes = m_hooks.topicKeyPress(character) != 0;
     });

@@ -3,6 +3,7 @@
 #include "common/Conversions.h"
 #include "common/SessionVariables.h"
 #include "common/UnixDate.h"
+#include "controls/FormControls.h"
 #include "controls/xpButton.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
@@ -59,9 +60,7 @@ ChannelInfo::ChannelInfo(const Parts& parts)
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(spacing);
     const auto addButton = [&](const QString& name, const QString& caption, auto handler) {
-        auto* button = new xpButton(caption);
-        button->setObjectName(name);
-        button->setAccessibleName(caption);
+        xpButton* button = makeButton(name, caption);
         buttons->addWidget(button);
         parts.handlers.connect(button, &xpButton::Click, this, handler);
         return button;

@@ -1,6 +1,7 @@
 #include "room/TopicField.h"
 
 #include "common/TextHelpers.h"
+#include "controls/KeyCodes.h"
 #include "room/Room.h"
 #include "text/TextWriter.h"
 #include "view/RichTextBox.h"
@@ -11,8 +12,6 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr auto lockedTag = "locked"_L1;
-
-enum Key { Backspace = 8, Enter = 13, Delete = 46 };
 
 } // namespace
 
@@ -37,7 +36,7 @@ void TopicField::show(RichTextBox& topic, const TextWriter& writer, const QStrin
 
 int TopicField::KeyDown(int keyCode) const
 {
-    const bool erases = keyCode == Backspace || keyCode == Delete;
+    const bool erases = keyCode == key_codes::Backspace || keyCode == key_codes::Delete;
     return erases && isLocked(m_room.form.rtbTopic()) ? 0 : keyCode;
 }
 
@@ -46,7 +45,7 @@ int TopicField::KeyPress(int character) const
     const RichTextBox& topic = m_room.form.rtbTopic();
     if (isLocked(topic))
         return 0;
-    if (character != Enter)
+    if (character != key_codes::Enter)
         return character;
     // The field ends in the line end of its writer, which must not break the line.
     QString text = withoutCarriageReturns(topic.Text());

@@ -3,6 +3,7 @@
 #include "common/ControlCharacters.h"
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
+#include "controls/KeyCodes.h"
 #include "controls/ListBox.h"
 #include "controls/SvgPicture.h"
 #include "platform/Clock.h"
@@ -47,7 +48,7 @@ QueryForm& Query::form()
 void Query::connectForm(QueryForm& form)
 {
     const Handlers& handlers = m_desk.handlers;
-    QueryView& view = form.DataIn();
+    ChatView& view = form.DataIn();
     handlers.connect(&form, &QueryForm::unloadRequested, &form, [this] { Unload(); });
     handlers.connect(&form, &QueryForm::Activate, &form, [this] { Form_Activate(); });
     handlers.connect(&form, &QueryForm::MouseMove, &form, [this] { setUnread(0); });
@@ -56,19 +57,17 @@ void Query::connectForm(QueryForm& form)
     handlers.connect(&form, &QueryForm::KeyPress, &form,
                      [this](int character) { DataOut_KeyPress(character); });
     handlers.connect(&form.Image2(), &SvgPicture::Click, &form,
-                     [this] { DataOut_KeyPress(QueryForm::Enter); });
+                     [this] { DataOut_KeyPress(key_codes::Enter); });
     handlers.connect(&form.flsh(), &QTimer::timeout, &form, [this] { flsh_Timer(); });
-    handlers.connect(&view, &QueryView::MouseMove, &form,
+    handlers.connect(&view, &ChatView::MouseMove, &form,
                      [this](const QPoint& point) { DataIn_MouseMove(point); });
-    handlers.connect(&view, &QueryView::MouseUp, &form,
+    handlers.connect(&view, &ChatView::MouseUp, &form,
                      [this](const QPoint& point) { DataIn_MouseUp(point); });
-    handlers.connect(&view, &QueryView::DblClick, &form, [this] { DataIn_DblClick(); });
-    handlers.connect(&view, &QueryView::Click, &form, [&form] { form.DataOut().setFocus(); });
+    handlers.connect(&view, &ChatView::DblClick, &form, [this] { DataIn_DblClick(); });
+    handlers.connect(&view, &ChatView::Click, &form, [&form] { form.DataOut().setFocus(); });
     view.setLinks({linksIn, [this](const QString& link) {
                        m_desk.handlers.run([&] { m_desk.links.OpenLink(link); });
                    }});
-    view.onChange([&form] { form.CheckRTF(); });
-    view.onLine([&form](const FormattedLine& line) { return form.foresee(line); });
     connectLinks(form);
     form.setNames([this] {
         RoomForm& room = m_desk.channels.main().form;
@@ -181,7 +180,7 @@ void Query::flsh_Timer()
 void Query::DataOut_KeyDown(int keyCode)
 {
     const std::optional<QString> line =
-        keyCode == QueryForm::Up ? m_history.back() : m_history.forward();
+        keyCode == key_codes::Up ? m_history.back() : m_history.forward();
     if (line)
         form().DataOut().setText(*line);
     else
@@ -193,7 +192,7 @@ void Query::DataOut_KeyPress(int character)
     QLineEdit& DataOut = form().DataOut();
     setUnread(0);
     form().setWindowTitle(QueryNick);
-    if (character == QueryForm::Enter) {
+    if (character == key_codes::Enter) {
         if (trimBlanks(DataOut.text()).isEmpty())
             return;
         const QString message = m_desk.style.coded(DataOut.text());
@@ -211,7 +210,7 @@ void Query::DataOut_KeyPress(int character)
 
 QString Query::wordAt(const QPoint& point)
 {
-    const QueryView& view = form().DataIn();
+    const ChatView& view = form().DataIn();
     return WordAt(view, view.offsetAt(point));
 }
 

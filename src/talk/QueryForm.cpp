@@ -1,6 +1,7 @@
 #include "talk/QueryForm.h"
 
 #include "controls/InputNotes.h"
+#include "controls/KeyCodes.h"
 #include "controls/OneLineField.h"
 #include "controls/SvgPicture.h"
 #include "platform/PlainText.h"
@@ -87,7 +88,7 @@ QLabel* newLabel(const QString& name, const QString& caption, QWidget* parent)
 QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures, std::shared_ptr<ViewLook> look)
     : m_lblNick(newLabel(u"lblNick"_s, u"Chatter"_s, this))
     , m_lblHost(newLabel(u"lblHost"_s, u"user@host"_s, this))
-    , m_dataIn(new QueryView(this, std::move(pictures), std::move(look)))
+    , m_dataIn(new ChatView(this, std::move(pictures), std::move(look)))
     , m_smileys(*m_dataIn)
     , m_dataOut(new QLineEdit(this))
     , m_inputKeys(*m_dataIn, *m_dataOut)
@@ -101,6 +102,7 @@ QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures, std::shared_ptr<Vie
     m_dataIn->setObjectName(u"DataIn"_s);
     m_dataIn->setAccessibleName(u"Conversation"_s);
     m_dataIn->setMinimumSize(smallestView);
+    m_smileys.keepUp();
 
     m_dataOut->setObjectName(u"DataOut"_s);
     m_dataOut->setAccessibleName(u"Message"_s);
@@ -270,19 +272,9 @@ bool QueryForm::eventFilter(QObject* watched, QEvent* event)
 
 void QueryForm::announceKey(const QKeyEvent& event)
 {
-    switch (event.key()) {
-    case Qt::Key_Up:
-        Q_EMIT KeyDown(Up);
-        return;
-    case Qt::Key_Down:
-        Q_EMIT KeyDown(Down);
-        return;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        Q_EMIT KeyPress(Enter);
-        return;
-    default:
-        if (!event.text().isEmpty())
-            Q_EMIT KeyPress(event.text().front().unicode());
-    }
+    const int code = key_codes::keyCodeOf(event);
+    if (code == key_codes::Up || code == key_codes::Down)
+        Q_EMIT KeyDown(code);
+    else if (const int character = key_codes::characterOf(event); character != 0)
+        Q_EMIT KeyPress(character);
 }

@@ -15,9 +15,6 @@ class QLineEdit;
 class QToolButton;
 class SvgPicture;
 
-// The view of a private conversation.
-using QueryView = ChatView;
-
 // The window of one private conversation: its controls, where they stand, and what the user does
 // to them as signals. What that means is decided by the Query that owns it.
 class QueryForm final : public Form
@@ -26,13 +23,10 @@ class QueryForm final : public Form
 public:
     enum Link { Label4, Label5, Label6, Label7, Label8, cmdOptions, LabelAction, LinkCount };
 
-    // Codes that KeyDown and KeyPress speak of.
-    enum Key { Enter = 13, Up = 38, Down = 40 };
-
     explicit QueryForm(std::shared_ptr<PictureCache> pictures = nullptr,
                        std::shared_ptr<ViewLook> look = nullptr);
 
-    QueryView& DataIn() { return *m_dataIn; }
+    ChatView& DataIn() { return *m_dataIn; }
     QLineEdit& DataOut() { return *m_dataOut; }
     SvgPicture& Image2() { return *m_image2; }
     QToolButton& link(Link link) { return *m_links[link]; }
@@ -47,19 +41,13 @@ public:
     // What the input line says of itself: whether the other one hears.
     void setConnected(bool connected);
     void setPointerShape(Qt::CursorShape shape);
-    // Turns codes in DataIn into pictures; to be called at each of its changes.
-    void CheckRTF() { m_smileys.CheckRTF(); }
-    std::optional<LineOutcome> foresee(const FormattedLine& line)
-    {
-        return m_smileys.foresee(line);
-    }
 
 Q_SIGNALS:
     // It became the active window or was given the focus.
     void Activate();
     // Over the window itself, DataOut or Image2. The view has its own signal.
     void MouseMove();
-    // Keys in DataOut, before it sees them itself.
+    // Keys in DataOut, before it sees them itself, by the codes of KeyCodes.h.
     void KeyDown(int keyCode);
     void KeyPress(int character);
 
@@ -76,7 +64,7 @@ private:
 
     QLabel* m_lblNick;
     QLabel* m_lblHost;
-    QueryView* m_dataIn;
+    ChatView* m_dataIn;
     SmileyPass m_smileys;
     QLineEdit* m_dataOut;
     InputKeys m_inputKeys;

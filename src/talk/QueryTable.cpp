@@ -6,20 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-using namespace Qt::StringLiterals;
-
-constexpr auto blockedSuffix = " - Blocked"_L1;
-
-QString blockedRow(const QString& nick)
-{
-    return QString(nick + blockedSuffix).toLower();
-}
-
-} // namespace
-
-QueryTable::QueryTable(PrivateWindowFactory& windows, Switches switches, IgnoreRows ignoreRows)
+QueryTable::QueryTable(PrivateWindowFactory& windows, Switches switches, BlockedRows ignoreRows)
     : m_windows(windows)
     , m_switches(switches)
     , m_ignoreRows(std::move(ignoreRows))
@@ -70,13 +57,7 @@ void QueryTable::talkTo(const QString& nick)
 
 bool QueryTable::isIgnored(const QString& nick) const
 {
-    const QString blocked = blockedRow(nick);
-    const ListBox& rows = m_ignoreRows();
-    for (int row = 0; row < rows.ListCount(); ++row) {
-        if (rows.List(row).toLower() == blocked)
-            return true;
-    }
-    return false;
+    return holdsRow(m_ignoreRows(), blockedRow(nick));
 }
 
 PrivateWindow& QueryTable::Queries(int slot) const
@@ -117,7 +98,7 @@ int QueryTable::lastSlot() const
 
 void QueryTable::checkIgnored(const QString& nick)
 {
-    const QString blocked = blockedRow(nick);
+    const QString blocked = blockedRow(nick).toLower();
     const ListBox& rows = m_ignoreRows();
     for (int row = 0; row <= rows.ListCount(); ++row) {
         if (rows.List(row).toLower() != blocked)

@@ -4,9 +4,8 @@
 #include "common/Int16.h"
 #include "controls/ListBox.h"
 #include "controls/MenuEntry.h"
+#include "talk/Blocking.h"
 #include "talk/PrivateWindow.h"
-
-#include <functional>
 
 // The private conversations, at most 30. QueryCount only grows until the next connection: one too
 // many raises SubscriptOutOfRange (9), and so does every search that gets past the last slot from
@@ -22,10 +21,7 @@ public:
         const MenuEntry& mnu_pm_yes;
         const MenuEntry& mnu_blocked;
     };
-    // The rows of the ignore list; asking may load its window.
-    using IgnoreRows = std::function<const ListBox&()>;
-
-    QueryTable(PrivateWindowFactory& windows, Switches switches, IgnoreRows ignoreRows);
+    QueryTable(PrivateWindowFactory& windows, Switches switches, BlockedRows ignoreRows);
 
     // The slot of a nick, case ignored, or -1.
     int FindQuery(const QString& nick) const;
@@ -55,7 +51,7 @@ private:
 
     PrivateWindowFactory& m_windows;
     Switches m_switches;
-    IgnoreRows m_ignoreRows;
+    BlockedRows m_ignoreRows;
     BoundedArray<PrivateWindow*, 1, 30> m_queries;
     Int16 m_queryCount;
 };

@@ -45,6 +45,12 @@ bool touchesStart(const SmileyHit& hit)
 
 } // namespace
 
+void SmileyPass::keepUp()
+{
+    m_view.onChange([this] { CheckRTF(); });
+    m_view.onLine([this](const FormattedLine& line) { return foresee(line); });
+}
+
 void SmileyPass::CheckRTF()
 {
     if (m_running)

@@ -31,6 +31,9 @@ public:
     {
     }
 
+    // The view itself asks for what follows from now on, and must not be changed once this is gone.
+    void keepUp();
+
     // To be called at every change of the view, also at those that it makes itself. A failure of
     // the view ends the pass in silence.
     void CheckRTF();

@@ -124,7 +124,7 @@ QString Smiley::picture() const
     return u":/smileys/%1.svg"_s.arg(index, 2, 10, QChar(u'0'));
 }
 
-QString smileys::extraPicture()
+QString smileys::Extra::picture() const
 {
     return u":/smileys/47x.svg"_s;
 }

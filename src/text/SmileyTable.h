@@ -128,9 +128,14 @@ inline constexpr std::array<Smiley, 85> table{{
     {89, "(K)"_L1},
 }};
 
-// The palette shows one picture more, which is no code at all.
-inline constexpr Smiley extra{47, "=:)"_L1};
-QString extraPicture();
+// The palette shows one picture more. What it is called there is no code.
+struct Extra
+{
+    QLatin1StringView name{"=:)"_L1};
+    QSize size{18, 18};
+    QString picture() const;
+};
+inline constexpr Extra extra;
 
 inline constexpr qsizetype longestCode =
     std::ranges::max(table, {}, [](const Smiley& row) { return row.code.size(); }).code.size();

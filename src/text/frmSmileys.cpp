@@ -59,10 +59,10 @@ frmSmileys::frmSmileys(const Handlers& handlers, QWidget* parent)
         handlers.connect(item, &QAbstractButton::clicked, this,
                          [this, &smiley] { Q_EMIT picked(smiley.code); });
     }
-    auto* extra = new SvgPicture(smileys::extraPicture());
+    auto* extra = new SvgPicture(smileys::extra.picture());
     extra->setObjectName(u"Image47"_s);
-    setPlainToolTip(*extra, smileys::extra.toolTip());
-    extra->setAccessibleName(u"smiley "_s + smileys::extra.code);
+    setPlainToolTip(*extra, smileys::extra.name);
+    extra->setAccessibleName(u"smiley "_s + smileys::extra.name);
     grid->addOther(extra);
 
     auto* hint =

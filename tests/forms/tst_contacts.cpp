@@ -56,9 +56,8 @@ struct Desk
     Journal journal;
     RecordingQueries windows{journal};
     IgnoreList ignored{{handlers, variables, room, server, boxes}};
-    QueryTable queries{windows, {pmNo, pmYes, blockedEntry}, [this]() -> const ListBox& {
-                           return ignored.List1();
-                       }};
+    QueryTable queries{
+        windows, {pmNo, pmYes, blockedEntry}, [this]() -> ListBox& { return ignored.List1(); }};
 
     std::unique_ptr<BuddyList> buddyList()
     {

@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The text of a view from a place on, with the colour of each run.
-QString runsOf(const QueryView& view, qsizetype from = 0)
+QString runsOf(const ChatView& view, qsizetype from = 0)
 {
     QString runs;
     QRgb color = 0;
@@ -135,9 +135,8 @@ struct Desk
     QueryFactory factory{parts()};
     ActionEntry entries[3];
     ListBoxWidget ignored{ListBoxWidget::Order::AsAdded};
-    QueryTable queries{factory, {entries[0], entries[1], entries[2]}, [this]() -> const ListBox& {
-                           return ignored;
-                       }};
+    QueryTable queries{
+        factory, {entries[0], entries[1], entries[2]}, [this]() -> ListBox& { return ignored; }};
 };
 
 QWidget* surfaceOf(QueryForm& form)
@@ -150,7 +149,7 @@ QWidget* surfaceOf(QueryForm& form)
 // A place over the character at an offset of the view, in the view's surface.
 QPoint placeOf(QueryForm& form, qsizetype offset)
 {
-    QueryView& view = form.DataIn();
+    ChatView& view = form.DataIn();
     QWidget* surface = surfaceOf(form);
     for (int y = 0; y < surface->height(); y += 2) {
         for (int x = 0; x < surface->width(); ++x) {
@@ -231,7 +230,7 @@ private Q_SLOTS:
         QFETCH(QString, typed);
         Desk desk;
         Query& query = desk.open(u"Ann"_s);
-        QueryView& view = query.window()->DataIn();
+        ChatView& view = query.window()->DataIn();
         const qsizetype start = view.chatText().length();
         QLineEdit& box = query.window()->DataOut();
         if (typed.isEmpty()) {

@@ -80,9 +80,9 @@ public:
     ListBoxWidget ignored{ListBoxWidget::Order::AsAdded};
     Room room{window};
     ChannelTable channels{room};
-    QueryTable queries{privateWindows,
-                       {mnu_pm_no, mnu_pm_yes, mnu_blocked},
-                       [this]() -> const ListBox& { return ignored; }};
+    QueryTable queries{privateWindows, {mnu_pm_no, mnu_pm_yes, mnu_blocked}, [this]() -> ListBox& {
+                           return ignored;
+                       }};
     TextWriter writer{variables};
     MainView mainView{writer, window.view};
     StatusLine status{mainView};

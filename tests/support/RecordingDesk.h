@@ -71,9 +71,8 @@ public:
     MainView mainView{writer, channel.DataIn()};
     Room room{channel};
     ChannelTable channels{room};
-    QueryTable queries{windows, {mnu_pm_no, mnu_pm_yes, mnu_blocked}, [this]() -> const ListBox& {
-                           return ignored;
-                       }};
+    QueryTable queries{
+        windows, {mnu_pm_no, mnu_pm_yes, mnu_blocked}, [this]() -> ListBox& { return ignored; }};
     Connection connection;
     IdentResponder identResponder;
     StatusLine status{mainView};

@@ -56,9 +56,10 @@ private:
 template<typename Pass>
 void keep(RichTextBox& view, Pass& pass)
 {
-    view.onChange([&pass] { pass.CheckRTF(); });
     if constexpr (std::is_same_v<Pass, SmileyPass>)
-        view.onLine([&pass](const FormattedLine& line) { return pass.foresee(line); });
+        pass.keepUp();
+    else
+        view.onChange([&pass] { pass.CheckRTF(); });
 }
 
 QString shown(const MemoryView& view)
@@ -241,8 +242,8 @@ private Q_SLOTS:
             QVERIFY(!Qt::mightBeRichText(smiley.toolTip()));
         }
         QCOMPARE(codes.size(), 85);
-        QCOMPARE(SvgPicture(smileys::extraPicture()).sizeHint(), smileys::extra.size);
-        QVERIFY(!codes.contains(smileys::extra.code));
+        QCOMPARE(SvgPicture(smileys::extra.picture()).sizeHint(), smileys::extra.size);
+        QVERIFY(!codes.contains(smileys::extra.name));
     }
 
     void everyCodeBecomesItsPicture_data()

@@ -1,5 +1,6 @@
-#include "account/Controls.h"
+#include "controls/FormControls.h"
 
+#include "controls/Named.h"
 #include "controls/xpButton.h"
 #include "platform/PlainText.h"
 
@@ -31,12 +32,9 @@ QLineEdit* makeField(const QString& name, QLabel* label, QLineEdit::EchoMode ech
     return field;
 }
 
-xpButton* makeButton(const QString& name, const QString& caption)
+xpButton* makeButton(const QString& name, const QString& caption, QWidget* parent)
 {
-    auto* button = new xpButton(caption);
-    button->setObjectName(name);
-    button->setAccessibleName(caption);
-    return button;
+    return named(new xpButton(caption, xpButton::Big, parent), name, caption);
 }
 
 void setFormLayout(QLayout* layout)
