@@ -6,6 +6,7 @@
 #include "desktop/WebToolBar.h"
 #include "platform/Handlers.h"
 #include "platform/Resources.h"
+#include "support/FakeEngine.h"
 
 #include <QDir>
 #include <QLabel>
@@ -21,51 +22,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class FakeView final : public WebView
-{
-public:
-    FakeView(QWidget* parent, WebViewListener& listener, QStringList& calls)
-        : listener(listener)
-        , m_calls(calls)
-        , m_widget(new QWidget(parent))
-    {
-        m_widget->setObjectName("page"_L1);
-    }
-    ~FakeView() override { delete m_widget; }
-
-    QWidget* widget() override { return m_widget; }
-    void load(const QUrl& address) override
-    {
-        m_calls += QString("load "_L1 + address.toString());
-        listener.started();
-    }
-    void back() override { m_calls += u"back"_s; }
-    void forward() override { m_calls += u"forward"_s; }
-    void reload() override { m_calls += u"reload"_s; }
-    void stop() override { m_calls += u"stop"_s; }
-
-    WebViewListener& listener;
-
-private:
-    QStringList& m_calls;
-    QPointer<QWidget> m_widget;
-};
-
-class FakeEngine final : public WebEngine
-{
-public:
-    std::unique_ptr<WebView> create(QWidget* parent, WebViewListener& listener,
-                                    std::chrono::milliseconds) override
-    {
-        auto made = std::make_unique<FakeView>(parent, listener, calls);
-        view = made.get();
-        return made;
-    }
-
-    QStringList calls;
-    FakeView* view = nullptr;
-};
 
 // A browser at the end of its history.
 class FailingBrowser final : public WebBrowser

@@ -141,7 +141,7 @@ public:
             .askWebEngine =
                 [this] {
                     ++enginesAsked;
-                    return WebModule::Answer{nullptr, QStringLiteral("none here")};
+                    return WebModule::Answer{engine, QStringLiteral("none here")};
                 },
             .end = [this] { ++ends; },
             .tell = [this](const QString& line) { told += line; },
@@ -173,6 +173,7 @@ public:
     RecordingWaves waves;
     QStringList told;
     int enginesAsked = 0;
+    WebEngine* engine = nullptr; // what is answered
     int ends = 0;
     int identPort = 11300; // needs no privilege; the address is ours alone
 
