@@ -94,8 +94,10 @@ void TcpWinsock::connectByTls(QSslSocket* socket)
     }
     auto* limit = new QTimer(socket);
     limit->setSingleShot(true);
-    connect(limit, &QTimer::timeout, this,
-            [this] { failHandshake(tls::noHandshake(RemoteHost, RemotePort)); });
+    connect(limit, &QTimer::timeout, this, [this, generation = m_generation] {
+        if (generation == m_generation) // a socket that was let go may live a little longer
+            failHandshake(tls::noHandshake(RemoteHost, RemotePort));
+    });
     connect(socket, &QSslSocket::encrypted, limit, &QTimer::stop);
     connect(socket, &QTcpSocket::connected, limit,
             [this, limit] { limit->start(m_handshakeTime); });
