@@ -1,6 +1,6 @@
 #include "account/NetworkForm.h"
 
-#include "account/Controls.h"
+#include "controls/FormControls.h"
 #include "controls/OneLineField.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
