@@ -10,6 +10,7 @@
 #include <cstdlib>
 
 #include <fcntl.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 // Runs inputs made by chance, or one from a file. When one of them ends the program it is left in
@@ -21,7 +22,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr unsigned longestInput = 60; // seconds; one that takes longer hangs
+constexpr time_t longestInput = 60; // seconds of the processor; what takes longer hangs
 
 QByteArray current;
 QByteArray failedPath;
@@ -50,15 +51,21 @@ void watch()
     else
         std::signal(SIGSEGV, die);
     std::signal(SIGABRT, die);
-    std::signal(SIGALRM, die);
+    std::signal(SIGPROF, die);
+}
+
+void allow(time_t seconds)
+{
+    const itimerval timer{{}, {seconds, 0}};
+    setitimer(ITIMER_PROF, &timer, nullptr);
 }
 
 void run(const QByteArray& input)
 {
     current = input;
-    alarm(longestInput);
+    allow(longestInput);
     feed(current);
-    alarm(0);
+    allow(0);
 }
 
 int replay(const QString& path)

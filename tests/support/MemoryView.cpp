@@ -137,8 +137,7 @@ bool MemoryView::rearrange(qsizetype from, std::span<const Stretch> parts)
 void MemoryView::replaceSelection(const QString& text)
 {
     m_styles.remove(m_start, m_length);
-    for (qsizetype i = 0; i < text.size(); ++i)
-        m_styles.insert(m_start, m_style);
+    m_styles.insert(m_start, text.size(), m_style);
     m_text.replace(m_start, m_length, text);
     QMap<qsizetype, QString> moved;
     for (auto it = m_pictures.cbegin(); it != m_pictures.cend(); ++it) {
