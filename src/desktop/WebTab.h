@@ -45,7 +45,7 @@ public:
     void Stop() override;
 
 Q_SIGNALS:
-    // There is nothing to show pages with, for as long as the program runs.
+    // There is nothing to show pages with, and there will be nothing until the next start.
     void engineMissing();
 
 protected:

@@ -45,7 +45,7 @@ public:
     int SelFontSize() const override { return static_cast<int>(m_format.fontPointSize()); }
     void setSelFontSize(int points) override;
 
-    // A topic goes back to the server as it is read: a picture stays the code that it stands for.
+    // What is read here is sent back when the topic changes: a picture stays its code.
     void InsertPicture(const InlinePicture& picture) override { setSelText(picture.code); }
     bool appendLine(const FormattedLine&) override { return false; }
 

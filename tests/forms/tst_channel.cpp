@@ -563,7 +563,7 @@ void ChannelTest::tabCompletesNames()
     QTest::keyClicks(input(), u"see B"_s);
     QCOMPARE(press(Qt::Key_Tab), u"anna: see bob "_s);
 
-    // In the middle of a line, with a blank there already.
+    // Between other words, with a blank there already.
     input()->setText(u"well bo or not"_s);
     input()->setCursorPosition(7);
     QCOMPARE(press(Qt::Key_Tab), u"well bob or not"_s);
