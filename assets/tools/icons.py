@@ -111,7 +111,7 @@ def page():
          path("M8.6 6.2H10.3A1.3 1.3 0 0 1 10.3 8.8H8.6ZM8.6 11.2H10.8A1.3 1.3 0 0 1 10.8 13.9H8.6Z", fill="foam"))
     icon("underline", line("M6 3.5V9A4 4 0 0 0 14 9V3.5", "navy", 2.6),
          line("M4.5 17H15.5", "brass", 2))
-    icon("font", line("M2.5 15.5L6.5 4.5L10.5 15.5M4 11.8H9", "navy", 1.8),
+    icon("font", line("M2.5 15.5L6.5 4.5L10.5 15.5M4 11.8H9", "sea", 1.8),
          line("M17 10V15.5", "brass", 1.8), circle(14.4, 12.8, 2.5, fill="none", stroke="brass", stroke_width=1.8))
     icon("ignore", circle(8.6, 6.6, 3.6, fill="url(#g)", **edge),
          path("M2.2 17.5C2.2 12.8 5 11.2 8.6 11.2C12.2 11.2 15 12.8 15 17.5Z", fill="tide", **edge),
