@@ -8,6 +8,7 @@
 #include "room/ChannelTable.h"
 #include "support/QueryFakes.h"
 #include "support/RecordingPorts.h"
+#include "support/TestSurroundings.h"
 #include "talk/Query.h"
 #include "talk/QueryTable.h"
 #include "text/Links.h"
@@ -50,13 +51,6 @@ public:
     }
     void Pause(double) override {}
     std::function<void()> pending;
-};
-
-class Links final : public LinkOpener
-{
-public:
-    void OpenLink(const QString& link) override { opened += link; }
-    QStringList opened;
 };
 
 class Neighbours final : public QueryNeighbours
@@ -122,11 +116,11 @@ struct Desk
     RoomWindow window;
     Room room{window};
     ChannelTable channels{room};
-    FixedClock clock;
+    StoppedClock clock;
     Server server;
     Boxes boxes;
     Loop loop;
-    Links links;
+    RecordingLinks links;
     Neighbours neighbours;
     QStringList sounds;
     int flashes = 0;

@@ -13,6 +13,7 @@
 #include "platform/Motion.h"
 #include "platform/QtDialogs.h"
 #include "platform/Resources.h"
+#include "support/TestSurroundings.h"
 
 #include <QComboBox>
 #include <QFontDatabase>
@@ -25,22 +26,6 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-class RecordingPlayer final : public WavePlayer
-{
-public:
-    bool play(const QString& file) override
-    {
-        played += file;
-        return true;
-    }
-
-    QStringList played;
-};
-
-} // namespace
 
 // The popup, the sound option, the choice of fonts and the two forms that tell about the program.
 class tst_smallforms final : public QObject
@@ -170,7 +155,7 @@ void tst_smallforms::soundFollowsTheEntries()
     ActionEntry yes;
     no.setCheckable(true);
     yes.setCheckable(true);
-    RecordingPlayer player;
+    RecordingWaves player;
     Sounds sounds(no, yes, player, {u"/nowhere"_s, folder.path()});
 
     no.setChecked(true); // captioned "Yes"

@@ -2,7 +2,6 @@
 #include "support/TestClient.h"
 
 #include <QNetworkProxy>
-#include <QProcess>
 #include <QSysInfo>
 #include <QTcpSocket>
 
@@ -76,37 +75,6 @@ private:
     qsizetype m_said = 0;
 };
 
-// A second network, which this test may end. It goes down with its owner, however he ends.
-class OwnNetwork final
-{
-public:
-    bool start(const QString& host, const QString& ports)
-    {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"PORTS"_s, ports);
-        m_process.setProcessEnvironment(environment);
-        m_process.setProcessChannelMode(QProcess::MergedChannels);
-        m_process.start(QStringLiteral(QH_WITH_NETWORK),
-                        {host, u"sh"_s, u"-c"_s, u"echo it is up; cat >/dev/null"_s});
-        return QTest::qWaitFor([this] { return output().contains("it is up"); }, 60'000);
-    }
-    void stop() { m_process.closeWriteChannel(); }
-    ~OwnNetwork()
-    {
-        stop();
-        m_process.waitForFinished();
-    }
-    QByteArray output()
-    {
-        m_output += m_process.readAll();
-        return m_output;
-    }
-
-private:
-    QProcess m_process;
-    QByteArray m_output;
-};
-
 } // namespace
 
 // Whole programs against a real server: what one does, others see.
@@ -129,9 +97,7 @@ private Q_SLOTS:
     void kick();
     void refusedRooms_data();
     void refusedRooms();
-    void cancel();
     void disconnect();
-    void fallbackRetryAndShutdown();
 
 private:
     std::unique_ptr<TestClient> newClient() const;
@@ -416,22 +382,6 @@ void NetworkTest::refusedRooms()
     QVERIFY(client->messenger.login().isVisible() && !client->window().isVisible());
 }
 
-void NetworkTest::cancel()
-{
-    const auto ann = chatterInRoom(u"ann"_s);
-    const auto client = newClient();
-    client->signIn(u"bea"_s);
-    QCOMPARE(client->state(), u"&Cancel on off"_s);
-    client->click("mnu_File_Connect");
-    QCOMPARE(client->state(), u"&Connect on off"_s);
-    QVERIFY(client->looksSignedOut());
-    QVERIFY(client->reads(u"Connection attempt cancelled"_s));
-    // The next attempt is the only one that the room sees.
-    client->signIn(u"bea"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(client->chatters().contains(u"bea"_s), 15'000);
-    QTRY_COMPARE(ann->heard().count(":bea!"), 1);
-}
-
 void NetworkTest::disconnect()
 {
     const auto ann = chatterInRoom(u"ann"_s);
@@ -443,35 +393,6 @@ void NetworkTest::disconnect()
     QVERIFY(client->looksSignedOut());
     QCOMPARE(client->chatters(), QStringList());
     QVERIFY(!client->connection().isWaitingToRetry());
-}
-
-void NetworkTest::fallbackRetryAndShutdown()
-{
-    const QString host = TestSurroundings::ownAddress(250);
-    const auto client = std::make_unique<TestClient>(host, nullptr, host); // one that is asked
-    client->start();
-    client->chatRoom(); // loaded, so that its timer can be hurried
-    client->connection().setRetryInterval(500);
-    client->signIn(u"bea"_s);
-    QTRY_VERIFY(client->reads(u"ERROR : "_s));
-    QTRY_VERIFY(client->conversation().count(u"ERROR : "_s) >= 2);
-    QCOMPARE(client->conversation().count(u"port 6667"_s), 1);
-    QVERIFY(client->reads(u"port 8867"_s));
-
-    OwnNetwork network;
-    QVERIFY2(network.start(host, u"8867"_s), network.output().constData());
-    QTRY_VERIFY_WITH_TIMEOUT(client->reads(u"You have entered to the chat room"_s), 20'000);
-    QTRY_COMPARE(client->chatters(), QStringList{u"bea"_s});
-    QVERIFY(!client->connection().isWaitingToRetry());
-
-    network.stop();
-    QTRY_VERIFY_WITH_TIMEOUT(client->reads(QString("Disconnected by SERVER from "_L1 + host)),
-                             20'000);
-    QCOMPARE(client->state(), u"&Connect on off"_s);
-    QVERIFY(client->looksSignedOut());
-    QCOMPARE(client->chatters(), QStringList());
-    QVERIFY(!client->connection().isWaitingToRetry()); // an ended session is not taken up again
-    QCOMPARE(client->window().portText(), u"8867"_s);
 }
 
 QTEST_MAIN(NetworkTest)

@@ -36,8 +36,6 @@ private Q_SLOTS:
     void splittingIntoItself();
     void cutting_data();
     void cutting();
-    void words_data();
-    void words();
     void numbers_data();
     void numbers();
     void wholeNumbers();
@@ -106,27 +104,6 @@ void TestText::cutting()
     QFETCH(int, count);
     QTEST(CutLeft(u"abc"_s, count), "left");
     QTEST(CutRight(u"abc"_s, count), "right");
-}
-
-void TestText::words_data()
-{
-    QTest::addColumn<int>("first");
-    QTest::addColumn<int>("last");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("one") << 2 << 2 << u"b"_s;
-    QTest::newRow("to the end, without CR") << 2 << -1 << u"b  c"_s;
-    QTest::newRow("first below 1") << 0 << -1 << QString();
-    QTest::newRow("last beyond") << 1 << 5 << QString();
-    QTest::newRow("first beyond") << 5 << -1 << QString();
-    QTest::newRow("backwards") << 3 << 2 << QString();
-}
-
-void TestText::words()
-{
-    QFETCH(int, first);
-    QFETCH(int, last);
-    QTEST(GetWords({u"a"_s, u"b"_s, QString(), u"c\r"_s}, first, last), "expected");
 }
 
 void TestText::numbers_data()

@@ -191,7 +191,11 @@ void TestWriter::length()
 
 void TestWriter::colors()
 {
+    constexpr std::array<QRgb, 16> wanted{
+        0xffffff, 0x000000, 0x00007f, 0x007f00, 0xff0000, 0x7f0000, 0x7f007f, 0xff7f00,
+        0xffff00, 0x00ff00, 0x000000, 0x00ffff, 0x0000ff, 0xff00ff, 0x5c5c5c, 0xb8b8b8};
     for (int number = 0; number <= 15; ++number) {
+        QCOMPARE(ColorToRGB(number) & 0xffffff, wanted[std::size_t(number)]);
         // The hole of the table; only the way back knows a colour for it.
         QCOMPARE(RGBToColor(ColorToRGB(number)), number == 10 ? 1 : number);
     }
