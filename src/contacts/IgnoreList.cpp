@@ -7,6 +7,7 @@
 #include "platform/PlainText.h"
 #include "room/Room.h"
 
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
