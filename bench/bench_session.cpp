@@ -44,6 +44,78 @@ QByteArray channelLine(int number)
            "\r\n";
 }
 
+constexpr auto lastWords = "says that this was all";
+
+// Lines that nobody sends in earnest.
+struct Attack
+{
+    QLatin1StringView name;
+    QByteArray (*lines)();
+};
+
+QByteArray manyCodes()
+{
+    QByteArray text;
+    while (text.size() < 1'000'000)
+        text += ":) ;) :D brb (beer) :-S :((x";
+    return text;
+}
+
+QByteArray manyNames(int count)
+{
+    QByteArray lines;
+    for (int i = 0; i < count; i += 40) {
+        lines += ":s 353 bench = #Harbor :";
+        for (int n = i; n < std::min(i + 40, count); ++n)
+            lines += "some" + QByteArray::number(n) + ' ';
+        lines.chop(1);
+        lines += "\r\n";
+    }
+    return lines;
+}
+
+const Attack attacks[]{
+    {"one-smiley-1MB"_L1,
+     []() -> QByteArray {
+         return ":s 002 bench :x" + QByteArray(":)").repeated(500'000) + "\r\n";
+     }},
+    {"all-smileys-1MB"_L1, []() -> QByteArray { return ":s 002 bench :x" + manyCodes() + "\r\n"; }},
+    {"words-1MB"_L1,
+     []() -> QByteArray {
+         return ":s 002 bench :" + QByteArray("word ").repeated(200'000) + "\r\n";
+     }},
+    {"no-blank-1MB"_L1,
+     []() -> QByteArray { return ":s 002 bench :" + QByteArray(1'000'000, 'x') + "\r\n"; }},
+    {"topic-5MB"_L1,
+     []() -> QByteArray {
+         return ":s 332 bench #Harbor :" + QByteArray("word ").repeated(1'000'000) + "\r\n";
+     }},
+    {"topics-2000"_L1,
+     []() -> QByteArray {
+         return QByteArray(":s 332 bench #Harbor :a topic of the usual length\r\n").repeated(2000);
+     }},
+    {"nick-1MB"_L1,
+     []() -> QByteArray {
+         return ":" + QByteArray(1'000'000, 'n') + "!u@h PRIVMSG bench :hello\r\n";
+     }},
+    {"parameters-1MB"_L1,
+     []() -> QByteArray { return ":s 099 bench" + QByteArray(" x").repeated(500'000) + "\r\n"; }},
+    {"quits-2000-of-32000"_L1,
+     []() -> QByteArray {
+         QByteArray lines = manyNames(32'000);
+         for (int i = 0; i < 2000; ++i)
+             lines += ":some" + QByteArray::number(i * 16) + "!u@h QUIT :gone\r\n";
+         return lines;
+     }},
+};
+
+const Attack* attackNamed(const QByteArray& name)
+{
+    const auto* const found = std::ranges::find_if(
+        attacks, [&](const Attack& attack) { return attack.name == QLatin1StringView(name); });
+    return found == std::end(attacks) ? nullptr : found;
+}
+
 // The server of the other process: greets, lets in, and at a line that says "go" sends the burst.
 class Server final
 {
@@ -53,7 +125,7 @@ public:
     {
     }
 
-    void serve(int lines)
+    void serve(const QByteArray& burst)
     {
         waitFor("USER ");
         say(":s 001 bench :Welcome\r\n:s 002 bench :Your host is s\r\n");
@@ -61,9 +133,6 @@ public:
         say(":bench!u@h JOIN :#Harbor\r\n:s 332 bench #Harbor :a topic\r\n"
             ":s 353 bench = #Harbor :bench bob\r\n:s 366 bench #Harbor :End\r\n");
         waitFor("go\n");
-        QByteArray burst;
-        for (int i = 0; i < lines; ++i)
-            burst += channelLine(i);
         say(burst);
         waitFor("QUIT");
     }
@@ -149,7 +218,16 @@ void waitForTheScreen(Channel& window)
     view->grab();
 }
 
-void measure(int lines, const QString& address)
+QByteArray talk(int lines)
+{
+    QByteArray burst;
+    for (int i = 0; i < lines; ++i)
+        burst += channelLine(i);
+    return burst;
+}
+
+// With no number of lines it is their end that tells.
+void measure(const QString& row, int lines, const QString& address)
 {
     TestSurroundings around(address);
     Messenger messenger(around);
@@ -171,7 +249,11 @@ void measure(int lines, const QString& address)
     time.start();
     messenger.chatRoom().session.connection.SendData(u"go"_s);
     // Counted, not looked at: the last of them need not be known by its text.
-    waitUntil([&] { return view.lineCount() >= linesBefore + lines; });
+    waitUntil([&] {
+        return lines > 0 ? view.lineCount() >= linesBefore + lines
+                         : endsWith(window.DataIn(), QLatin1StringView(lastWords));
+    });
+    lines = std::max(lines, 1);
     const double inView = static_cast<double>(time.nsecsElapsed()) / 1e3;
     const double cpuInView = cpuSeconds() - cpu;
     waitForTheScreen(window);
@@ -180,27 +262,33 @@ void measure(int lines, const QString& address)
     const auto number = [](double value, int decimals, int width) {
         return QString::number(value, 'f', decimals).rightJustified(width);
     };
-    QTextStream(stdout) << QString("session-"_L1 + QString::number(lines)).leftJustified(24)
-                        << number(inView / lines, 2, 10) << number(painted / lines, 2, 12)
-                        << number(cpuInView, 2, 9) << number(memory, 1, 12) << number(after, 1, 12)
-                        << Qt::endl;
+    QTextStream(stdout) << row.leftJustified(24) << number(inView / lines, 2, 10)
+                        << number(painted / lines, 2, 12) << number(cpuInView, 2, 9)
+                        << number(memory, 1, 12) << number(after, 1, 12) << Qt::endl;
     messenger.chatRoom().session.connection.SendData(u"QUIT"_s);
     QCoreApplication::processEvents();
 }
 
 } // namespace
 
-// bench_session [LINES]; --header is the line above the figures.
+// bench_session [LINES | ATTACK]; --header is the line above the figures, --attacks names those.
 int main(int argc, char* argv[])
 {
-    if (argc > 1 && QLatin1StringView(argv[1]) == "--header"_L1) {
+    const QByteArray wanted(argc > 1 ? argv[1] : "50000");
+    if (wanted == "--header") {
         QTextStream(stdout) << u"row"_s.leftJustified(24)
                             << "   us/line     painted    CPU s   MiB before   MiB after\n";
         return 0;
     }
-    const int lines = argc > 1 ? QByteArray(argv[1]).toInt() : 50'000;
-    if (lines < 1) {
-        QTextStream(stderr) << "usage: bench_session [--header | LINES]\n";
+    if (wanted == "--attacks") {
+        for (const Attack& attack : attacks)
+            QTextStream(stdout) << attack.name << '\n';
+        return 0;
+    }
+    const Attack* const attack = attackNamed(wanted);
+    const int lines = attack ? 0 : wanted.toInt();
+    if (!attack && lines < 1) {
+        QTextStream(stderr) << "usage: bench_session [--header | --attacks | LINES | ATTACK]\n";
         return 2;
     }
     const QString address =
@@ -208,7 +296,9 @@ int main(int argc, char* argv[])
     const int listener = listenOn(address);
     const pid_t server = ::fork();
     if (server == 0) {
-        Server(listener).serve(lines);
+        Server(listener).serve(
+            attack ? QByteArray(attack->lines() + ":n!u@h PRIVMSG #Harbor :" + lastWords + "\r\n")
+                   : talk(lines));
         return 0;
     }
     ::close(listener);
@@ -216,7 +306,8 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
     loadResources();
     applyTheme(application);
-    measure(lines, address);
+    measure(attack ? QString(attack->name) : "session-"_L1 + QString::number(lines), lines,
+            address);
     ::waitpid(server, nullptr, 0);
     return 0;
 }

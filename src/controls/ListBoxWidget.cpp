@@ -6,7 +6,10 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
+
+#include <algorithm>
 
 namespace {
 
@@ -114,6 +117,29 @@ void ListBoxWidget::setListIndex(int index)
 void ListBoxWidget::setEnabled(bool enabled)
 {
     QListWidget::setEnabled(enabled);
+}
+
+void ListBoxWidget::timerEvent(QTimerEvent* event)
+{
+    const QScopedValueRollback onTime(m_isOnTime, true);
+    QListWidget::timerEvent(event);
+}
+
+// Whoever yields after each of many changes would have all rows placed and painted anew each time.
+// They wait for the next frame, and for one that is far enough away when there are very many.
+void ListBoxWidget::doItemsLayout()
+{
+    constexpr qint64 frame = 16;
+    const qint64 rest = std::max(frame, 8 * m_layoutTime);
+    if (m_isOnTime && m_sinceLayout.isValid() && m_sinceLayout.elapsed() < rest) {
+        setUpdatesEnabled(false);
+        scheduleDelayedItemsLayout();
+        return;
+    }
+    m_sinceLayout.start();
+    QListWidget::doItemsLayout();
+    m_layoutTime = m_sinceLayout.restart();
+    setUpdatesEnabled(true);
 }
 
 void ListBoxWidget::mousePressEvent(QMouseEvent* event)

@@ -2,6 +2,7 @@
 
 #include "controls/ListBox.h"
 
+#include <QElapsedTimer>
 #include <QListWidget>
 
 // ListBox on a list widget.
@@ -27,12 +28,15 @@ public:
     void setListIndex(int index) override;
     void setEnabled(bool enabled) override;
 
+    void doItemsLayout() override;
+
 Q_SIGNALS:
     void DblClick();
     // The right button went down; the selection has not changed by it.
     void RightButtonDown(const QPoint& globalPosition);
 
 protected:
+    void timerEvent(QTimerEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -43,6 +47,9 @@ private:
     int placeOf(const QString& text) const;
 
     Order m_order;
-    QStringList m_rows; // the same texts: asking the items for them takes its time
+    bool m_isOnTime = false;
+    QElapsedTimer m_sinceLayout;
+    qint64 m_layoutTime = 0; // milliseconds
+    QStringList m_rows;      // the same texts: asking the items for them takes its time
     QString m_hint;
 };

@@ -2,17 +2,24 @@
 
 using namespace Qt::StringLiterals;
 
+QString forShow(const QString& text)
+{
+    constexpr qsizetype readable = 1000;
+    return text.size() <= readable ? text : text.left(readable) + u'…';
+}
+
 QLabel* plainLabel(const QString& text, QWidget* parent)
 {
     auto* label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText);
-    label->setText(text);
+    label->setText(forShow(text));
     return label;
 }
 
 void setPlainToolTip(QWidget& widget, const QString& text)
 {
+    const QString shown = forShow(text);
     // A tool tip has no format to set: what would be guessed to be markup is made markup of itself.
-    widget.setToolTip(Qt::mightBeRichText(text) ? "<qt>"_L1 + text.toHtmlEscaped() + "</qt>"_L1
-                                                : text);
+    widget.setToolTip(Qt::mightBeRichText(shown) ? "<qt>"_L1 + shown.toHtmlEscaped() + "</qt>"_L1
+                                                 : shown);
 }

@@ -2,6 +2,10 @@
 
 #include <QLabel>
 
+// As much of a text as a person can read in a title, a label, a hint or a box. A line of the server
+// may be megabytes long; the display server ends a program with such a title.
+QString forShow(const QString& text);
+
 // The one way to show texts: as they stand. The toolkit guesses in labels and tool tips whether a
 // text is markup, and markup from outside makes it open files.
 

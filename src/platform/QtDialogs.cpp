@@ -34,8 +34,11 @@ int show(const QString& text, const QString& title, Dialogs::Icon icon,
          QMessageBox::StandardButtons buttons)
 {
     const QPointer box(
-        new QMessageBox(toolkitIcon(icon), title, text, buttons, QApplication::activeWindow()));
+        new QMessageBox(toolkitIcon(icon), title, {}, buttons, QApplication::activeWindow()));
     box->setTextFormat(Qt::PlainText); // a stranger's text may stand in it
+    box->setText(forShow(text));
+    if (box->text() != text)
+        box->setDetailedText(text); // in a field that scrolls, opened by a button
     const int answer = box->exec();
     delete box;
     return answer;

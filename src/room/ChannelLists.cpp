@@ -1,6 +1,7 @@
 #include "room/ChannelLists.h"
 
 #include "common/SessionVariables.h"
+#include "platform/PlainText.h"
 #include "room/Room.h"
 #include "wire/LineSink.h"
 
@@ -19,7 +20,7 @@ void ChannelLists::mnu_chan_ban_Click()
     m_form->Show();
     m_form->ChannelName = m_room.ChannelName;
     m_parts.variables.ListFetching = true;
-    m_form->setWindowTitle("Channel Ban List For "_L1 + m_room.ChannelName);
+    m_form->setWindowTitle(forShow("Channel Ban List For "_L1 + m_room.ChannelName));
     m_parts.server.SendData("MODE "_L1 % m_room.ChannelName % " b"_L1);
 }
 

@@ -40,24 +40,27 @@ QString withoutSigns(QString row)
     return row;
 }
 
-// The first row that, without some signs, is like this. Rows are many, and their signs mostly stand
-// in front: hardly one has to be copied for it.
-template<typename IsSign, typename Matches>
-int findRow(const ListBox& rows, IsSign isSign, Matches matches)
+// The first row that is this nick when some signs are taken out of it. Rows are many, and their
+// signs mostly stand in front: hardly one has to be copied for it.
+template<typename IsSign>
+int findRow(const ListBox& rows, const QString& nick, Qt::CaseSensitivity sensitivity,
+            IsSign isSign)
 {
     const int count = rows.ListCount();
     for (int number = 0; number < count; ++number) {
         const QString row = rows.List(number);
         const auto* const start = std::ranges::find_if_not(row, isSign);
         const QStringView rest(start, row.cend());
-        if (std::ranges::none_of(rest, isSign)) {
-            if (matches(rest))
+        if (rest.size() < nick.size())
+            continue;
+        if (rest.size() == nick.size()) {
+            if (rest.compare(nick, sensitivity) == 0 && std::ranges::none_of(rest, isSign))
                 return number;
             continue;
         }
         QString stripped = row;
         stripped.removeIf(isSign);
-        if (matches(QStringView(stripped)))
+        if (stripped.compare(nick, sensitivity) == 0)
             return number;
     }
     return -1;
@@ -119,7 +122,7 @@ void NickList::RemoveNick(const QString& nick)
     --m_nickCount;
 
     ListBox& rows = m_form.lstNicks();
-    const int row = findRow(rows, isArrivingSign, [&](QStringView text) { return text == nick; });
+    const int row = findRow(rows, nick, Qt::CaseSensitive, isArrivingSign);
     if (row == -1)
         return;
     rows.RemoveItem(row);
@@ -135,9 +138,7 @@ bool NickList::ChangeNck(const QString& oldNick, const QString& newNick)
         m_nicks[index - 1].Nick = newNick;
 
     ListBox& rows = m_form.lstNicks();
-    const int row = findRow(rows, isStrippedSign, [&](QStringView text) {
-        return text.compare(oldNick, Qt::CaseInsensitive) == 0;
-    });
+    const int row = findRow(rows, oldNick, Qt::CaseInsensitive, isStrippedSign);
     if (row == -1)
         return false;
     // In place: the row moves to where it sorts with its next change of rank.
@@ -204,7 +205,7 @@ void NickList::set(const QString& nick, bool NickRecord::*flag, bool on)
         m_nicks[index - 1].*flag = on;
 
     ListBox& rows = m_form.lstNicks();
-    const int row = findRow(rows, isStrippedSign, [&](QStringView text) { return text == nick; });
+    const int row = findRow(rows, nick, Qt::CaseSensitive, isStrippedSign);
     if (row == -1)
         return;
     rows.RemoveItem(row);

@@ -109,7 +109,7 @@ void Query::Unload()
     if (!m_form)
         return;
     QueryNick.clear();
-    m_form->setWindowTitle({});
+    m_form->setCaption({});
     m_form->setNickLabel({});
     Form::end(std::move(m_form));
 }
@@ -121,7 +121,7 @@ RichTextBox& Query::DataIn()
 
 void Query::setCaption(const QString& caption)
 {
-    form().setWindowTitle(caption);
+    form().setCaption(caption);
 }
 
 void Query::setNickLabel(const QString& nick)
@@ -191,7 +191,7 @@ void Query::DataOut_KeyPress(int character)
 {
     QLineEdit& DataOut = form().DataOut();
     setUnread(0);
-    form().setWindowTitle(QueryNick);
+    form().setCaption(QueryNick);
     if (character == key_codes::Enter) {
         if (trimBlanks(DataOut.text()).isEmpty())
             return;
@@ -202,7 +202,7 @@ void Query::DataOut_KeyPress(int character)
                                                       "> "_L1 % message);
             },
             // No colon before the text: servers take all of the rest for it.
-            [&] { m_desk.server.SendData("PRIVMSG "_L1 % form().windowTitle() % u' ' % message); },
+            [&] { m_desk.server.SendData("PRIVMSG "_L1 % form().Caption() % u' ' % message); },
             [&] { DataOut.clear(); }, [&] { form().DataIn().scrollToEnd(); });
     }
     skipRest([&] { form().setInputColor(m_desk.neighbours.inputColor()); });

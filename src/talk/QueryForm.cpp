@@ -196,15 +196,21 @@ void QueryForm::arrange()
         then(m_links[linkRows[place].link]);
 }
 
+void QueryForm::setCaption(const QString& caption)
+{
+    m_caption = caption;
+    setWindowTitle(forShow(caption));
+}
+
 void QueryForm::setNickLabel(const QString& nick)
 {
-    m_lblNick->setText(nick);
+    m_lblNick->setText(forShow(nick));
     setPlainToolTip(*m_lblNick, nick);
 }
 
 void QueryForm::setHostLabel(const QString& host)
 {
-    m_lblHost->setText(host);
+    m_lblHost->setText(forShow(host));
     setPlainToolTip(*m_lblHost, host);
 }
 

@@ -35,6 +35,9 @@ public:
     // Whose names Tab completes.
     void setNames(NickCompletion::Names names) { m_names = std::move(names); }
 
+    // Whose nick it is goes to the wire from here, so it is kept whole.
+    const QString& Caption() const { return m_caption; }
+    void setCaption(const QString& caption);
     void setNickLabel(const QString& nick);
     void setHostLabel(const QString& host);
     void setInputColor(QRgb color);
@@ -64,6 +67,7 @@ private:
 
     QLabel* m_lblNick;
     QLabel* m_lblHost;
+    QString m_caption;
     ChatView* m_dataIn;
     SmileyPass m_smileys;
     QLineEdit* m_dataOut;

@@ -1,6 +1,7 @@
 #include "view/RichTextBoxWidget.h"
 
 #include "common/TextHelpers.h"
+#include "platform/PlainText.h"
 
 #include <QKeyEvent>
 #include <QMimeData>
@@ -135,7 +136,7 @@ bool RichTextBoxWidget::viewportEvent(QEvent* event)
 void RichTextBoxWidget::showWhole(QPoint place) const
 {
     const bool isCut = horizontalScrollBar()->maximum() > 0;
-    const QString text = document()->toPlainText().trimmed().toHtmlEscaped();
+    const QString text = forShow(document()->toPlainText().trimmed()).toHtmlEscaped();
     QToolTip::showText(place, isCut ? QString("<p>"_L1 + text + "</p>"_L1) : QString(), viewport());
 }
 

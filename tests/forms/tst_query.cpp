@@ -270,6 +270,13 @@ private Q_SLOTS:
                                                u"a"_s});
         QCOMPARE(query.window()->windowTitle(), u"Ann2"_s);
 
+        // No display server takes a title of megabytes. The nick itself stays whole.
+        query.setPeer(QString(5000, u'n'));
+        QVERIFY(query.window()->windowTitle().size() < 2000);
+        box.setText(u"b"_s);
+        QTest::mouseClick(&query.window()->Image2(), Qt::LeftButton);
+        QVERIFY(desk.server.sent.last().startsWith(u"PRIVMSG "_s + QString(5000, u'n') + u' '));
+
         // A pasted line end does not become a second line to the server.
         QGuiApplication::clipboard()->setText(u"one\r\nQUIT\n:two"_s);
         box.paste();

@@ -19,6 +19,8 @@
 #include <QFontDatabase>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -55,6 +57,7 @@ private Q_SLOTS:
     void frameFollowsTheDesktop();
     void motionFollowsTheDesktop_data();
     void motionFollowsTheDesktop();
+    void boxStaysOnTheScreen();
 
     void authorLinkByMouseAndKeyboard();
 
@@ -346,6 +349,18 @@ void tst_smallforms::motionFollowsTheDesktop()
     settings.write(content);
     settings.close();
     QTEST(isMotionReducedIn(folder.path()), "reduced");
+}
+
+void tst_smallforms::boxStaysOnTheScreen()
+{
+    const QString text = u"a refusal of many words "_s.repeated(1000);
+    QTimer::singleShot(0, this, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QVERIFY(box->height() < box->screen()->availableGeometry().height());
+        QCOMPARE(box->detailedText(), text);
+        box->accept();
+    });
+    QtDialogs().MsgBox(text, u"Refused"_s, Dialogs::Icon::Critical);
 }
 
 void tst_smallforms::authorLinkByMouseAndKeyboard()

@@ -64,12 +64,14 @@ void MemoryView::setSelText(const QString& text)
     if (inserted.isEmpty() && m_length == 0)
         return;
     const qsizetype from = m_start;
+    ++m_changes;
     replaceSelection(inserted);
     raiseChange(from);
 }
 
 void MemoryView::InsertPicture(const InlinePicture& picture)
 {
+    ++m_changes;
     replaceSelection(QString(pictureCharacter));
     m_pictures.insert(m_start - 1, picture.code);
     raiseChange(m_start - 1);
@@ -130,6 +132,7 @@ bool MemoryView::rearrange(qsizetype from, std::span<const Stretch> parts)
         }
     }
     m_style = present;
+    ++m_changes;
     raiseChange(from);
     return true;
 }

@@ -53,6 +53,7 @@ public:
     const Style& styleAt(qsizetype offset) const { return m_styles[offset]; }
     // The pictures from the start of the text on, by their codes.
     QStringList pictures() const { return m_pictures.values(); }
+    int changes() const { return m_changes; }
     // Lines that came in one change.
     int linesAppended() const { return m_linesAppended; }
     // How much of the text has been read so far.
@@ -70,5 +71,6 @@ private:
     qsizetype m_start = 0;
     qsizetype m_length = 0;
     int m_linesAppended = 0;
+    int m_changes = 0;
     mutable qsizetype m_charactersRead = 0;
 };

@@ -377,6 +377,12 @@ private Q_SLOTS:
         TextWriter(variables).WriteView(view, u"x"_s + u":)"_s.repeated(2000));
         QCOMPARE(view.pictures().size(), 2000);
         QCOMPARE(view.TextLength(), 2000 + u"x \r\n"_s.size());
+
+        // Each change moves the rest of the line: behind another line there are but a few.
+        const int before = view.changes();
+        TextWriter(variables).WriteView(view, u"x"_s + u":) ;)brb"_s.repeated(2000));
+        QCOMPARE(view.pictures().size(), 2000 + 3 * 2000);
+        QVERIFY(view.changes() - before < 5);
     }
 };
 
