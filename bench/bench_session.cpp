@@ -90,10 +90,6 @@ const Attack attacks[]{
      []() -> QByteArray {
          return ":s 332 bench #Harbor :" + QByteArray("word ").repeated(1'000'000) + "\r\n";
      }},
-    {"topics-2000"_L1,
-     []() -> QByteArray {
-         return QByteArray(":s 332 bench #Harbor :a topic of the usual length\r\n").repeated(2000);
-     }},
     {"nick-1MB"_L1,
      []() -> QByteArray {
          return ":" + QByteArray(1'000'000, 'n') + "!u@h PRIVMSG bench :hello\r\n";
