@@ -4,6 +4,7 @@
 #include "desktop/PrivatePlace.h"
 #include "platform/Form.h"
 #include "platform/ScreenFit.h"
+#include "settings/KeptFile.h"
 #include "talk/QueryForm.h"
 
 #include <QApplication>
@@ -162,7 +163,7 @@ void WindowPlaces::place(QWidget& window) const
 
 void WindowPlaces::placeRoom(QWidget& room) const
 {
-    const QSettings file(m_file, QSettings::IniFormat);
+    const QSettings file(isReadable() ? m_file : QString(), QSettings::IniFormat);
     const QString group = nameOf(room) + u'/';
     QRect frame = centredOn(room, roomOnScreen(room));
     const QScreen* screen = room.screen();
@@ -212,9 +213,15 @@ void WindowPlaces::placeForm(Form& form) const
     setFrame(form, fitted(frame, room));
 }
 
+// Reading a pipe in its place would wait for ever.
+bool WindowPlaces::isReadable() const
+{
+    return KeptFile(m_file).isOurs();
+}
+
 void WindowPlaces::restoreSize(QWidget& window) const
 {
-    if (memoryOf(window) == Memory::Nothing)
+    if (memoryOf(window) == Memory::Nothing || !isReadable())
         return;
     const QSettings file(m_file, QSettings::IniFormat);
     const QVariant size = file.value(nameOf(window) + u'/' + sizeKey);
@@ -225,7 +232,7 @@ void WindowPlaces::restoreSize(QWidget& window) const
 void WindowPlaces::remember(const QWidget& window) const
 {
     const Memory memory = memoryOf(window);
-    if (memory == Memory::Nothing || !window.property(placedProperty).toBool())
+    if (memory == Memory::Nothing || !window.property(placedProperty).toBool() || !isReadable())
         return;
     if (!QDir().mkpath(QFileInfo(m_file).path()))
         return;

@@ -33,6 +33,7 @@ private:
     void placeRoom(QWidget& room) const;
     void placePrivate(QueryForm& form) const;
     void placeForm(Form& form) const;
+    bool isReadable() const;
     void restoreSize(QWidget& window) const;
     void remember(const QWidget& window) const;
 

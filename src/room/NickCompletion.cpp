@@ -3,6 +3,8 @@
 #include "controls/ListBox.h"
 #include "view/RichTextBox.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace {
@@ -83,16 +85,21 @@ QStringList namesByLastSpeaker(const RichTextBox& conversation, const ListBox& c
 
     const qsizetype from = std::max<qsizetype>(conversation.TextLength() - textLookedAt, 0);
     const QString text = conversation.TextRange(from, textLookedAt);
+    const QSet<QString> present(names.cbegin(), names.cend());
     QStringList ordered;
+    QSet<QString> taken;
+    const auto take = [&](const QString& name) {
+        if (!taken.contains(name)) {
+            taken += name;
+            ordered += name;
+        }
+    };
     const QList<QStringView> lines = QStringView(text).split(u"\r\n"_s);
     for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
-        const QString name = speakerOf(*line);
-        if (!ordered.contains(name) && names.contains(name))
-            ordered += name;
+        if (const QString name = speakerOf(*line); present.contains(name))
+            take(name);
     }
-    for (const QString& name : names) {
-        if (!ordered.contains(name))
-            ordered += name;
-    }
+    for (const QString& name : names)
+        take(name);
     return ordered;
 }

@@ -130,7 +130,7 @@ void NetworkFormTest::writesWhatIsConfirmed()
     control<QComboBox>("cmbLetters")->setCurrentIndex(1);
     QTest::keyClick(control<QLineEdit>("txtRoom"), Qt::Key_Return);
     QCOMPARE(m_chosen, 1);
-    for (const char* line : {"; mine\n", "fontsize=12\n", "server=ircs://new.example\n",
+    for (const char* line : {"; mine\n", "fontsize = 12\n", "server = ircs://new.example\n",
                              "ident=Q\n", "autojoin=#quay\n", "charset=windows-1252\n"})
         QVERIFY2(file().contains(line), file().constData());
     QVERIFY(!file().contains("old.example"));

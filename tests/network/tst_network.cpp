@@ -308,7 +308,7 @@ void NetworkTest::ownerEnters()
     const QString conversation = client->conversation();
     QVERIFY2(conversation.trimmed().startsWith("You have entered to the chat room"_L1),
              qPrintable(conversation));
-    QWidget* edit = client->window().findChild<QWidget*>(u"rtbTopic"_s)->focusProxy();
+    QWidget* edit = client->window().findChild<QWidget*>(u"rtbTopic"_s);
     const QString before = client->topic();
     QTest::keyClicks(edit, u"x"_s);
     QVERIFY(client->topic() != before);

@@ -203,8 +203,8 @@ void OtherNetworksTest::talks()
     // From there to here.
     const QByteArray me = nick.toUtf8();
     const QByteArray in = room.toUtf8();
-    peer.send("PRIVMSG " + me + " ::) and a colon");
-    QTRY_VERIFY(privateText().contains(u":) and a colon"_s));
+    peer.send("PRIVMSG " + me + " ::so a colon begins it");
+    QTRY_VERIFY(privateText().contains(u":so a colon begins it"_s));
     QVERIFY(privateText().contains(u"five words from the peer"_s));
     peer.send("PRIVMSG " + in + " :" + letters.toUtf8());
     peer.send("PRIVMSG " + in + " :old letters: gr\xfc\xdf"); // of a client of another time

@@ -3,6 +3,7 @@
 #include "support/TestClient.h"
 
 #include <QLabel>
+#include <QMenuBar>
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <QTreeWidget>
@@ -228,7 +229,7 @@ void TalkTest::passwordOfTheNick()
 {
     const auto client = clientInRoom(u"adam"_s);
     QTRY_VERIFY(formTitled(passwordTitle));
-    QVERIFY(!client->window().isEnabled());
+    QVERIFY(!client->window().menus().bar()->isEnabled());
     fillIn(formTitled(passwordTitle), u"Text1"_s, u"guess"_s);
     press(formTitled(passwordTitle), u"cmdOk"_s);
     QTRY_VERIFY(client->reads(u"Password incorrect."_s));
@@ -237,7 +238,7 @@ void TalkTest::passwordOfTheNick()
     press(formTitled(passwordTitle), u"cmdOk"_s);
     QTRY_VERIFY(client->reads(u"Password accepted - you are now recognized."_s));
     QVERIFY(!formTitled(passwordTitle));
-    QVERIFY(client->window().isEnabled() && client->window().nickRows().isEnabled());
+    QVERIFY(client->window().menus().bar()->isEnabled() && client->window().nickRows().isEnabled());
     client->say(u"IRC IDENTIFY adampass"_s);
     QTRY_VERIFY(client->reads(u"You are already identified."_s));
 }

@@ -77,7 +77,13 @@ public:
     ChatRoom& chatRoom() { return messenger.chatRoom(); }
     Channel& window() { return chatRoom().main.window; }
     Connection& connection() { return chatRoom().session.connection; }
-    void click(const char* entry) { window().entry(QLatin1StringView(entry)).trigger(); }
+    // An entry of the tray's menu or of the main window's.
+    void click(const char* entry)
+    {
+        const QLatin1StringView name(entry);
+        QAction* ofTray = around.tray.menu->findChild<QAction*>(name);
+        (ofTray ? ofTray : &window().entry(name))->trigger();
+    }
     // The entry that connects: caption, and whether it and its counterpart can be clicked.
     QString state()
     {
