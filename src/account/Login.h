@@ -131,8 +131,8 @@ private:
     QLabel* lblSession = nullptr;
     std::optional<SessionReport> m_report; // none before the first attempt
     NetworkLink* lnkNetwork = nullptr;
-    QTimer Timer1{this};                   // the strip
-    QTimer Timer2{this};                   // the clock
+    QTimer Timer1{this}; // the strip
+    QTimer Timer2{this}; // the clock
 
     bool RememberNick = false;
     bool RememberPass = false;

@@ -16,7 +16,7 @@ public:
     virtual QString nickname() const = 0; // Text1
     virtual void setNickname(const QString& nick) = 0;
     virtual QString sessionPassword() const = 0;             // Text3
-    virtual QString accountPassword() const = 0; // of the nick now, wherever it stands
+    virtual QString accountPassword() const = 0;             // of the nick now, wherever it stands
     virtual void setEntriesLocked(bool locked) = 0;          // Text1 and Text2
     virtual void setSignCaption(const QString& caption) = 0; // mnu_Sign
     virtual void cmdSignout_Click() = 0;                     // the look alone, not the connection
