@@ -8,7 +8,6 @@
 
 #include <QComboBox>
 #include <QFormLayout>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -230,12 +229,4 @@ void NetworkForm::cmdOK_Click()
     choice().save(m_parts.settings, m_parts.store);
     m_parts.chosen();
     Unload();
-}
-
-void NetworkForm::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape)
-        Unload();
-    else
-        Form::keyPressEvent(event);
 }

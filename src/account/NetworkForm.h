@@ -28,9 +28,6 @@ public:
 
     void Form_Load() override;
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
 private:
     void buildFields();
     void layOut();
@@ -40,7 +37,6 @@ private:
     void explain();
     void cmdTry_Click();
     void cmdOK_Click();
-    void startTrial();
     void tell(const ConnectionTrial::Finding& finding);
     void showTrial(bool running);
 
