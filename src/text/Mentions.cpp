@@ -1,9 +1,8 @@
 #include "text/Mentions.h"
 
-#include "common/ControlCharacters.h"
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
-#include "text/ColorTables.h"
+#include "text/TextWriter.h"
 #include "view/RichTextBox.h"
 
 namespace {
@@ -39,40 +38,18 @@ qsizetype indexIn(QStringView text, QStringView wanted, qsizetype from)
     return -1;
 }
 
-// The length of the colour number that a text begins with.
-qsizetype colorSpecLength(QStringView text)
-{
-    qsizetype length = 0;
-    while (length < text.size() && IsColorSpec(text.first(length + 1)))
-        ++length;
-    return length;
-}
-
 } // namespace
 
 bool namesNick(const QString& text, const QString& nick)
 {
     if (nick.isEmpty() || indexIn(text, nick, 0) < 0) // most lines end here
         return false;
-    const QString plain = plainText(text);
+    const QString plain = TextWriter::plainText(text);
     for (qsizetype at = 0; (at = indexIn(plain, nick, at)) >= 0; ++at) {
         if (isWordAt(plain, at, nick.size()))
             return true;
     }
     return false;
-}
-
-QString plainText(QStringView text)
-{
-    QString plain;
-    plain.reserve(text.size());
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        if (text[at] == strColor)
-            at += colorSpecLength(text.sliced(at + 1));
-        else if (text[at] >= u' ')
-            plain += text[at];
-    }
-    return plain;
 }
 
 Mentions::Mentions(Desk desk)
@@ -117,5 +94,6 @@ void Mentions::notify(const QString& nick, const QString& text)
     if (m_sinceNotice.isValid() && m_sinceNotice.elapsed() < noticePauseMilliseconds)
         return;
     m_sinceNotice.start();
-    m_desk.notify(plainText(nick).left(longestTitle), plainText(text).trimmed().left(longestBody));
+    m_desk.notify(TextWriter::plainText(nick).left(longestTitle),
+                  TextWriter::plainText(text).left(longestBody));
 }

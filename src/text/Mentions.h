@@ -12,9 +12,6 @@ struct SessionVariables;
 // of the text do not matter.
 bool namesNick(const QString& text, const QString& nick);
 
-// A text without the characters that colour and style it.
-QString plainText(QStringView text);
-
 // Tells the reader of lines that are meant for him while he is not looking: those that name him,
 // and what is said to him alone. Nothing of it touches a text.
 class Mentions final

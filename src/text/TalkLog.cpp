@@ -19,20 +19,9 @@ constexpr int collectMilliseconds = 500;
 constexpr int patienceMilliseconds = 2000;
 constexpr qsizetype longestName = 150; // of the 255 bytes that file systems allow
 
-// Whatever could end the line, ring a bell or steer a terminal.
-QString withoutControls(QString text)
-{
-    for (QChar& c : text) {
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-            c == QChar::ParagraphSeparator)
-            c = u' ';
-    }
-    return text.trimmed();
-}
-
 QByteArray written(const TalkLog::Line& line)
 {
-    const QString text = withoutControls(TextWriter::plainText(line.text));
+    const QString text = TextWriter::plainText(line.text);
     return QString("["_L1 % line.when.toString(u"HH:mm:ss"_s) % "] "_L1 % text % u'\n').toUtf8();
 }
 

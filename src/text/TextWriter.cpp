@@ -180,7 +180,13 @@ QString TextWriter::plainText(const QString& text)
 {
     const QString line = text + u' ';
     const Runs runs(line, Dialect::View);
-    return runs.line().text.toString();
+    QString plain = runs.line().text.toString();
+    for (QChar& c : plain) {
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator)
+            c = u' ';
+    }
+    return plain.trimmed();
 }
 
 void TextWriter::write(RichTextBox& view, const QString& text) const

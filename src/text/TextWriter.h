@@ -26,7 +26,8 @@ public:
     using Copy = std::function<void(const RichTextBox& view, const QString& text)>;
     void setCopy(Copy copy) { m_copy = std::move(copy); }
 
-    // What is left of a line without its codes.
+    // What is left of a line without its codes, trimmed. Whatever else could end the line, ring a
+    // bell or steer a terminal is a blank.
     static QString plainText(const QString& text);
 
     // The older writer: every line takes the formatted way, in the view's present font, and
