@@ -96,6 +96,10 @@ const Attack attacks[]{
      }},
     {"parameters-1MB"_L1,
      []() -> QByteArray { return ":s 099 bench" + QByteArray(" x").repeated(500'000) + "\r\n"; }},
+    {"topics-2000"_L1,
+     []() -> QByteArray {
+         return QByteArray(":s 332 bench #Harbor :news of the day\r\n").repeated(2000);
+     }},
     {"quits-2000-of-32000"_L1,
      []() -> QByteArray {
          QByteArray lines = manyNames(32'000);

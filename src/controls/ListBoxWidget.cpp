@@ -93,6 +93,12 @@ QString ListBoxWidget::List(int index) const
     return m_rows.value(index);
 }
 
+int ListBoxWidget::find(const std::function<bool(const QString& row)>& isIt) const
+{
+    const auto found = std::ranges::find_if(m_rows, isIt);
+    return found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin());
+}
+
 void ListBoxWidget::setList(int index, const QString& text)
 {
     if (QListWidgetItem* row = item(index)) {

@@ -23,6 +23,7 @@ public:
     void Clear() override;
     int ListCount() const override;
     QString List(int index) const override;
+    int find(const std::function<bool(const QString& row)>& isIt) const override;
     void setList(int index, const QString& text) override;
     int ListIndex() const override;
     void setListIndex(int index) override;

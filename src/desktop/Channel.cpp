@@ -9,6 +9,7 @@
 #include "controls/SvgPicture.h"
 #include "desktop/LineLock.h"
 #include "platform/Dialogs.h"
+#include "platform/FramePace.h"
 #include "platform/Handlers.h"
 #include "platform/PlainText.h"
 #include "platform/Twips.h"
@@ -116,6 +117,7 @@ Channel::Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<Pic
     layout->addWidget(m_pages, 1);
     connectEvents(handlers);
     setInputColor(Qt::black);
+    new FramePace(*this);
 }
 
 Channel::~Channel() = default;

@@ -40,32 +40,6 @@ QString withoutSigns(QString row)
     return row;
 }
 
-// The first row that is this nick when some signs are taken out of it. Rows are many, and their
-// signs mostly stand in front: hardly one has to be copied for it.
-template<typename IsSign>
-int findRow(const ListBox& rows, const QString& nick, Qt::CaseSensitivity sensitivity,
-            IsSign isSign)
-{
-    const int count = rows.ListCount();
-    for (int number = 0; number < count; ++number) {
-        const QString row = rows.List(number);
-        const auto* const start = std::ranges::find_if_not(row, isSign);
-        const QStringView rest(start, row.cend());
-        if (rest.size() < nick.size())
-            continue;
-        if (rest.size() == nick.size()) {
-            if (rest.compare(nick, sensitivity) == 0 && std::ranges::none_of(rest, isSign))
-                return number;
-            continue;
-        }
-        QString stripped = row;
-        stripped.removeIf(isSign);
-        if (stripped.compare(nick, sensitivity) == 0)
-            return number;
-    }
-    return -1;
-}
-
 bool isArrivingSign(QChar c)
 {
     return std::ranges::find(arrivingSigns, c, &RankSign::sign) != arrivingSigns.end();
@@ -74,6 +48,39 @@ bool isArrivingSign(QChar c)
 bool isStrippedSign(QChar c)
 {
     return c == u'@' || c == u'+';
+}
+
+// The first row that is this nick when some signs are taken out of it. Rows are many, and their
+// signs mostly stand in front: hardly one has to be copied for it.
+template<typename IsSign>
+int findRow(const ListBox& rows, const QString& nick, Qt::CaseSensitivity sensitivity,
+            IsSign isSign)
+{
+    return rows.find([&](const QString& row) {
+        const auto* const start = std::ranges::find_if_not(row, isSign);
+        const QStringView rest(start, row.cend());
+        if (rest.size() < nick.size())
+            return false;
+        if (rest.size() == nick.size())
+            return rest.compare(nick, sensitivity) == 0 && std::ranges::none_of(rest, isSign);
+        if (std::ranges::none_of(rest, isSign))
+            return false;
+        QString stripped = row;
+        stripped.removeIf(isSign);
+        return stripped.compare(nick, sensitivity) == 0;
+    });
+}
+
+// Nicks that are the same in any case have the same key. Of a pair of surrogates either half alone
+// has no other case: they do not count.
+quint32 keyOf(QStringView nick)
+{
+    quint32 key = 0;
+    for (const QChar c : nick) {
+        if (!c.isSurrogate())
+            key = key * 31 + c.toCaseFolded().unicode();
+    }
+    return key;
 }
 
 } // namespace
@@ -107,6 +114,7 @@ QString NickList::AddNick(const QString& nick)
     }
     record.Nick = withoutSigns(nick);
     m_nicks.append(record);
+    m_keys.append(keyOf(record.Nick));
     m_form.lstNicks().AddItem(NickDisplay(record));
     ++m_chatterCount;
     showChatterCount();
@@ -119,6 +127,7 @@ void NickList::RemoveNick(const QString& nick)
     if (index == 0)
         return;
     m_nicks.removeAt(index - 1);
+    m_keys.removeAt(index - 1);
     --m_nickCount;
 
     ListBox& rows = m_form.lstNicks();
@@ -134,8 +143,10 @@ void NickList::RemoveNick(const QString& nick)
 bool NickList::ChangeNck(const QString& oldNick, const QString& newNick)
 {
     const int index = indexOf(oldNick, Qt::CaseInsensitive);
-    if (index != 0)
+    if (index != 0) {
         m_nicks[index - 1].Nick = newNick;
+        m_keys[index - 1] = keyOf(newNick);
+    }
 
     ListBox& rows = m_form.lstNicks();
     const int row = findRow(rows, oldNick, Qt::CaseInsensitive, isStrippedSign);
@@ -185,9 +196,12 @@ const NickRecord& NickList::at(int index) const
 
 int NickList::indexOf(const QString& nick, Qt::CaseSensitivity sensitivity) const
 {
-    for (int index = 1; index <= m_nickCount; ++index) {
-        if (m_nicks[index - 1].Nick.compare(nick, sensitivity) == 0)
-            return index;
+    const quint32 key = keyOf(nick);
+    for (auto at = std::ranges::find(m_keys, key); at != m_keys.end();
+         at = std::find(at + 1, m_keys.end(), key)) {
+        const auto index = at - m_keys.begin();
+        if (m_nicks[index].Nick.compare(nick, sensitivity) == 0)
+            return static_cast<int>(index) + 1;
     }
     return 0;
 }

@@ -75,6 +75,7 @@ private:
 
     RoomForm& m_form;
     QList<NickRecord> m_nicks;
+    QList<quint32> m_keys; // of each record's nick: a look at all nicks takes its time
     Int16 m_nickCount;
     Int16 m_chatterCount;
 };

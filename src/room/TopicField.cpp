@@ -27,6 +27,7 @@ bool TopicField::isLocked(const RichTextBox& topic)
 
 void TopicField::show(RichTextBox& topic, const TextWriter& writer, const QString& text)
 {
+    const EditBlock edit(topic); // laid out once: a topic can be as long as a line of the server
     topic.setText({});
     writer.WriteView(topic, text);
     topic.setSelStart(0);

@@ -14,6 +14,8 @@
 #include "text/MainView.h"
 #include "wire/Winsock.h"
 
+#include <algorithm>
+
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -336,6 +338,7 @@ void Connection::sock_DataArrival()
         return;
     const QStringList lines = m_charset.linesOf(std::exchange(ReceiveBuffer, QByteArray()));
     const int attempt = m_attempts;
+    m_pauseLeft = longestPause;
     for (const QString& line : lines) {
         if (m_attempts != attempt)
             return; // these are of a connection that another one has replaced
@@ -344,6 +347,13 @@ void Connection::sock_DataArrival()
         if (heard && m_interpret)
             skipRest([&] { m_interpret(*heard); });
     }
+}
+
+void Connection::pause(double seconds)
+{
+    const double wait = std::min(seconds, m_pauseLeft);
+    m_pauseLeft -= wait;
+    m_parts.events.Pause(wait);
 }
 
 void Connection::Timer1_Timer()

@@ -79,6 +79,10 @@ public:
     void enableConnecting();
     Winsock& sock() const { return m_parts.sock; }
 
+    // What a line that is handled has to wait. All lines of one arrival together wait for 0.6
+    // seconds at most: a flood of them must not keep the server's PING waiting.
+    void pause(double seconds);
+
     // Tells the windows; the connection adds the server to it.
     void report(SessionReport report);
     // Why the server is about to close the connection, as it says itself.
@@ -88,6 +92,8 @@ Q_SIGNALS:
     void reported(const SessionReport& report);
 
 private:
+    static constexpr double longestPause = 0.6; // seconds
+
     void startAttempt();
     void connectOrTell();
     void closeLine();
@@ -113,6 +119,7 @@ private:
     StandardLines m_standardLines; // between here and a network of today, nowhere else
     QByteArray ReceiveBuffer;      // survives the connection
     int m_attempts = 0;            // to connect
+    double m_pauseLeft = longestPause;
     QString m_farewell;
     SessionReport m_lastReport;
 };

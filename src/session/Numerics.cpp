@@ -7,7 +7,6 @@
 #include "common/UnixDate.h"
 #include "contacts/ContactList.h"
 #include "platform/Dialogs.h"
-#include "platform/EventLoop.h"
 #include "platform/LocaleTexts.h"
 #include "room/ChannelTable.h"
 #include "room/ListsForm.h"
@@ -146,7 +145,7 @@ void Numerics::roomTopic(const IRCMessage& message) const
     RichTextBox& topic = room->form.rtbTopic();
     TopicField::show(topic, m_desk.writer, message.from(3));
     m_desk.mainView.view().setText({});
-    m_desk.events.Pause(0.2);
+    m_desk.connection.pause(0.2);
     m_desk.mainView.write(strColor % "3You have entered to the chat room"_L1);
     m_desk.mainView.write(strColor % "4Welcome To "_L1 % strBold % strColor %
                           "12Quill Harbor Messenger"_L1 % strColor % u'!');

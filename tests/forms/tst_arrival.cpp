@@ -19,8 +19,9 @@ public:
         for (int i = 0; i < 10; ++i) // from the server's hand to where it would be handled
             QCoreApplication::processEvents();
     }
-    void Pause(double) override
+    void Pause(double seconds) override
     {
+        paused += seconds;
         if (inPause)
             std::exchange(inPause, {})();
         DoEvents();
@@ -29,6 +30,7 @@ public:
     ScriptedServer* server = nullptr;
     QList<QByteArray> pieces;
     std::function<void()> inPause; // what the user does in the next one
+    double paused = 0;             // seconds
 };
 
 QByteArray lines(const QList<QByteArray>& lines)
@@ -52,6 +54,7 @@ private Q_SLOTS:
     void orderOfArrival();
     void behindABox();
     void restOfAnOlderConnection();
+    void floodOfPauses();
 
 private:
     void beInTheRoom();
@@ -214,6 +217,19 @@ void ArrivalTest::restOfAnOlderConnection()
     m_server->say("PING :new session\r\n");
     QTRY_VERIFY(m_server->received().contains("PONG :new session\n"));
     QVERIFY(!m_client->reads(u"an old topic"_s) && !m_client->reads(u"and stay out"_s));
+}
+
+// Each topic of a room makes its line wait. A server that sends them by the thousand does not keep
+// its own PING waiting for minutes.
+void ArrivalTest::floodOfPauses()
+{
+    beInTheRoom();
+    m_events.paused = 0;
+    const QByteArray flood = lines(QList<QByteArray>(50, ":s 332 anna #Harbor :news"));
+    sayWithYields(QList<QByteArray>(40, flood) + QList<QByteArray>{"PING :still there\r\n"});
+    QTRY_VERIFY(m_server->received().contains("PONG :still there"));
+    QVERIFY2(m_events.paused > 0.1 && m_events.paused < 2,
+             qPrintable(QString::number(m_events.paused)));
 }
 
 QTEST_MAIN(ArrivalTest)
