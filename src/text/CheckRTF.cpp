@@ -122,10 +122,13 @@ void SmileyPass::replaceAll()
 // A long line is not taken apart and put together step by step: each step moves the rest of it.
 bool SmileyPass::replaceAtOnce(const SmileySearch& found)
 {
-    if (found.text().size() < longLine || found.offset() < smileys::longestCode || !found.first())
+    if (found.text().size() < longLine || !found.first())
         return false;
-    const auto outcome = outcomeOf(found.text(), m_standFirst);
-    const qsizetype offset = found.offset();
+    const bool isNearStart = found.offset() < smileys::longestCode;
+    const qsizetype offset = isNearStart ? 0 : found.offset();
+    const QString text = isNearStart ? m_view.TextRange(0, m_view.TextLength()) : found.text();
+    const auto outcome =
+        outcomeOf(text, m_standFirst, isNearStart ? Begins::WithView : Begins::Anywhere);
     if (!outcome || !m_view.rearrange(offset + outcome->from, outcome->parts))
         return false;
     m_view.setSelStart(offset + outcome->caret);

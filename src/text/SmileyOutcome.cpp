@@ -1,5 +1,6 @@
 #include "text/SmileyOutcome.h"
 
+#include <algorithm>
 #include <bit>
 #include <queue>
 
@@ -57,12 +58,14 @@ struct Hit
     std::size_t row = 0;
 };
 
-// A text that codes are taken out of: always the first one of the first row that occurs.
+// A text that codes are taken out of: always the first one of the first row that occurs, never one
+// that begins before a certain place.
 class Remains final
 {
 public:
-    Remains(QStringView text, smileys::Rows without)
+    Remains(QStringView text, int from, smileys::Rows without)
         : m_text(text)
+        , m_from(from)
         , m_without(without)
         , m_next(text.size())
         , m_previous(text.size())
@@ -73,11 +76,13 @@ public:
             m_next[at] = at + 1 < size ? at + 1 : none;
             m_previous[at] = at - 1;
         }
-        for (int at = 0; at < size; ++at)
+        for (int at = from; at < size; ++at)
             noteCodesAt(at);
     }
 
-    std::vector<Hit> takeAllOut()
+    // Nothing when another code comes to stand first in a text that is looked at from its start:
+    // with it, other rows are looked for.
+    std::optional<std::vector<Hit>> takeAllOut(bool fromStart)
     {
         std::vector<Hit> hits;
         for (std::size_t row = 0; row < smileys::table.size();) {
@@ -88,12 +93,14 @@ public:
             }
             hits.push_back({m_left.before(at), row});
             row = takeOut(at, row); // an earlier one may have come about
+            if (fromStart && hits.back().offset < smileys::longestCode && standFirst() != m_without)
+                return std::nullopt;
         }
         return hits;
     }
 
     // What is left, in order.
-    int first() const { return m_first; }
+    int first() const { return m_from > 0 ? m_next[m_from - 1] : m_first; }
     int next(int at) const { return m_next[at]; }
 
 private:
@@ -109,10 +116,20 @@ private:
         return true;
     }
 
+    smileys::Rows standFirst() const
+    {
+        smileys::Rows rows;
+        for (const quint8 row : smileys::rowsBeginningWith(m_text.front()))
+            rows[row] = standsAt(0, row);
+        return rows;
+    }
+
     // Gives the first row noted.
     std::size_t noteCodesAt(int at)
     {
         std::size_t first = smileys::table.size();
+        if (at < m_from)
+            return first;
         for (const quint8 row : smileys::rowsBeginningWith(m_text[at])) {
             if (m_without[row] || !standsAt(at, row))
                 continue;
@@ -155,6 +172,7 @@ private:
     static constexpr int gone = -2;
 
     QStringView m_text;
+    int m_from;
     smileys::Rows m_without;
     std::vector<int> m_next;
     std::vector<int> m_previous;
@@ -188,29 +206,45 @@ std::vector<int> finalPlaces(const std::vector<Hit>& hits, int left, bool hasLin
     return offsets;
 }
 
+// Whether a picture comes to stand in a code that stands first in the view: with that code gone,
+// others of its row would be free.
+bool partsFirst(const std::vector<Hit>& hits, smileys::Rows standFirst)
+{
+    qsizetype length = 0;
+    for (std::size_t row = 0; row < smileys::table.size(); ++row) {
+        if (standFirst[row])
+            length = std::max(length, smileys::table[row].code.size());
+    }
+    return std::ranges::any_of(hits, [=](const Hit& hit) { return hit.offset < length; });
+}
+
 } // namespace
 
-std::optional<SmileyOutcome> outcomeOf(QStringView text, smileys::Rows without)
+std::optional<SmileyOutcome> outcomeOf(QStringView text, smileys::Rows without, Begins begins)
 {
+    const bool fromStart = begins == Begins::WithView;
     const bool hasLineEnd = text.endsWith("\r\n"_L1);
     const QStringView line = hasLineEnd ? text.chopped(2) : text;
-    const qsizetype start = std::max(line.lastIndexOf(u'\n'), line.lastIndexOf(u'\r')) + 1;
-    if (smileys::findCode(text.first(start), 0) >= 0)
+    const qsizetype lineStart = std::max(line.lastIndexOf(u'\n'), line.lastIndexOf(u'\r')) + 1;
+    // The first character of all is no part of a code that is taken out.
+    const auto start = static_cast<int>(std::max<qsizetype>(lineStart, fromStart ? 1 : 0));
+    if (start > text.size() || smileys::findCode(text.first(start), fromStart ? 1 : 0) >= 0)
         return std::nullopt;
 
-    text = text.sliced(start);
-    Remains remains(text, without);
-    const std::vector<Hit> hits = remains.takeAllOut();
-    if (hits.empty())
+    Remains remains(text, start, without);
+    std::optional<std::vector<Hit>> hits = remains.takeAllOut(fromStart);
+    if (!hits || hits->empty() || (fromStart && partsFirst(*hits, without)))
         return std::nullopt;
-    auto left = static_cast<int>(text.size());
-    for (const Hit& hit : hits)
+    auto left = static_cast<int>(text.size()) - start;
+    for (Hit& hit : *hits) {
         left -= static_cast<int>(smileys::table[hit.row].code.size());
-    const std::vector<int> places = finalPlaces(hits, left, hasLineEnd);
+        hit.offset -= start;
+    }
+    const std::vector<int> places = finalPlaces(*hits, left, hasLineEnd);
 
     std::vector<const Smiley*> pictures(static_cast<std::size_t>(left) + places.size());
     for (std::size_t i = 0; i < places.size(); ++i)
-        pictures[places[i]] = &smileys::table[hits[hits.size() - 1 - i].row];
+        pictures[places[i]] = &smileys::table[(*hits)[hits->size() - 1 - i].row];
     SmileyOutcome outcome{start, {}, start + places.back() + 1};
     int at = remains.first();
     for (const Smiley* picture : pictures) {
@@ -219,11 +253,11 @@ std::optional<SmileyOutcome> outcomeOf(QStringView text, smileys::Rows without)
             continue;
         }
         const bool goesOn = !outcome.parts.empty() && !outcome.parts.back().picture &&
-                            outcome.parts.back().start + outcome.parts.back().length == at;
+                            outcome.parts.back().start + outcome.parts.back().length == at - start;
         if (goesOn)
             ++outcome.parts.back().length;
         else
-            outcome.parts.push_back({at, 1, nullptr});
+            outcome.parts.push_back({at - start, 1, nullptr});
         at = remains.next(at);
     }
     return outcome;

@@ -15,6 +15,8 @@ struct SmileyOutcome
 };
 
 // The text goes to the end of the view and has no line ends in it, except one at its very end and
-// some before the first code. The codes of some rows are not looked for. Nothing where there is no
-// code, or where there are line ends elsewhere.
-std::optional<SmileyOutcome> outcomeOf(QStringView text, smileys::Rows without);
+// some before the first code; it begins anywhere in the view or is all of it. The codes of some
+// rows, which stand first in the view, are not looked for. Nothing where there is no code, where
+// there are line ends elsewhere, or where what stands first would change.
+enum class Begins { Anywhere, WithView };
+std::optional<SmileyOutcome> outcomeOf(QStringView text, smileys::Rows without, Begins begins);
