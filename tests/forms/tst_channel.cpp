@@ -7,7 +7,7 @@
 #include "platform/Twips.h"
 #include "room/Room.h"
 #include "room/TopicField.h"
-#include "support/QueryFakes.h"
+#include "support/StandIns.h"
 #include "support/TestSurroundings.h"
 #include "text/OwnTextStyle.h"
 #include "text/TextWriter.h"

@@ -1,6 +1,6 @@
 #include "platform/Resources.h"
 #include "room/ChannelLists.h"
-#include "support/NickDesk.h"
+#include "support/RecordingDesk.h"
 
 #include <QApplication>
 #include <QTest>
@@ -26,9 +26,11 @@ public:
 
 struct Scene
 {
-    NickDesk desk;
+    RecordingDesk desk;
     Yields events;
-    ChannelLists lists{{desk.variables, desk.server, events, desk.handlers}, desk.room};
+    ChannelLists lists{{desk.variables, desk.connection, events, desk.handlers}, desk.room};
+
+    Scene() { desk.enterRoom(); }
 };
 
 ChannelInfo* form()
@@ -77,13 +79,13 @@ private Q_SLOTS:
 void tst_ChannelInfo::opening()
 {
     Scene scene;
-    scene.desk.server.state = Winsock::Closed; // the line is tried in any state
+    scene.desk.sock.setState(Winsock::Failed); // the line is tried in any state
     for (int i = 1; i <= 2; ++i) {
         scene.lists.mnu_chan_ban_Click();
         QVERIFY(scene.lists.Visible());
         QCOMPARE(form()->windowTitle(), u"Channel Ban List For #room"_s);
         QVERIFY(scene.desk.variables.ListFetching);
-        QCOMPARE(scene.desk.takeLog(), QStringList{u"MODE #room b"_s});
+        QCOMPARE(scene.desk.take(), QStringList{u"<< MODE #room b"_s});
         scene.lists.AddBEI(u"bad!*@*"_s, u"olga"_s, u"0"_s);
         QCOMPARE(rows()->topLevelItemCount(), i); // the rows of the first time stay
     }
@@ -130,24 +132,24 @@ void tst_ChannelInfo::lists()
     scene.lists.mnu_chan_ban_Click();
     scene.lists.AddBEI(u"old!*@*"_s, u"olga"_s, u"0"_s);
     scene.desk.variables.ListFetching = false;
-    scene.desk.takeLog();
+    scene.desk.take();
 
     press(button);
     QCOMPARE(rows()->topLevelItemCount(), 0);
     QCOMPARE(header(), headerText);
     QVERIFY(scene.desk.variables.ListFetching);
-    QCOMPARE(scene.desk.takeLog(), QStringList{QString("MODE #room "_L1 + letter)});
+    QCOMPARE(scene.desk.take(), QStringList{QString("<< MODE #room "_L1 + letter)});
 
     rows()->setFocus(); // focus is no selection
     scene.lists.AddBEI(u"one!*@*"_s, u"olga"_s, u"0"_s);
     scene.lists.AddBEI(u"two!*@*"_s, u"olga"_s, u"0"_s);
     press(u"cmdRemove"_s);
-    QCOMPARE(scene.desk.takeLog(), QStringList{QString("mode #room -"_L1 % letter % u' ')});
+    QCOMPARE(scene.desk.take(), QStringList{QString("<< mode #room -"_L1 % letter % u' ')});
     QTest::mouseClick(rows()->viewport(), Qt::LeftButton, {},
                       rows()->visualItemRect(rows()->topLevelItem(1)).center());
     press(u"cmdRemove"_s);
-    QCOMPARE(scene.desk.takeLog(),
-             QStringList{QString("mode #room -"_L1 % letter % " two!*@*"_L1)});
+    QCOMPARE(scene.desk.take(),
+             QStringList{QString("<< mode #room -"_L1 % letter % " two!*@*"_L1)});
     QCOMPARE(rows()->topLevelItemCount(), 2);
 }
 

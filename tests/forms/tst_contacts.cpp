@@ -7,8 +7,8 @@
 #include "platform/Resources.h"
 #include "room/Room.h"
 #include "settings/UserStore.h"
-#include "support/QueryFakes.h"
 #include "support/RecordingPorts.h"
+#include "support/StandIns.h"
 #include "talk/QueryTable.h"
 
 #include <QLabel>
@@ -42,7 +42,7 @@ void doubleClick(ListBoxWidget& list, int row)
 struct Desk
 {
     Server server;
-    Boxes boxes;
+    ScriptedDialogs boxes;
     QTemporaryDir folder;
     UserStore store{folder.path()};
     SessionVariables variables;
@@ -131,10 +131,10 @@ private Q_SLOTS:
         setup->Clear();
         setup->AddItem(u"Ann"_s);
         desk.server.state = state;
-        desk.boxes.answer = answer;
+        desk.boxes.answerText = answer;
         click(*form, u"Command2"_s);
         click(*form, u"cmdAdd"_s);
-        QCOMPARE(desk.boxes.shown, QStringList{u"Whois Online? Enter a nickname to add"_s});
+        QCOMPARE(desk.boxes.shown, QStringList{u"Whois Online|Enter a nickname to add"_s});
         QTEST(rowsOf(*setup), "rows");
         QTEST(desk.server.sent, "sent");
     }
@@ -246,12 +246,12 @@ private Q_SLOTS:
         QTest::newRow("fine") << u"Eve"_s << 0 << -1 << asked;
         QTest::newRow("twice") << u"old"_s << 0 << -1 << asked;
         QTest::newRow("a row is selected")
-            << u"Eve"_s << 0 << 0 << u"Block: Are you trying to add same nick?"_s;
-        QTest::newRow("oneself") << u"Me"_s << 1 << -1 << u"Block: You can't block yourself?"_s;
+            << u"Eve"_s << 0 << 0 << u"Block|Are you trying to add same nick?"_s;
+        QTest::newRow("oneself") << u"Me"_s << 1 << -1 << u"Block|You can't block yourself?"_s;
         QTest::newRow("oneself in other case") << u"mE"_s << 1 << -1 << asked;
-        QTest::newRow("operator") << u"oPer"_s << 0 << -1 << u"Block: You can't block a Operator"_s;
+        QTest::newRow("operator") << u"oPer"_s << 0 << -1 << u"Block|You can't block a Operator"_s;
         QTest::newRow("half-operator")
-            << u"Half"_s << 0 << -1 << u"Block: You can't block a Operator"_s;
+            << u"Half"_s << 0 << -1 << u"Block|You can't block a Operator"_s;
     }
     void blocking()
     {
@@ -267,11 +267,11 @@ private Q_SLOTS:
         ListBox& rows = desk.ignored.List1();
         rows.AddItem(u"old - Blocked"_s);
         rows.setListIndex(ignoreRow);
-        desk.boxes.answer = answer;
+        desk.boxes.answerText = answer;
         desk.ignored.show();
         click(desk.ignored, u"cmdAdd"_s);
 
-        QStringList shown{u"IgnoreList? Add a nickname to IgnoreList"_s};
+        QStringList shown{u"IgnoreList|Add a nickname to IgnoreList"_s};
         if (refusal == u"-"_s)
             shown.clear();
         else if (!refusal.isEmpty())

@@ -1,6 +1,6 @@
 #include "account/NickForms.h"
 #include "platform/Resources.h"
-#include "support/NickDesk.h"
+#include "support/RecordingDesk.h"
 
 #include <QApplication>
 #include <QGroupBox>
@@ -23,11 +23,12 @@ struct Host final : NickFormHost
 
 struct Scene
 {
-    NickDesk desk;
-    RecordingLogin login{desk.unread};
+    RecordingDesk desk;
     Host host;
-    NickForms forms{NickFormDesk{desk.variables, desk.room, desk.server, desk.commands, login,
-                                 desk.dialogs, host, desk.handlers}};
+    NickForms forms{NickFormDesk{desk.variables, desk.room, desk.connection, desk.commands,
+                                 desk.login, desk.dialogs, host, desk.handlers}};
+
+    Scene() { desk.enterRoom(); }
 };
 
 // The form of a class that is on the screen.
@@ -95,7 +96,6 @@ void tst_NickForms::password()
 {
     QFETCH(bool, byKey);
     Scene scene;
-    scene.desk.window.nicks.setEnabled(false);
     scene.forms.showPassword();
     QVERIFY(!scene.host.channelEnabled);
     QCOMPARE(shown<frmPassword>()->findChild<QLabel*>(u"lblusr"_s)->text(), u"NickName : me"_s);
@@ -109,10 +109,10 @@ void tst_NickForms::password()
     QVERIFY(shown<frmPassword>()); // nothing typed
     type(field<frmPassword>(u"Text1"_s), u"open sesame"_s);
     accept();
-    QCOMPARE(scene.desk.log, QStringList{u"IDENTIFY open sesame"_s});
+    QCOMPARE(scene.desk.take(),
+             RecordingDesk::expected("<< IDENTIFY open sesame\nlstNicks.Enabled=true"));
     QVERIFY(!shown<frmPassword>());
     QVERIFY(scene.host.channelEnabled);
-    QVERIFY(scene.desk.window.nicks.isEnabled());
 }
 
 void tst_NickForms::newNickInsteadOfPassword()
@@ -131,10 +131,10 @@ void tst_NickForms::newNickInsteadOfPassword()
 void tst_NickForms::newPasswordIsFatal()
 {
     Scene scene;
-    scene.desk.server.state = Winsock::Connecting;
+    scene.desk.sock.setState(Winsock::Connecting);
     scene.forms.mnu_File_changepass_Click();
     QVERIFY(!shown<frmPassword>());
-    scene.desk.server.state = Winsock::Connected;
+    scene.desk.sock.setState(Winsock::Connected);
     scene.forms.mnu_File_changepass_Click();
     const auto* form = shown<frmPassword>();
     QCOMPARE(form->windowTitle(), u"Change Your Password For me"_s);
@@ -143,10 +143,10 @@ void tst_NickForms::newPasswordIsFatal()
              u"Enter your New Password for me .Otherwise, Click on New Nick and Change your "
              u"nickname."_s);
     press<frmPassword>(u"cmdOk"_s);
-    QCOMPARE(scene.desk.log, QStringList());
+    QCOMPARE(scene.desk.take(), QStringList());
     type(field<frmPassword>(u"Text1"_s), u"secret"_s);
     press<frmPassword>(u"cmdOk"_s);
-    QCOMPARE(scene.desk.log, QStringList{u"Run-time error '424':\n\nObject required"_s});
+    QCOMPARE(scene.desk.take(), QStringList{u"FATAL Run-time error '424':\n\nObject required"_s});
 }
 
 void tst_NickForms::flashing()
@@ -176,7 +176,7 @@ void tst_NickForms::otherNick()
     QFETCH(bool, refused);
     QFETCH(bool, byKey);
     Scene scene;
-    scene.desk.server.state = Winsock::Closed; // no connection is needed
+    scene.desk.sock.setState(Winsock::Connecting); // need not stand
     const auto form = [&]() -> Form* {
         return refused ? static_cast<Form*>(shown<usenick>()) : shown<frmchange>();
     };
@@ -197,13 +197,13 @@ void tst_NickForms::otherNick()
     accept();
     QVERIFY(form());
     const QString complaint = u"box|Type A Nick Name|No NickName Given"_s;
-    QCOMPARE(scene.desk.takeLog(), refused ? QStringList() : QStringList{complaint});
+    QCOMPARE(scene.desk.take(), refused ? QStringList() : QStringList{complaint});
     type(Text1, u"carol"_s);
     accept();
     QVERIFY(!form());
-    QCOMPARE(scene.desk.log, QStringList{u"NICK carol"_s});
+    QCOMPARE(scene.desk.take(), QStringList{u"<< NICK carol"_s});
     QCOMPARE(scene.desk.variables.MyNick, u"carol"_s);
-    QCOMPARE(scene.login.Text1, u"carol"_s);
+    QCOMPARE(scene.desk.login.Text1, u"carol"_s);
     QVERIFY(scene.host.channelEnabled);
 }
 
@@ -229,7 +229,7 @@ void tst_NickForms::registration_data()
     const QString noPassword = u"box|Enter Your NickName Password|No Password"_s;
     const QString noAddress = u"box|Enter Your E-mail Address|No E-mail Address"_s;
     QTest::newRow("complete") << u"pw"_s << u"me@example.org"_s
-                              << QStringList{u"PRIVMSG nickserv :register pw me@example.org "_s};
+                              << QStringList{u"<< PRIVMSG nickserv :register pw me@example.org "_s};
     QTest::newRow("no password") << QString() << u"me@example.org"_s << QStringList{noPassword};
     QTest::newRow("no address") << u"pw"_s << QString() << QStringList{noAddress};
     QTest::newRow("nothing") << QString() << QString() << QStringList{noPassword, noAddress};
@@ -248,7 +248,7 @@ void tst_NickForms::registration()
     type(field<frmregister>(u"Text3"_s), address);
     auto* Text1 = field<frmregister>(u"Text1"_s);
     press<frmregister>(u"cmdRegister"_s);
-    QTEST(scene.desk.log, "log");
+    QTEST(scene.desk.take(), "log");
     QCOMPARE(Text1->text(), u"me"_s);
     QVERIFY(!shown<frmregister>());
 }
@@ -256,23 +256,23 @@ void tst_NickForms::registration()
 void tst_NickForms::registrationNeedsConnection()
 {
     Scene scene;
-    scene.desk.server.state = Winsock::Connecting;
+    scene.desk.sock.setState(Winsock::Connecting);
     scene.forms.mnu_register_nickname_Click();
     QVERIFY(!shown<frmregister>());
-    QCOMPARE(scene.desk.takeLog(),
+    QCOMPARE(scene.desk.take(),
              QStringList{u"box|Not Connected|Check Your Internet Connection. You are not "
                          u"connected to register your nickname."_s});
-    scene.desk.server.state = Winsock::Connected;
+    scene.desk.sock.setState(Winsock::Connected);
     scene.forms.mnu_register_nickname_Click();
-    scene.desk.server.state = Winsock::Closed;
+    scene.desk.sock.setState(Winsock::Closed);
     press<frmregister>(u"cmdRegister"_s);
-    QCOMPARE(scene.desk.takeLog(),
+    QCOMPARE(scene.desk.take(),
              QStringList{u"box|Not Connected|Check Your Internet Connection.You are not "
                          u"connected to register your nickname."_s});
     QVERIFY(shown<frmregister>());
     press<frmregister>(u"cmdCancel"_s);
     QVERIFY(!shown<frmregister>());
-    QCOMPARE(scene.desk.log, QStringList());
+    QCOMPARE(scene.desk.take(), QStringList());
 }
 
 void tst_NickForms::registrationCancelledBehindTheCommand()
@@ -288,7 +288,7 @@ void tst_NickForms::registrationCancelledBehindTheCommand()
     };
     QTimer::singleShot(0, form, [] { press<frmregister>(u"cmdRegister"_s); });
     QTRY_VERIFY(!form);
-    QCOMPARE(scene.desk.log.size(), 1);
+    QCOMPARE(scene.desk.take().size(), 1);
 }
 
 void tst_NickForms::pastedLines()
@@ -297,7 +297,7 @@ void tst_NickForms::pastedLines()
     scene.forms.showUseNick();
     field<usenick>(u"Text1"_s)->setText(u"carol\r\nQUIT :x"_s);
     press<usenick>(u"cmdOk"_s);
-    QCOMPARE(scene.desk.log, QStringList{u"NICK carol"_s});
+    QCOMPARE(scene.desk.take(), QStringList{u"<< NICK carol"_s});
 }
 
 void tst_NickForms::enterOnButtons()

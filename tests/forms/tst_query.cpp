@@ -6,8 +6,8 @@
 #include "platform/Handlers.h"
 #include "platform/Resources.h"
 #include "room/ChannelTable.h"
-#include "support/QueryFakes.h"
 #include "support/RecordingPorts.h"
+#include "support/StandIns.h"
 #include "support/TestSurroundings.h"
 #include "talk/Query.h"
 #include "talk/QueryTable.h"
@@ -118,7 +118,7 @@ struct Desk
     ChannelTable channels{room};
     StoppedClock clock;
     Server server;
-    Boxes boxes;
+    ScriptedDialogs boxes;
     Loop loop;
     RecordingLinks links;
     Neighbours neighbours;
@@ -480,11 +480,11 @@ private Q_SLOTS:
         Query& query = desk.open(u"Ann"_s);
         desk.window.nicks.AddItem(selected);
         desk.window.nicks.setListIndex(selected.isEmpty() ? -1 : 0);
-        desk.boxes.answer = answer;
+        desk.boxes.answerText = answer;
         QTest::mouseClick(&query.window()->link(QueryForm::LabelAction), Qt::LeftButton);
-        QStringList shown{u"Action Message? Type Your Own Action Message"_s};
+        QStringList shown{u"Action Message|Type Your Own Action Message"_s};
         if (warned)
-            shown.prepend(u"Error: You cannot do that to yourself!"_s);
+            shown.prepend(u"Error|You cannot do that to yourself!"_s);
         QCOMPARE(desk.boxes.shown, shown);
         QFETCH(QString, sent);
         QCOMPARE(desk.server.sent, QStringList{sent});

@@ -21,6 +21,9 @@
 #include "text/StatusLine.h"
 #include "text/TextWriter.h"
 
+#include <functional>
+#include <map>
+
 // The whole logic of one program on stand-ins: feed it a server line or a click and look at the
 // journal. With a socket and an event loop of its own it can stand on real ones.
 class RecordingDesk final
@@ -35,6 +38,20 @@ public:
     // A server line arrives, with its line end.
     void hear(const QString& line) { sock.arrive(line + QLatin1StringView("\r\n")); }
     QStringList take() { return journal.take(); }
+    // A row of the room's list.
+    void select(const QString& row)
+    {
+        channel.nicks.setListIndex(static_cast<int>(channel.nicks.rows().indexOf(row)));
+    }
+
+    // Plays a script and gives it back as it went. A line of it is
+    //   "< PING x"     a line of the server,
+    //   "! error x"    something that happens, one of `acts`,
+    //   "? modes=+n"   a look at something, one of `looks`, with what is there,
+    //   or an entry of the journal; a step with "~" before it leaves none.
+    QStringList play(const QString& script);
+    std::map<QString, std::function<void(const QString& argument)>> acts;
+    std::map<QString, std::function<QString()>> looks;
 
     // What the journal holds after a line with this markup was written: {A} {B} {C} {U} {O} stand
     // for the control characters.
@@ -42,7 +59,8 @@ public:
     static QString coded(QString markup);
     // Entries that begin with a view's name and "| " are markup; all others stay.
     static QStringList expected(const QStringList& entries);
-    static QStringList expected(const char* lines); // an entry a line
+    static QStringList expected(const QString& lines); // an entry a line
+    static QStringList expected(const char* lines) { return expected(QString::fromUtf8(lines)); }
 
     Journal journal;
     RecordingWinsock sock{QStringLiteral("sock"), journal};
@@ -54,14 +72,14 @@ public:
     RecordingBuddies buddies{journal};
     RecordingLists lists{journal};
     RecordingPopup popup{journal};
-    RecordingDialogs dialogs{journal};
+    ScriptedDialogs dialogs{&journal};
     RecordingQueries windows{journal};
     MemoryListBox ignored{QStringLiteral("List1"), MemoryListBox::Order::AsAdded, journal};
     RecordingEntry mnu_pm_no{QStringLiteral("mnu_pm_no"), {}, true, journal};
     RecordingEntry mnu_pm_yes{QStringLiteral("mnu_pm_yes"), {}, true, journal};
     RecordingEntry mnu_blocked{QStringLiteral("mnu_blocked"), {}, true, journal};
     MemoryInputBox box;
-    FixedClock clock;
+    StoppedClock clock;
     double random = 0;
 
     SessionVariables variables;

@@ -5,14 +5,11 @@
 #include "controls/Collation.h"
 #include "controls/ListBox.h"
 #include "controls/MenuEntry.h"
-#include "platform/Clock.h"
-#include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
 #include "room/ListsForm.h"
 #include "session/Ports.h"
-#include "support/MemoryView.h"
+#include "support/StandIns.h"
 #include "talk/PrivateWindow.h"
-#include "wire/Winsock.h"
 
 #include <functional>
 #include <memory>
@@ -21,41 +18,17 @@
 // Stand-ins for everything the logic talks to. They write what they are asked to do into one
 // journal, in order, one entry a call: "sock.Close", "<< NICK me", "DataIn| text".
 
-class Journal final
-{
-public:
-    // An entry in pieces; a truth value reads "true" or "false".
-    template<typename... Pieces>
-    void operator()(const Pieces&... pieces)
-    {
-        m_entries.append(QString((QString() + ... + text(pieces))));
-    }
-    // What has happened since the last call.
-    QStringList take() { return std::exchange(m_entries, {}); }
-
-private:
-    static QString text(const char* piece) { return QString::fromLatin1(piece); }
-    static QString text(const QString& piece) { return piece; }
-    static QString text(bool piece) { return text(piece ? "true" : "false"); }
-    template<std::integral Number>
-    static QString text(Number piece)
-    {
-        return QString::number(piece);
-    }
-
-    QStringList m_entries;
-};
-
 // What all stand-ins are: a name in the journal.
 class Recorder
 {
-protected:
+public:
     Recorder(QString name, Journal& journal)
         : m_name(std::move(name))
         , m_journal(journal)
     {
     }
 
+protected:
     template<typename... Pieces>
     void log(const Pieces&... pieces)
     {
@@ -66,13 +39,23 @@ protected:
     Journal& m_journal;
 };
 
+// And one that has no name of its own.
+class Scribe
+{
+public:
+    explicit Scribe(Journal& journal)
+        : log(journal)
+    {
+    }
+
+protected:
+    Journal& log;
+};
+
 class RecordingWinsock final : public Winsock, Recorder
 {
 public:
-    RecordingWinsock(QString name, Journal& journal)
-        : Recorder(std::move(name), journal)
-    {
-    }
+    using Recorder::Recorder;
 
     State state() const override { return m_state; }
     void setState(State state) { m_state = state; }
@@ -125,13 +108,10 @@ private:
 
 // Waits for nothing. What a test has put into onYield or onPause runs in the next yield or pause,
 // one entry in each.
-class RecordingEvents final : public EventLoop
+class RecordingEvents final : public EventLoop, Scribe
 {
 public:
-    explicit RecordingEvents(Journal& journal)
-        : m_journal(journal)
-    {
-    }
+    using Scribe::Scribe;
 
     void DoEvents() override
     {
@@ -141,7 +121,7 @@ public:
     }
     void Pause(double seconds) override
     {
-        m_journal("Pause ", QString::number(seconds));
+        log("Pause ", QString::number(seconds));
         if (!onPause.isEmpty())
             onPause.takeFirst()();
     }
@@ -149,9 +129,6 @@ public:
     QList<std::function<void()>> onYield;
     QList<std::function<void()>> onPause;
     int yields = 0;
-
-private:
-    Journal& m_journal;
 };
 
 class MemoryListBox final : public ListBox, Recorder
@@ -252,13 +229,10 @@ private:
     qsizetype m_reported = 0;
 };
 
-class RecordingLogin final : public SignInForm
+class RecordingLogin final : public SignInForm, Scribe
 {
 public:
-    explicit RecordingLogin(Journal& journal)
-        : log(journal)
-    {
-    }
+    using Scribe::Scribe;
 
     QString nickname() const override { return Text1; }
     void setNickname(const QString& nick) override { Text1 = nick; }
@@ -274,18 +248,12 @@ public:
 
     QString Text1 = QStringLiteral("typed");
     QString Text3;
-
-private:
-    Journal& log;
 };
 
-class RecordingChannel final : public MainForm
+class RecordingChannel final : public MainForm, Scribe
 {
 public:
-    explicit RecordingChannel(Journal& journal)
-        : log(journal)
-    {
-    }
+    using Scribe::Scribe;
 
     RichTextBox& DataIn() override { return dataIn.view; }
     RichTextBox& rtbTopic() override { return topic.view; }
@@ -301,10 +269,6 @@ public:
     void Show() override { log("Channel.Show"); }
     void Hide() override { log("Channel.Hide"); }
 
-private:
-    Journal& log;
-
-public:
     RecordingView dataIn{QStringLiteral("DataIn"), log};
     RecordingView topic{QStringLiteral("Topic"), log};
     MemoryListBox nicks{QStringLiteral("lstNicks"), MemoryListBox::Order::Sorted, log};
@@ -314,13 +278,14 @@ public:
 };
 
 // The forms that are only told what to do.
-class RecordingForms final : public NickPrompts, public WebPages, public Program, public TrafficLog
+class RecordingForms final : public NickPrompts,
+                             public WebPages,
+                             public Program,
+                             public TrafficLog,
+                             Scribe
 {
 public:
-    explicit RecordingForms(Journal& journal)
-        : log(journal)
-    {
-    }
+    using Scribe::Scribe;
 
     void showPassword() override { log("frmPassword.Show"); }
     void unloadPassword() override { log("frmPassword.Unload"); }
@@ -334,18 +299,12 @@ public:
     void sent(const QString& line) override { log("DebugWin << ", line); }
 
     bool debugVisible = false;
-
-private:
-    Journal& log;
 };
 
-class RecordingBuddies final : public ContactList
+class RecordingBuddies final : public ContactList, Scribe
 {
 public:
-    explicit RecordingBuddies(Journal& journal)
-        : log(journal)
-    {
-    }
+    using Scribe::Scribe;
 
     void AddUsers(const QString& names) override { log("BuddyList.AddUsers ", names); }
     void clearOnline() override { log("BuddyList.clear"); }
@@ -354,18 +313,12 @@ public:
     void Unload() override { log("BuddyList.Unload"); }
 
     bool visible = false;
-
-private:
-    Journal& log;
 };
 
-class RecordingLists final : public ListsForm
+class RecordingLists final : public ListsForm, Scribe
 {
 public:
-    explicit RecordingLists(Journal& journal)
-        : log(journal)
-    {
-    }
+    using Scribe::Scribe;
 
     void AddBEI(const QString& mask, const QString& setter, const QString& time) override
     {
@@ -375,64 +328,21 @@ public:
     void Show() override { log("ChannelInfo.Show"); }
 
     bool visible = false;
-
-private:
-    Journal& log;
 };
 
-class RecordingPopup final : public Popup
+class RecordingPopup final : public Popup, Scribe
 {
 public:
-    explicit RecordingPopup(Journal& journal)
-        : log(journal)
-    {
-    }
+    using Scribe::Scribe;
 
     void Show() override { log("frmPopup.Show"); }
     void setBody(const QString& text) override { log("frmPopup.Label2=", text); }
-
-private:
-    Journal& log;
-};
-
-class RecordingDialogs final : public Dialogs
-{
-public:
-    explicit RecordingDialogs(Journal& journal)
-        : log(journal)
-    {
-    }
-
-    void MsgBox(const QString& text, const QString& title, Icon) override
-    {
-        log("MsgBox ", title, ": ", text);
-    }
-    bool askYesNo(const QString& text, const QString& title) override
-    {
-        log("askYesNo ", title, ": ", text);
-        return answerYes;
-    }
-    QString InputBox(const QString& prompt, const QString& title) override
-    {
-        log("InputBox ", title, ": ", prompt);
-        return nextInput;
-    }
-    void Beep() override { log("Beep"); }
-
-    bool answerYes = false;
-    QString nextInput;
-
-private:
-    Journal& log;
 };
 
 class RecordingQuery final : public PrivateWindow, Recorder
 {
 public:
-    RecordingQuery(QString name, Journal& journal)
-        : Recorder(std::move(name), journal)
-    {
-    }
+    using Recorder::Recorder;
 
     RichTextBox& DataIn() override { return dataIn.view; }
     void setCaption(const QString& caption) override { log(".Caption=", caption); }
@@ -454,24 +364,18 @@ public:
     RecordingView dataIn{m_name, m_journal};
 };
 
-class RecordingQueries final : public PrivateWindowFactory
+class RecordingQueries final : public PrivateWindowFactory, Scribe
 {
 public:
-    explicit RecordingQueries(Journal& journal)
-        : m_journal(journal)
-    {
-    }
+    using Scribe::Scribe;
 
     PrivateWindow& create() override
     {
         const QString name = QStringLiteral("Query%1").arg(windows.size() + 1);
-        return *windows.emplace_back(std::make_unique<RecordingQuery>(name, m_journal));
+        return *windows.emplace_back(std::make_unique<RecordingQuery>(name, log));
     }
 
     std::vector<std::unique_ptr<RecordingQuery>> windows;
-
-private:
-    Journal& m_journal;
 };
 
 class MemoryInputBox final : public InputBox
@@ -486,10 +390,4 @@ public:
 
     QString content;
     QString typeface;
-};
-
-class FixedClock final : public Clock
-{
-public:
-    QDateTime now() const override { return QDateTime(QDate(2003, 4, 5), QTime(6, 7, 8)); }
 };

@@ -4,55 +4,13 @@
 #include "desktop/NotificationArea.h"
 #include "desktop/WavePlayer.h"
 #include "desktop/WebModule.h"
-#include "platform/Clock.h"
-#include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
+#include "support/StandIns.h"
 #include "text/Links.h"
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QStringList>
 #include <QTemporaryDir>
-
-#include <functional>
-
-// Boxes that answer by themselves and remember what they said, "title|text".
-class ScriptedDialogs final : public Dialogs
-{
-public:
-    void MsgBox(const QString& text, const QString& title, Icon icon) override
-    {
-        lastIcon = icon;
-        show(text, title);
-    }
-    bool askYesNo(const QString& text, const QString& title) override
-    {
-        lastIcon = Icon::Question;
-        show(text, title);
-        return answerYes;
-    }
-    QString InputBox(const QString& prompt, const QString& title) override
-    {
-        show(prompt, title);
-        return answerText;
-    }
-    void Beep() override { ++beeps; }
-
-    QStringList shown;
-    Icon lastIcon = Icon::None;
-    bool answerYes = true;
-    QString answerText;
-    int beeps = 0;
-    std::function<void()> whileOpen; // what goes on behind the next box
-
-private:
-    void show(const QString& text, const QString& title)
-    {
-        shown += QString(title + u'|' + text);
-        if (whileOpen)
-            std::exchange(whileOpen, {})();
-    }
-};
 
 // The real event loop, in which a pause is only a yield.
 class HastyEventLoop final : public EventLoop
@@ -60,14 +18,6 @@ class HastyEventLoop final : public EventLoop
 public:
     void DoEvents() override { QCoreApplication::processEvents(); }
     void Pause(double) override { QCoreApplication::processEvents(); }
-};
-
-class StoppedClock final : public Clock
-{
-public:
-    QDateTime now() const override { return time; }
-
-    QDateTime time{QDate(2003, 4, 5), QTime(6, 7, 8)};
 };
 
 class RecordingLinks final : public LinkOpener

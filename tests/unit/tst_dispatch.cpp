@@ -150,7 +150,7 @@ void TestDispatch::effects_data()
     row("nick of another", ":zed!u@h NICK :ted", "");
     row("431", ":s 431 me :No nickname given", "usenick.Show");
     row("432", ":s 432 me 9x :Erroneous",
-        "MsgBox Invalid Name Or Nick Already In Use: Choose Another Nick\nusenick.Show");
+        "box|Invalid Name Or Nick Already In Use|Choose Another Nick\nusenick.Show");
     row("433 of another nick", ":s 433 * other :In use", "usenick.Show");
     row("433 of mine", ":s 433 * me :In use", "<< NICK \nusenick.Show");
     rows("346 348 367", "me #room mask setter :123", "");
@@ -273,7 +273,7 @@ void TestDispatch::roomEntered()
         locale_texts::shortDateTime(QDateTime(QDate(1970, 1, 2), QTime(0, 0), Qt::UTC));
     QCOMPARE(desk.take(),
              RecordingDesk::expected(
-                 {"DataIn| {C}03Topic set by {B}al!u@h{B} on {B}"_L1 + date + "{B}"_L1}));
+                 QString("DataIn| {C}03Topic set by {B}al!u@h{B} on {B}"_L1 + date + "{B}"_L1)));
 }
 
 // A server may change a nick before it welcomes.
@@ -341,7 +341,7 @@ void TestDispatch::cannotJoin()
         QCOMPARE(desk.take(),
                  RecordingDesk::expected(
                      "DataIn| {C}04You cannot join #shut : Cannot join\nsock.hold\n"
-                     "MsgBox Error: You cannot join #shut : Cannot join\nsock.release\n"
+                     "box|Error|You cannot join #shut : Cannot join\nsock.release\n"
                      "<< QUIT :gone\nConnect.Enabled=true\nConnect.Caption=&Connect\n"
                      "Disconnect.Enabled=false\n"
                      "DataIn| {C}05You are Disconnected from Quill Harbor Server\nsock.Close\n"
