@@ -40,6 +40,12 @@ RecordingDesk::RecordingDesk(Winsock* realSock, EventLoop* realEvents)
     ident.LocalPort = ident.RemotePort = 113;
     connection.setInterpreter([this](const QString& line) { interpreter.interpret(line); });
     acts = {
+        {u"register"_s, [this](const QString&) { register_(); }},
+        {u"enter"_s, [this](const QString& names) { enterRoom(names); }},
+        {u"onPause"_s,
+         [this](const QString& step) { events.onPause << [=, this] { meanwhile(step); }; }},
+        {u"onYield"_s,
+         [this](const QString& step) { events.onYield << [=, this] { meanwhile(step); }; }},
         {u"connect"_s, [this](const QString&) { connection.mnu_File_Connect_Click(); }},
         {u"disconnect"_s, [this](const QString&) { connection.mnu_File_Disconnect_Click(); }},
         {u"terminate"_s, [this](const QString&) { connection.mnu_terminate_Click(); }},
@@ -49,6 +55,10 @@ RecordingDesk::RecordingDesk(Winsock* realSock, EventLoop* realEvents)
         {u"open"_s, [this](const QString& nick) { queries.OpenQuery(nick, {}); }},
         {u"unload"_s, [this](const QString& n) { queries.Queries(n.toInt()).Unload(); }},
         {u"block"_s, [this](const QString& row) { ignored.AddItem(row); }},
+        {u"refuse"_s, [this](const QString&) { mnu_pm_yes.setChecked(true); }},
+        {u"named"_s, [this](const QString& nick) { variables.MyNick = padded(nick); }},
+        {u"password"_s, [this](const QString& text) { login.Text3 = text; }},
+        {u"port"_s, [this](const QString& port) { channel.Text1 = port; }},
         {u"select"_s, [this](const QString& row) { select(row); }},
         {u"answer"_s, [this](const QString& text) { dialogs.answerText = text; }},
         {u"state"_s, [this](const QString& n) { sock.setState(Winsock::State(n.toInt())); }},
@@ -58,6 +68,9 @@ RecordingDesk::RecordingDesk(Winsock* realSock, EventLoop* realEvents)
         {u"rows"_s, [this] { return channel.nicks.rows().join(u' '); }},
         {u"chatters"_s, [this] { return QString::number(room.nicks.ChatterCount()); }},
         {u"records"_s, [this] { return QString::number(room.nicks.NickCount()); }},
+        {u"rooms"_s, [this] { return QString::number(channels.ChannelCount()); }},
+        {u"room"_s, [this]() -> QString { return room.ChannelName + u' ' + room.Tag; }},
+        {u"topic"_s, [this] { return channel.topic.view.runs().chopped(2); }},
         {u"windows"_s, [this] { return QString::number(queries.QueryCount()); }},
         {u"blocked"_s, [this] { return ignored.rows().join(u','); }},
         {u"nick"_s, [this] { return variables.MyNick; }},
@@ -80,6 +93,11 @@ void RecordingDesk::enterRoom(const QString& names)
     hear(u":me!i@h JOIN :#room"_s);
     hear(":server 353 me = #room :"_L1 + names);
     take();
+}
+
+QString RecordingDesk::padded(const QString& text)
+{
+    return text.leftJustified(255, QChar(u'\0'));
 }
 
 QString RecordingDesk::coded(QString markup)
@@ -110,8 +128,8 @@ QStringList RecordingDesk::expected(const QStringList& entries)
     QStringList result;
     for (const QString& entry : entries) {
         const qsizetype bar = entry.indexOf("| "_L1);
-        if (QString(u"<!~"_s).contains(entry.left(1)) && !entry.startsWith("<<"_L1))
-            result.append(entry); // a step of a script
+        if (isStep(entry))
+            result.append(entry.startsWith(u'?') ? coded(entry) : entry);
         else
             result.append(bar < 0 ? coded(entry) : written(entry.left(bar), entry.mid(bar + 2)));
     }
@@ -123,28 +141,52 @@ QStringList RecordingDesk::expected(const QString& lines)
     return expected(lines.isEmpty() ? QStringList() : lines.split(u'\n'));
 }
 
-QStringList RecordingDesk::play(const QString& script)
+void RecordingDesk::meanwhile(const QString& step)
+{
+    if (const QString seen = perform(step); !seen.isEmpty())
+        journal("- ", seen);
+}
+
+bool RecordingDesk::isStep(const QString& line)
+{
+    return u"<!?~"_s.contains(line.left(1)) && !line.isEmpty() && !line.startsWith("<<"_L1);
+}
+
+QString RecordingDesk::perform(const QString& line)
+{
+    const QString step = coded(line.startsWith(u'~') ? line.mid(1) : line);
+    const QString what = step.mid(2);
+    if (step.startsWith(u'<'))
+        hear(what);
+    else if (step.startsWith(u'!'))
+        handlers.run([&] { acts.at(what.section(u' ', 0, 0))(what.section(u' ', 1)); });
+    else
+        return what.section(u'=', 0, 0) + u'=' + looks.at(what.section(u'=', 0, 0))();
+    return {};
+}
+
+QString RecordingDesk::play(const QString& script)
 {
     QStringList went;
     for (const QString& line : script.split(u'\n')) {
-        const bool isQuiet = line.startsWith(u'~');
-        const QString step = coded(isQuiet ? line.mid(1) : line);
-        const QString what = step.mid(2);
-        if (step.startsWith("< "_L1)) {
-            went += line;
-            hear(what);
-        } else if (step.startsWith("! "_L1)) {
-            went += line;
-            handlers.run([&] { acts.at(what.section(u' ', 0, 0))(what.section(u' ', 1)); });
-        } else if (step.startsWith("? "_L1)) {
-            const QString name = what.section(u'=', 0, 0);
-            went += "? "_L1 + name + u'=' + looks.at(name)();
-        } else {
+        if (!isStep(line))
             continue; // what is expected
-        }
+        const bool isQuiet = line.startsWith(u'~');
+        const QString seen = perform(line);
+        went += seen.isEmpty() ? line : "? "_L1 + seen;
         const QStringList done = take();
-        if (!isQuiet && !done.isEmpty())
-            went += done.join(u'\n').split(u'\n');
+        if (!isQuiet)
+            went += done;
     }
-    return went;
+    const auto lines = [](const QStringList& entries) {
+        return entries.join(u'\n').split(u'\n', Qt::SkipEmptyParts);
+    };
+    went = lines(went);
+    const QStringList should = lines(expected(script));
+    for (qsizetype i = 0; i < std::max(went.size(), should.size()); ++i) {
+        if (went.value(i) != should.value(i))
+            return "after "_L1 + went.value(i - 1) + " came "_L1 + went.value(i) + ", not "_L1 +
+                   should.value(i);
+    }
+    return {};
 }

@@ -44,12 +44,13 @@ public:
         channel.nicks.setListIndex(static_cast<int>(channel.nicks.rows().indexOf(row)));
     }
 
-    // Plays a script and gives it back as it went. A line of it is
+    // Plays a script and says where it went another way, or nothing. A line of it is
     //   "< PING x"     a line of the server,
     //   "! error x"    something that happens, one of `acts`,
     //   "? modes=+n"   a look at something, one of `looks`, with what is there,
-    //   or an entry of the journal; a step with "~" before it leaves none.
-    QStringList play(const QString& script);
+    //   or an entry of the journal; a step with "~" before it leaves none. "! onPause STEP" keeps
+    //   a step for the next pause, where a look is an entry: "- modes=+n".
+    QString play(const QString& script);
     std::map<QString, std::function<void(const QString& argument)>> acts;
     std::map<QString, std::function<QString()>> looks;
 
@@ -57,6 +58,7 @@ public:
     // for the control characters.
     static QString written(const QString& view, const QString& markup);
     static QString coded(QString markup);
+    static QString padded(const QString& text); // as the settings give it
     // Entries that begin with a view's name and "| " are markup; all others stay.
     static QStringList expected(const QStringList& entries);
     static QStringList expected(const QString& lines); // an entry a line
@@ -104,4 +106,10 @@ public:
     OwnTextStyle style;
     InputLine inputLine{{variables, style, room, box, connection, writer, dialogs}};
     Interpreter interpreter;
+
+private:
+    static bool isStep(const QString& line);
+    // What a look has seen, else nothing.
+    QString perform(const QString& line);
+    void meanwhile(const QString& step);
 };

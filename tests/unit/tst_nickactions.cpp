@@ -89,7 +89,7 @@ class tst_NickActions : public QObject
 private Q_SLOTS:
     void clicks_data()
     {
-        QTest::addColumn<QString>("script"); // see RecordingDesk::play()
+        QTest::addColumn<QString>("script"); // for RecordingDesk::play()
 
         const auto row = [](const char* name, const QString& script) {
             QTest::newRow(name) << script;
@@ -203,7 +203,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, script);
         Menus menus;
-        QCOMPARE(menus.desk.play(script), RecordingDesk::expected(script));
+        QCOMPARE(menus.desk.play(script), QString());
     }
 
     // A failure behind the box is passed over, and the tick stands before the question.
