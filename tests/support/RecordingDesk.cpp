@@ -46,6 +46,7 @@ RecordingDesk::RecordingDesk(Winsock* realSock, EventLoop* realEvents)
          [this](const QString& step) { events.onPause << [=, this] { meanwhile(step); }; }},
         {u"onYield"_s,
          [this](const QString& step) { events.onYield << [=, this] { meanwhile(step); }; }},
+        {u"arrive"_s, [this](const QString& chunk) { sock.arrive(chunk); }},
         {u"connect"_s, [this](const QString&) { connection.mnu_File_Connect_Click(); }},
         {u"disconnect"_s, [this](const QString&) { connection.mnu_File_Disconnect_Click(); }},
         {u"terminate"_s, [this](const QString&) { connection.mnu_terminate_Click(); }},
@@ -105,7 +106,7 @@ QString RecordingDesk::coded(QString markup)
     constexpr std::pair<QLatin1StringView, QChar> names[]{
         {"{A}"_L1, strAction},    {"{B}"_L1, strBold},    {"{C}"_L1, strColor},
         {"{U}"_L1, strUnderline}, {"{R}"_L1, strReverse}, {"{O}"_L1, secondBold},
-        {"{0}"_L1, QChar(u'\0')},
+        {"{0}"_L1, QChar(u'\0')}, {"{N}"_L1, u'\n'},
     };
     for (const auto& [name, character] : names)
         markup.replace(name, character);

@@ -55,7 +55,7 @@ public:
     std::map<QString, std::function<QString()>> looks;
 
     // What the journal holds after a line with this markup was written: {A} {B} {C} {U} {O} stand
-    // for the control characters.
+    // for the control characters, {N} and {0} for a line feed and code 0.
     static QString written(const QString& view, const QString& markup);
     static QString coded(QString markup);
     static QString padded(const QString& text); // as the settings give it
