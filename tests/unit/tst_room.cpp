@@ -11,248 +11,161 @@ class TestRoom final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void signs_data();
-    void signs();
-    void captions();
-    void renaming();
-    void ranks();
-    void rowWithoutRecord();
-    void recordsOutliveTheSession();
-    void modes_data();
-    void modes();
-    void modesFail();
-    void topicKeys();
-    void topicLock_data();
-    void topicLock();
-};
+    void scenes_data()
+    {
+        QTest::addColumn<QString>("script"); // for RecordingDesk::play()
 
-void TestRoom::signs_data()
-{
-    QTest::addColumn<QString>("nick");
-    QTest::addColumn<QString>("row");
-    QTest::addColumn<QString>("flags"); // isOp, isVoice, isHalfOp
+        const auto scene = [](const char* name, const QString& script) {
+            QTest::newRow(name) << script;
+        };
+        const auto signs = [&](const QString& nick, const QString& row, const QString& ranks) {
+            scene(qPrintable(nick),
+                  "~! add "_L1 % nick % "\n? rows="_L1 % row % "\n? ranks="_L1 % ranks);
+        };
+        signs(u"~alice"_s, u"@alice"_s, u"alice o--"_s); // an owner is an operator
+        signs(u"%alice"_s, u"alice"_s, u"alice --h"_s);  // half of one shows nothing
+        signs(u"+alice"_s, u"+alice"_s, u"alice -v-"_s);
+        signs(u"@+alice"_s, u"@alice"_s, u"alice ov-"_s);
+        signs(u"al+i%ce"_s, u"+alice"_s, u"alice -vh"_s);
+        scene("captions", u"! add\n! add a\ncmdCount= Total Chatters :  [ 1 ]\n! add a\n"
+                          "cmdCount= Total Chatters :  [ 2 ]\n! remove a\n"
+                          "cmdCount= Total Chatters : [ 1 ]\n? rows=a\n! showCount\n"
+                          "cmdCount= Total Chatters :  [ 1 ]\n! showNone\n"
+                          "cmdCount= Total Chatters :  [ 0 ]"_s);
+        // Exact case only; a record without its row does not count down.
+        scene("removing", u"~! add a\n! remove A\n? records=1\n~! clear\n! remove a\n? records=0\n"
+                          "? chatters=1"_s);
+        // In place, flags and all; a change of rank sorts the row afresh.
+        scene("renaming", u"~! add @alice\n~! add bob\n~! add zed\n! rename BOB zzz\n- yes\n"
+                          "! rename alice amy\n- yes\n? rows=@amy zzz zed\n! rank voice zzz 1\n"
+                          "! rank voice zzz 0\n? rows=@amy zed zzz\n! rename nobody x\n- no\n"
+                          "~! clear\n! rename zed ted\n- no\n! has TED\n- yes"_s);
+        scene("ranks", u"~! add @+alice\n! rank op Alice 0\n? rows=@alice\n! rank op alice 0\n"
+                       "? rows=+alice\n! rank helper alice 1\n? ranks=alice -vh\n? rows=+alice\n"
+                       "! rank owner alice 1\n! rank sop alice 1\n? rows=+alice\n"
+                       "! rank voice alice 0\n? rows=&alice\n"
+                       "! rank op alice 1\n? rows=&alice\n? ranks=alice o-h"_s); // "&" is not found
+        const QString bounds = u"FATAL Run-time error '9':\nSubscript out of range\n"_s;
+        scene("row without a record", "! addRow ghost\n! rank op ghost 1\n"_L1 + bounds +
+                                          "? rows=\n! addRow ghost\n! rename ghost x\n"_L1 +
+                                          bounds);
+        // Somebody comes back without a rank, and the oldest record is what is shown.
+        scene("records outlive the session",
+              u"~! enter me @alice\n~! disconnect\n? rows=\n? chatters=0\n~! add alice\n"
+              "? records=3\n? ranks=me --- alice o-- alice o--\n! rank voice alice 1\n"
+              "? rows=@alice"_s);
+        scene("topic keys", u"~! enter me\n! lock\n! down 8\n- 0\n! down 46\n- 0\n! down 37\n- 37\n"
+                            "! press 97\n- 0\n! press 13\n- 0\n! unlock\n! down 8\n- 8\n"
+                            "! press 97\n- 97\n~! topic news{N}\n! press 13\n"
+                            "<< TOPIC #room :news\n- 0"_s); // one line, whatever is in it
+        const auto lock = [&](const char* name, const QString& steps, const char* locked) {
+            scene(name, "~! enter @me bob\n! lock\n"_L1 + steps + "\n? locked="_L1 +
+                            QLatin1StringView(locked));
+        };
+        lock("given +o", u"~< :s MODE #room +o me"_s, "0");
+        lock("losing it", u"! unlock\n~< :s MODE #room -o me"_s, "1");
+        lock("+o of another", u"~< :s MODE #room +o bob"_s, "1");
+        lock("topic arrives", u"! unlock\n~< :s 332 me #room :news"_s, "1");
+        lock("topic changed", u"! unlock\n~< :s TOPIC #room :news"_s, "0");
 
-    QTest::newRow("owner is an operator") << u"~alice"_s << u"@alice"_s << u"o--"_s;
-    QTest::newRow("half-operator shows nothing") << u"%alice"_s << u"alice"_s << u"--h"_s;
-    QTest::newRow("voice") << u"+alice"_s << u"+alice"_s << u"-v-"_s;
-    QTest::newRow("both") << u"@+alice"_s << u"@alice"_s << u"ov-"_s;
-    QTest::newRow("anywhere") << u"al+i%ce"_s << u"+alice"_s << u"-vh"_s;
-}
-
-void TestRoom::signs()
-{
-    QFETCH(QString, nick);
-    RecordingDesk desk;
-    NickList& nicks = desk.room.nicks;
-    nicks.AddNick(nick);
-    const QString flags = QString(nicks.isOp(u"ALICE"_s) ? u'o' : u'-') +
-                          (nicks.isVoice(u"Alice"_s) ? u'v' : u'-') +
-                          (nicks.isHalfOp(u"alice"_s) ? u'h' : u'-');
-    QTEST(flags, "flags");
-    QTEST(desk.channel.nicks.rows().join(u','), "row");
-    QCOMPARE(nicks.GetNick(1), u"alice"_s);
-}
-
-void TestRoom::captions()
-{
-    RecordingDesk desk;
-    NickList& nicks = desk.room.nicks;
-    nicks.AddNick({});
-    QCOMPARE(desk.take(), QStringList());
-    nicks.AddNick(u"a"_s);
-    nicks.AddNick(u"a"_s);
-    nicks.RemoveNick(u"a"_s);
-    nicks.showChatterCount();
-    nicks.showNoChatters();
-    QCOMPARE(desk.take(),
-             RecordingDesk::expected(
-                 "cmdCount= Total Chatters :  [ 1 ]\ncmdCount= Total Chatters :  [ 2 ]\n"
-                 "cmdCount= Total Chatters : [ 1 ]\ncmdCount= Total Chatters :  [ 1 ]\n"
-                 "cmdCount= Total Chatters :  [ 0 ]"));
-    QCOMPARE(desk.channel.nicks.rows(), QStringList{u"a"_s}); // the second of the two
-    nicks.RemoveNick(u"A"_s);
-    QCOMPARE(nicks.NickCount(), 1); // exact case only
-    desk.channel.nicks.Clear();
-    nicks.RemoveNick(u"a"_s);
-    QCOMPARE(nicks.NickCount(), 0);
-    QCOMPARE(nicks.ChatterCount(), 1); // a record without its row does not count down
-    QVERIFY_THROWS_EXCEPTION(RunTimeError, nicks.GetNick(1));
-    QVERIFY_THROWS_EXCEPTION(RunTimeError, nicks.GetNick(0));
-}
-
-void TestRoom::renaming()
-{
-    RecordingDesk desk;
-    NickList& nicks = desk.room.nicks;
-    for (const QString& nick : {u"@alice"_s, u"bob"_s, u"zed"_s})
-        nicks.AddNick(nick);
-    QVERIFY(nicks.ChangeNck(u"BOB"_s, u"zzz"_s)); // in place, flags and all
-    QVERIFY(nicks.ChangeNck(u"alice"_s, u"amy"_s));
-    QCOMPARE(desk.channel.nicks.rows(), RecordingDesk::expected("@amy\nzzz\nzed"));
-    nicks.SetVoice(u"zzz"_s, true);
-    nicks.SetVoice(u"zzz"_s, false); // a change of rank sorts it afresh
-    QCOMPARE(desk.channel.nicks.rows(), RecordingDesk::expected("@amy\nzed\nzzz"));
-    QVERIFY(!nicks.ChangeNck(u"nobody"_s, u"x"_s));
-    desk.channel.nicks.Clear();
-    QVERIFY(!nicks.ChangeNck(u"zed"_s, u"ted"_s));
-    QVERIFY(nicks.InChannel(u"TED"_s)); // the record has changed all the same
-}
-
-void TestRoom::ranks()
-{
-    RecordingDesk desk;
-    NickList& nicks = desk.room.nicks;
-    nicks.AddNick(u"@+alice"_s);
-    nicks.SetOp(u"Alice"_s, false); // exact case only
-    QVERIFY(nicks.isOp(u"alice"_s));
-    nicks.SetOp(u"alice"_s, false);
-    QCOMPARE(desk.channel.nicks.rows(), QStringList{u"+alice"_s});
-    nicks.SetHelper(u"alice"_s, true);
-    QVERIFY(nicks.isHalfOp(u"alice"_s));
-    QCOMPARE(desk.channel.nicks.rows(), QStringList{u"+alice"_s});
-    nicks.SetOwner(u"alice"_s, true);
-    nicks.SetSOp(u"alice"_s, true);
-    QCOMPARE(desk.channel.nicks.rows(), QStringList{u"+alice"_s});
-    nicks.SetVoice(u"alice"_s, false);
-    QCOMPARE(desk.channel.nicks.rows(), QStringList{u"&alice"_s});
-    nicks.SetOp(u"alice"_s, true); // "&" is not taken off a row: it is not found
-    QCOMPARE(desk.channel.nicks.rows(), QStringList{u"&alice"_s});
-    QVERIFY(nicks.isOp(u"alice"_s));
-    QCOMPARE(NickDisplay({u"x"_s, true, false, true, true, true}), u"@x"_s);
-    QCOMPARE(NickDisplay({u"x"_s, true, false, false, false, true}), u"~x"_s);
-}
-
-void TestRoom::rowWithoutRecord()
-{
-    RecordingDesk desk;
-    desk.channel.nicks.AddItem(u"ghost"_s);
-    QVERIFY_THROWS_EXCEPTION(RunTimeError, desk.room.nicks.SetOp(u"ghost"_s, true));
-    QCOMPARE(desk.channel.nicks.rows(), QStringList()); // taken away before the failure
-    desk.channel.nicks.AddItem(u"ghost"_s);
-    QVERIFY_THROWS_EXCEPTION(RunTimeError, desk.room.nicks.ChangeNck(u"ghost"_s, u"x"_s));
-}
-
-void TestRoom::recordsOutliveTheSession()
-{
-    RecordingDesk desk;
-    desk.enterRoom(u"me @alice"_s);
-    desk.connection.mnu_File_Disconnect_Click();
-    QCOMPARE(desk.channel.nicks.rows(), QStringList());
-    QCOMPARE(desk.room.nicks.ChatterCount(), 0);
-    desk.room.nicks.AddNick(u"alice"_s); // comes back without her rank
-    QCOMPARE(desk.room.nicks.NickCount(), 3);
-    QVERIFY(desk.room.nicks.isOp(u"alice"_s));
-    desk.room.nicks.SetVoice(u"alice"_s, true); // shows the oldest record
-    QCOMPARE(desk.channel.nicks.rows(), QStringList{u"@alice"_s});
-}
-
-void TestRoom::modes_data()
-{
-    QTest::addColumn<QStringList>("lines"); // target, blank, letters and parameters
-    QTest::addColumn<QString>("modeText");
-    QTest::addColumn<QString>("rows");
-    QTest::addColumn<QString>("keyAndLimit");
-
-    const auto row = [](const char* name, const QStringList& lines, const char* modeText,
-                        const char* rows = "@me,bob", const char* keyAndLimit = "/0") {
-        QTest::newRow(name) << lines << QString::fromLatin1(modeText) << QString::fromLatin1(rows)
-                            << QString::fromLatin1(keyAndLimit);
-    };
-    row("letters in order of arrival", {u"#room +nt"_s, u"#room +k x"_s, u"#room +n"_s}, "+ntk",
-        "@me,bob", "x/0");
-    row("taken away", {u"#room +nts"_s, u"#room -t"_s}, "+ns");
-    row("the only one", {u"#room +n"_s, u"#room -n"_s}, "");
-    row("case counts", {u"#ROOM +nN"_s}, "+nN");
-    row("ranks in one line", {u"#room +v-o bob me"_s}, "", "+bob,me");
-    row("rank of a stranger", {u"#room +o zed"_s}, "");
-    row("key and limit", {u"#room +ntlk 50 abc"_s}, "+ntlk", "@me,bob", "abc/50");
-    row("and away again", {u"#room +lk 50 abc"_s, u"#room -lk x y"_s}, "");
-    row("ban takes its mask", {u"#room +bv *!*@* bob"_s}, "", "+bob,@me");
-    row("exception does not", {u"#room +ev bob mask"_s}, "+e", "+bob,@me");
-    row("no sign is plus", {u"#room n"_s}, "+n");
-    row("own modes share the table", {u"#room +n"_s, u"me +i"_s, u"me -n"_s}, "+i");
-    row("own mode takes a word, too", {u"me +ol x y"_s}, "+ol");
-    row("stranger", {u"#other +n"_s, u"bob +i"_s}, "");
-    row("bad limit sets nothing", {u"#room +nl many"_s}, "+n");
-}
-
-void TestRoom::modes()
-{
-    QFETCH(QStringList, lines);
-    RecordingDesk desk;
-    desk.enterRoom();
-    for (const QString& line : lines)
-        desk.hear(":server MODE "_L1 + line);
-    QTEST(desk.room.modes.ModeText(), "modeText");
-    QTEST(desk.channel.nicks.rows().join(u','), "rows");
-    const ChannelModes& modes = desk.room.modes;
-    QTEST(QString(modes.ChanKey + u'/' + QString::number(modes.ChanLimit)), "keyAndLimit");
-}
-
-void TestRoom::modesFail()
-{
-    RecordingDesk desk;
-    desk.enterRoom();
-    const std::pair<QString, RunTimeError::Number> failures[]{
-        {u"+o"_s, RunTimeError::Number::SubscriptOutOfRange}, // a nick is missing
-        {u"-l"_s, RunTimeError::Number::SubscriptOutOfRange}, // even this one takes a word
-        {u"+l x"_s, RunTimeError::Number::TypeMismatch},
-        {u"+l 40000"_s, RunTimeError::Number::Overflow},
-    };
-    for (const auto& [text, number] : failures) {
-        try {
-            desk.modeLine.ApplyModeLine(u"#room"_s, text);
-            QFAIL(qPrintable(text));
-        } catch (const RunTimeError& error) {
-            QCOMPARE(error.number(), number);
-        }
+        const auto modes = [&](const char* name, const QStringList& lines, const QString& text,
+                               const QString& rows = u"@me bob"_s,
+                               const QString& keyAndLimit = u" 0"_s) {
+            scene(name, "~! enter @me bob\n~< :s MODE "_L1 % lines.join("\n~< :s MODE "_L1) %
+                            "\n? modes="_L1 % text % "\n? rows="_L1 % rows % "\n? keyAndLimit="_L1 %
+                            keyAndLimit);
+        };
+        modes("letters in order of arrival", {u"#room +nt"_s, u"#room +k x"_s, u"#room +n"_s},
+              u"+ntk"_s, u"@me bob"_s, u"x 0"_s);
+        modes("taken away", {u"#room +nts"_s, u"#room -t"_s}, u"+ns"_s);
+        modes("the only one", {u"#room +n"_s, u"#room -n"_s}, {});
+        modes("case counts", {u"#ROOM +nN"_s}, u"+nN"_s);
+        modes("ranks in one line", {u"#room +v-o bob me"_s}, {}, u"+bob me"_s);
+        modes("half-operator", {u"#room +h bob"_s, u"#room +v bob"_s}, {}, u"+bob @me"_s);
+        modes("rank of a stranger", {u"#room +o zed"_s}, {});
+        modes("key and limit", {u"#room +ntlk 50 abc"_s}, u"+ntlk"_s, u"@me bob"_s, u"abc 50"_s);
+        modes("and away again", {u"#room +lk 50 abc"_s, u"#room -lk x y"_s}, {});
+        modes("ban takes its mask", {u"#room +bv *!*@* bob"_s}, {}, u"+bob @me"_s);
+        modes("exception does not", {u"#room +ev bob mask"_s}, u"+e"_s, u"+bob @me"_s);
+        modes("no sign is plus", {u"#room n"_s}, u"+n"_s);
+        modes("own modes share the table", {u"#room +n"_s, u"me +i"_s, u"me -n"_s}, u"+i"_s);
+        modes("own mode takes a word, too", {u"me +ol x y"_s}, u"+ol"_s);
+        modes("stranger", {u"#other +n"_s, u"bob +i"_s}, {});
+        modes("bad limit sets nothing", {u"#room +nl many"_s}, u"+n"_s);
+        const auto fails = [&](const char* text, const QString& failure) {
+            scene(text,
+                  "~! enter @me bob\n! modes "_L1 + QLatin1StringView(text) + u'\n' + failure);
+        };
+        fails("+o", bounds); // a nick is missing
+        fails("-l", bounds); // even this one takes a word
+        fails("+l x", u"FATAL Run-time error '13':\nType mismatch"_s);
+        fails("+l 40000", u"FATAL Run-time error '6':\nOverflow"_s);
     }
-}
+    void scenes()
+    {
+        QFETCH(QString, script);
+        RecordingDesk desk;
+        NickList& nicks = desk.room.nicks;
+        RichTextBox& field = desk.channel.rtbTopic();
+        const auto yesOrNo = [&](bool yes) { desk.journal("- ", yes ? "yes" : "no"); };
+        const auto act = [&](const QString& name, auto what) {
+            desk.acts[name] = [what](const QString& argument) { what(argument.split(u' ')); };
+        };
+        using Words = const QStringList&;
+        act(u"add"_s, [&](Words words) { nicks.AddNick(words[0]); });
+        act(u"addRow"_s, [&](Words words) { desk.channel.nicks.AddItem(words[0]); });
+        act(u"remove"_s, [&](Words words) { nicks.RemoveNick(words[0]); });
+        act(u"clear"_s, [&](Words) { desk.channel.nicks.Clear(); });
+        act(u"showCount"_s, [&](Words) { nicks.showChatterCount(); });
+        act(u"showNone"_s, [&](Words) { nicks.showNoChatters(); });
+        act(u"rename"_s, [&](Words words) { yesOrNo(nicks.ChangeNck(words[0], words[1])); });
+        act(u"has"_s, [&](Words words) { yesOrNo(nicks.InChannel(words[0])); });
+        act(u"rank"_s, [&](Words words) {
+            static const QHash<QString, void (NickList::*)(const QString&, bool)> setters{
+                {u"op"_s, &NickList::SetOp},
+                {u"voice"_s, &NickList::SetVoice},
+                {u"helper"_s, &NickList::SetHelper},
+                {u"owner"_s, &NickList::SetOwner},
+                {u"sop"_s, &NickList::SetSOp}};
+            (nicks.*setters.value(words[0]))(words[1], words[2] == u'1');
+        });
+        act(u"modes"_s,
+            [&](Words words) { desk.modeLine.ApplyModeLine(u"#room"_s, words.join(u' ')); });
+        act(u"topic"_s, [&](Words words) { field.setText(words[0]); });
+        act(u"lock"_s, [&](Words) { TopicField::setLocked(field, true); });
+        act(u"unlock"_s, [&](Words) { TopicField::setLocked(field, false); });
+        act(u"down"_s,
+            [&](Words words) { desk.journal("- ", desk.topic.KeyDown(words[0].toInt())); });
+        act(u"press"_s,
+            [&](Words words) { desk.journal("- ", desk.topic.KeyPress(words[0].toInt())); });
+        desk.looks[u"locked"_s] = [&] { return QString::number(TopicField::isLocked(field)); };
+        desk.looks[u"ranks"_s] = [&] {
+            QStringList ranks;
+            for (int i = 1; i <= nicks.NickCount(); ++i) {
+                const QString nick = nicks.GetNick(i);
+                const QString other = nick.toUpper(); // whatever the case
+                ranks += {nick, QString(nicks.isOp(other) ? u'o' : u'-') +
+                                    (nicks.isVoice(other) ? u'v' : u'-') +
+                                    (nicks.isHalfOp(other) ? u'h' : u'-')};
+            }
+            return ranks.join(u' ');
+        };
+        desk.looks[u"keyAndLimit"_s] = [&]() -> QString {
+            return desk.room.modes.ChanKey + u' ' + QString::number(desk.room.modes.ChanLimit);
+        };
+        QCOMPARE(desk.play(script), QString());
+    }
 
-void TestRoom::topicKeys()
-{
-    RecordingDesk desk;
-    desk.enterRoom();
-    RichTextBox& field = desk.channel.rtbTopic();
-    field.setText(u"news \r\n"_s);
-    desk.take();
-    TopicField::setLocked(field, true);
-    QCOMPARE(desk.topic.KeyDown(8), 0);
-    QCOMPARE(desk.topic.KeyDown(46), 0);
-    QCOMPARE(desk.topic.KeyDown(37), 37);
-    QCOMPARE(desk.topic.KeyPress('a'), 0);
-    QCOMPARE(desk.topic.KeyPress(13), 0);
-    QCOMPARE(desk.take(), QStringList());
-    TopicField::setLocked(field, false);
-    QCOMPARE(desk.topic.KeyDown(8), 8);
-    QCOMPARE(desk.topic.KeyPress('a'), int('a'));
-    QCOMPARE(desk.topic.KeyPress(13), 0);
-    QCOMPARE(desk.take(), QStringList{u"<< TOPIC #room :news "_s}); // one line, whatever is in it
-}
-
-void TestRoom::topicLock_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<bool>("before");
-    QTest::addColumn<bool>("after");
-
-    QTest::newRow("given +o") << u"MODE #room +o me"_s << true << false;
-    QTest::newRow("losing it") << u"MODE #room -o me"_s << false << true;
-    QTest::newRow("+o of another") << u"MODE #room +o bob"_s << true << true;
-    QTest::newRow("topic arrives") << u"332 me #room :news"_s << false << true;
-    QTest::newRow("topic changed") << u"TOPIC #room :news"_s << false << false;
-}
-
-void TestRoom::topicLock()
-{
-    QFETCH(QString, line);
-    QFETCH(bool, before);
-    RecordingDesk desk;
-    desk.enterRoom();
-    TopicField::setLocked(desk.channel.rtbTopic(), before);
-    desk.hear(":server "_L1 + line);
-    QTEST(TopicField::isLocked(desk.channel.rtbTopic()), "after");
-}
+    void names()
+    {
+        RecordingDesk desk;
+        desk.room.nicks.AddNick(u"a"_s);
+        for (const int index : {0, 2})
+            QVERIFY_THROWS_EXCEPTION(RunTimeError, desk.room.nicks.GetNick(index));
+        QCOMPARE(NickDisplay({u"x"_s, true, false, true, true, true}), u"@x"_s);
+        QCOMPARE(NickDisplay({u"x"_s, true, false, false, false, true}), u"~x"_s);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestRoom)
 #include "tst_room.moc"
