@@ -11,263 +11,57 @@
 
 using namespace Qt::StringLiterals;
 
-// The real socket against a real peer on loopback; each test has an address of its own.
-class TestWinsock final : public QObject
+namespace {
+
+// A socket and the server that it is meant for; what the socket raises, in order.
+struct Pair
 {
-    Q_OBJECT
-
-private Q_SLOTS:
-    void states();
-    void bytes();
-    void refused();
-    void closedByPeerAfterData();
-    void lastLineLeavesBeforeClose();
-    void oneHandlerAtATime();
-    void nothingOfAClosedConnectionIsRaised();
-    void held();
-    void listening();
-    void staleRequest();
-    void secondRequestIsRefused();
-    void identOverTheWire();
-    void flood();
-
-private:
-    // A socket that is connected to a server at this address.
-    struct Pair
+    explicit Pair(const QString& address)
+        : server(address)
     {
-        explicit Pair(const QString& address)
-            : server(address)
-        {
-            sock.RemoteHost = address;
-            sock.RemotePort = 6667;
-        }
-        bool connectBoth()
-        {
-            sock.Connect();
-            return QTest::qWaitFor(
-                [&] { return server.connections() > 0 && sock.state() == Winsock::Connected; });
-        }
+        sock.RemoteHost = address;
+        sock.RemotePort = 6667;
+        QObject::connect(&sock, &Winsock::ConnectEvent, [this] { events << u"connect"_s; });
+        QObject::connect(&sock, &Winsock::CloseEvent, [this] { events << u"close"_s; });
+        QObject::connect(&sock, &Winsock::ErrorEvent, [this](int, const QString& why) {
+            events << (why.isEmpty() ? u"error without a word"_s : u"error"_s);
+        });
+        QObject::connect(&sock, &Winsock::DataArrival, [this] {
+            heard += sock.GetData();
+            if (heard.size() < 10)
+                events << QString::fromUtf8(std::exchange(heard, {}));
+        });
+    }
+    bool connectBoth()
+    {
+        sock.Connect();
+        const bool done = QTest::qWaitFor(
+            [&] { return server.connections() > 0 && sock.state() == Winsock::Connected; });
+        events.clear();
+        return done;
+    }
 
-        ScriptedServer server;
-        TcpWinsock sock;
-    };
+    ScriptedServer server;
+    TcpWinsock sock;
+    QStringList events;
+    QByteArray heard; // what is longer than a word
 };
 
-void TestWinsock::states()
+// A socket that waits for peers.
+struct Listener
 {
-    Pair pair(u"127.9.1.1"_s);
-    QVERIFY(pair.server.isListening());
-    QCOMPARE(pair.sock.state(), Winsock::Closed);
-    QSignalSpy connected(&pair.sock, &Winsock::ConnectEvent);
-    QSignalSpy closed(&pair.sock, &Winsock::CloseEvent);
-    pair.sock.Connect();
-    QVERIFY(pair.sock.state() == Winsock::ResolvingHost ||
-            pair.sock.state() == Winsock::Connecting);
-    QTRY_COMPARE(connected.count(), 1);
-    QCOMPARE(pair.sock.state(), Winsock::Connected);
-    QTRY_COMPARE(pair.server.connections(), 1);
-    pair.server.closePeer();
-    QTRY_COMPARE(closed.count(), 1);
-    QCOMPARE(pair.sock.state(), Winsock::Closing);
-    pair.sock.SendData("into the void"); // no failure
-    pair.sock.Close();
-    QCOMPARE(pair.sock.state(), Winsock::Closed);
-    pair.sock.Close();
-    QCOMPARE(pair.sock.GetData(), QByteArray());
-    QCOMPARE(closed.count(), 1);
-}
-
-void TestWinsock::bytes()
-{
-    Pair pair(u"127.9.1.2"_s);
-    QVERIFY(pair.connectBoth());
-    QByteArray all;
-    for (int byte = 0; byte < 256; ++byte)
-        all += static_cast<char>(byte);
-    QByteArray heard;
-    connect(&pair.sock, &Winsock::DataArrival, this, [&] { heard += pair.sock.GetData(); });
-    pair.server.say(all);
-    QTRY_COMPARE(heard.size(), 256);
-    pair.sock.SendData(heard);
-    QTRY_COMPARE(pair.server.received(), all);
-}
-
-void TestWinsock::refused()
-{
-    Pair pair(u"127.9.1.3"_s);
-    pair.server.stopListening();
-    QSignalSpy failed(&pair.sock, &Winsock::ErrorEvent);
-    QSignalSpy closed(&pair.sock, &Winsock::CloseEvent);
-    QSignalSpy connected(&pair.sock, &Winsock::ConnectEvent);
-    pair.sock.Connect();
-    QTRY_COMPARE(failed.count(), 1);
-    QCOMPARE(pair.sock.state(), Winsock::Failed);
-    QVERIFY(!failed.first().at(1).toString().isEmpty());
-    pair.sock.SendData("nobody hears");
-    ScriptedServer other(u"127.9.1.3"_s, 8867);
-    pair.sock.RemotePort = 8867;
-    pair.sock.Connect(); // the next attempt starts afresh
-    QTRY_COMPARE(connected.count(), 1);
-    QCOMPARE(failed.count(), 1);
-    QCOMPARE(closed.count(), 0);
-}
-
-void TestWinsock::closedByPeerAfterData()
-{
-    Pair pair(u"127.9.1.4"_s);
-    QVERIFY(pair.connectBoth());
-    qsizetype heard = 0;
-    QStringList order;
-    connect(&pair.sock, &Winsock::DataArrival, this, [&] { heard += pair.sock.GetData().size(); });
-    connect(&pair.sock, &Winsock::CloseEvent, this, [&] { order << QString::number(heard); });
-    pair.server.say(QByteArray(1'000'000, 'x')); // more than is read at a time
-    pair.server.closePeer();
-    QTRY_COMPARE(order, QStringList{u"1000000"_s});
-}
-
-void TestWinsock::lastLineLeavesBeforeClose()
-{
-    Pair pair(u"127.9.1.6"_s);
-    QVERIFY(pair.connectBoth());
-    const QByteArray much(4'000'000, 'x'); // more than the system takes at once
-    pair.sock.SendData(much + "\nQUIT :bye\n");
-    pair.sock.Close();
-    QCOMPARE(pair.sock.state(), Winsock::Closed);
-    QTRY_VERIFY(pair.server.received().endsWith("\nQUIT :bye\n"));
-    QTRY_VERIFY(pair.server.peerHasGone());
-}
-
-// Every handler yields while more arrives. What it begins inside itself comes from a box.
-void TestWinsock::oneHandlerAtATime()
-{
-    Pair pair(u"127.9.1.8"_s);
-    QVERIFY(pair.connectBoth());
-    QStringList order;
-    const auto sayAndYield = [&](const char* text) {
-        pair.server.say(text);
-        for (int i = 0; i < 100; ++i) // it must not come in here
-            QCoreApplication::processEvents();
-    };
-    const auto throughABox = [&](const QString& last) {
-        const TcpWinsock::LetThrough box(pair.sock);
-        QTRY_COMPARE(order.last(), last);
-    };
-    const QHash<QString, std::function<void()>> handlers{
-        {u"a"_s,
-         [&] {
-             sayAndYield("b");
-             throughABox(u"d."_s);
-             sayAndYield("e");
-             const TcpWinsock::LetThrough held(pair.sock);
-             const HeldEvents hold(pair.sock);
-             pair.server.closePeer();
-             sayAndYield("");
-         }},
-        {u"b"_s,
-         [&] {
-             sayAndYield("c");
-             throughABox(u"c."_s); // one deeper
-             sayAndYield("d");
-         }},
-    };
-    connect(&pair.sock, &Winsock::DataArrival, this, [&] {
-        const QString piece = QString::fromLatin1(pair.sock.GetData());
-        order << piece;
-        if (const auto handler = handlers.value(piece))
-            handler();
-        order << piece + u'.';
-    });
-    connect(&pair.sock, &Winsock::CloseEvent, this, [&] { order << u"close"_s; });
-    const TcpWinsock::LetThrough around(pair.sock); // outside of a handler: nothing
-    pair.server.say("a");
-    QTRY_COMPARE(order.join(u' '), u"a b c c. b. d d. a. e e. close"_s);
-}
-
-void TestWinsock::nothingOfAClosedConnectionIsRaised()
-{
-    ScriptedServer first(u"127.9.1.9"_s);
-    Pair pair(u"127.9.1.10"_s);
-    pair.sock.RemoteHost = u"127.9.1.9"_s;
-    pair.sock.Connect();
-    QTRY_VERIFY(first.connections() == 1 && pair.sock.state() == Winsock::Connected);
-    QStringList events;
-    connect(&pair.sock, &Winsock::ConnectEvent, this, [&] { events << u"connect"_s; });
-    connect(&pair.sock, &Winsock::CloseEvent, this, [&] { events << u"close"_s; });
-    connect(&pair.sock, &Winsock::ErrorEvent, this, [&] { events << u"error"_s; });
-    connect(&pair.sock, &Winsock::DataArrival, this,
-            [&] { events << QString::fromUtf8(pair.sock.GetData()); });
-    // Data and end of the old connection are on their way when it is replaced.
-    first.say("stale");
-    first.closePeer();
-    QTRY_VERIFY(first.peerHasGone());
-    events.clear();
-    pair.sock.RemoteHost = u"127.9.1.10"_s;
-    pair.sock.Connect();
-    QTRY_COMPARE(pair.server.connections(), 1);
-    pair.server.say("fresh");
-    QTRY_COMPARE(events, (QStringList{u"connect"_s, u"fresh"_s}));
-    // An attempt that is given up is not heard of again.
-    events.clear();
-    pair.sock.RemotePort = 6668; // refused
-    pair.sock.Connect();
-    pair.sock.Close();
-    pair.sock.RemotePort = 6667;
-    pair.sock.Connect();
-    QTRY_COMPARE(events, QStringList{u"connect"_s});
-}
-
-void TestWinsock::held()
-{
-    Pair pair(u"127.9.1.12"_s);
-    QVERIFY(pair.connectBoth());
-    QStringList events;
-    connect(&pair.sock, &Winsock::DataArrival, this,
-            [&] { events << QString::fromUtf8(pair.sock.GetData()); });
-    connect(&pair.sock, &Winsock::CloseEvent, this, [&] { events << u"close"_s; });
+    explicit Listener(const QString& address)
+        : address(address)
     {
-        const HeldEvents hold(pair.sock);
-        pair.server.say("data");
-        pair.server.closePeer();
-        QTRY_VERIFY(pair.server.peerHasGone());
-        QCoreApplication::processEvents();
-        QCOMPARE(events, QStringList());
+        ident.setLocalAddress(QHostAddress(address));
+        ident.LocalPort = 11300;
+        ident.Listen();
     }
-    QTRY_COMPARE(events, (QStringList{u"data"_s, u"close"_s}));
-}
+    void beAskedBy(QTcpSocket& peer) const { peer.connectToHost(address, 11300); }
 
-void TestWinsock::listening()
-{
+    QString address;
     TcpWinsock ident;
-    ident.setLocalAddress(QHostAddress(u"127.9.1.14"_s));
-    ident.LocalPort = 11300;
-    ident.Listen();
-    QCOMPARE(ident.state(), Winsock::Listening);
-    TcpWinsock second;
-    second.setLocalAddress(QHostAddress(u"127.9.1.14"_s));
-    second.LocalPort = 11300;
-    second.Listen(); // somebody else has the port
-    QCOMPARE(second.state(), Winsock::Closed);
-
-    QByteArray heard;
-    connect(&ident, &Winsock::ConnectionRequest, this, [&](qintptr request) {
-        ident.Close(); // the listener; the request outlives it
-        ident.Accept(request);
-        ident.SendData("hello");
-    });
-    connect(&ident, &Winsock::DataArrival, this, [&] { heard += ident.GetData(); });
-    QTcpSocket peer;
-    peer.connectToHost(u"127.9.1.14"_s, 11300);
-    QTRY_COMPARE(ident.state(), Winsock::Connected);
-    QTRY_COMPARE(peer.bytesAvailable(), 5);
-    QCOMPARE(ident.RemotePort, int(peer.localPort()));
-    peer.write("question");
-    QTRY_COMPARE(heard, "question");
-    ident.Close();
-    QTRY_COMPARE(peer.state(), QAbstractSocket::UnconnectedState);
-    QTcpSocket late; // it listens no more
-    late.connectToHost(u"127.9.1.14"_s, 11300);
-    QTRY_COMPARE(late.error(), QAbstractSocket::ConnectionRefusedError);
-}
+};
 
 // Lets something happen right before the queued report of a new peer is handled.
 class BeforeRequest final : public QObject
@@ -292,96 +86,260 @@ private:
     std::function<void()> m_action;
 };
 
-void TestWinsock::staleRequest()
+} // namespace
+
+// The real socket against a real peer on loopback; each test has an address of its own.
+class TestWinsock final : public QObject
 {
-    TcpWinsock ident;
-    ident.setLocalAddress(QHostAddress(u"127.9.1.16"_s));
-    ident.LocalPort = 11300;
-    ident.Listen();
-    QSignalSpy requests(&ident, &Winsock::ConnectionRequest);
-    const BeforeRequest anew([&] {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void states()
+    {
+        Pair pair(u"127.9.1.1"_s);
+        QVERIFY(pair.server.isListening());
+        QCOMPARE(pair.sock.state(), Winsock::Closed);
+        pair.sock.Connect();
+        QVERIFY(pair.sock.state() == Winsock::ResolvingHost ||
+                pair.sock.state() == Winsock::Connecting);
+        QTRY_COMPARE(pair.events, QStringList{u"connect"_s});
+        QCOMPARE(pair.sock.state(), Winsock::Connected);
+        QTRY_COMPARE(pair.server.connections(), 1);
+        pair.server.closePeer();
+        QTRY_COMPARE(pair.events.last(), u"close"_s);
+        QCOMPARE(pair.sock.state(), Winsock::Closing);
+        pair.sock.SendData("into the void"); // no failure
+        pair.sock.Close();
+        QCOMPARE(pair.sock.state(), Winsock::Closed);
+        pair.sock.Close();
+        QCOMPARE(pair.sock.GetData(), QByteArray());
+        QCOMPARE(pair.events.size(), 2);
+    }
+
+    void refused()
+    {
+        Pair pair(u"127.9.1.3"_s);
+        pair.server.stopListening();
+        pair.sock.Connect();
+        QTRY_COMPARE(pair.events, QStringList{u"error"_s});
+        QCOMPARE(pair.sock.state(), Winsock::Failed);
+        pair.sock.SendData("nobody hears");
+        const ScriptedServer other(u"127.9.1.3"_s, 8867);
+        pair.sock.RemotePort = 8867;
+        pair.sock.Connect(); // the next attempt starts afresh
+        QTRY_COMPARE(pair.events, (QStringList{u"error"_s, u"connect"_s}));
+    }
+
+    void everyByteArrives()
+    {
+        QByteArray all;
+        for (int i = 0; i < 4'000'000; ++i) // more than is read, or the system takes, at once
+            all += static_cast<char>(i % 256);
+        Pair pair(u"127.9.1.4"_s);
+        QVERIFY(pair.connectBoth());
+        pair.server.say(all);
+        pair.server.closePeer();
+        QTRY_COMPARE(pair.events, QStringList{u"close"_s});
+        QVERIFY(pair.heard == all);
+
+        Pair sender(u"127.9.1.6"_s);
+        QVERIFY(sender.connectBoth());
+        sender.sock.SendData(all + "QUIT :bye\n");
+        sender.sock.Close();
+        QCOMPARE(sender.sock.state(), Winsock::Closed);
+        QTRY_VERIFY(sender.server.peerHasGone());
+        QVERIFY(sender.server.received() == all + "QUIT :bye\n");
+    }
+
+    // Every handler yields while more arrives. What it begins inside itself comes from a box.
+    void oneHandlerAtATime()
+    {
+        Pair pair(u"127.9.1.8"_s);
+        QVERIFY(pair.connectBoth());
+        pair.sock.disconnect();
+        QStringList order;
+        const auto sayAndYield = [&](const char* text) {
+            pair.server.say(text);
+            for (int i = 0; i < 100; ++i) // it must not come in here
+                QCoreApplication::processEvents();
+        };
+        const auto throughABox = [&](const QString& last) {
+            const TcpWinsock::LetThrough box(pair.sock);
+            QTRY_COMPARE(order.last(), last);
+        };
+        const QHash<QString, std::function<void()>> handlers{
+            {u"a"_s,
+             [&] {
+                 sayAndYield("b");
+                 throughABox(u"d."_s);
+                 sayAndYield("e");
+                 const TcpWinsock::LetThrough held(pair.sock);
+                 const HeldEvents hold(pair.sock);
+                 pair.server.closePeer();
+                 sayAndYield("");
+             }},
+            {u"b"_s,
+             [&] {
+                 sayAndYield("c");
+                 throughABox(u"c."_s); // one deeper
+                 sayAndYield("d");
+             }},
+        };
+        connect(&pair.sock, &Winsock::DataArrival, this, [&] {
+            const QString piece = QString::fromLatin1(pair.sock.GetData());
+            order << piece;
+            if (const auto handler = handlers.value(piece))
+                handler();
+            order << piece + u'.';
+        });
+        connect(&pair.sock, &Winsock::CloseEvent, this, [&] { order << u"close"_s; });
+        const TcpWinsock::LetThrough around(pair.sock); // outside of a handler: nothing
+        pair.server.say("a");
+        QTRY_COMPARE(order.join(u' '), u"a b c c. b. d d. a. e e. close"_s);
+    }
+
+    void nothingOfAClosedConnectionIsRaised()
+    {
+        ScriptedServer first(u"127.9.1.9"_s);
+        Pair pair(u"127.9.1.10"_s);
+        pair.sock.RemoteHost = u"127.9.1.9"_s;
+        pair.sock.Connect();
+        QTRY_VERIFY(first.connections() == 1 && pair.sock.state() == Winsock::Connected);
+        // Data and end of the old connection are on their way when it is replaced.
+        first.say("stale");
+        first.closePeer();
+        QTRY_VERIFY(first.peerHasGone());
+        pair.events.clear();
+        pair.sock.RemoteHost = u"127.9.1.10"_s;
+        pair.sock.Connect();
+        QTRY_COMPARE(pair.server.connections(), 1);
+        pair.server.say("fresh");
+        QTRY_COMPARE(pair.events, (QStringList{u"connect"_s, u"fresh"_s}));
+        // An attempt that is given up is not heard of again.
+        pair.events.clear();
+        pair.sock.RemotePort = 6668; // refused
+        pair.sock.Connect();
+        pair.sock.Close();
+        pair.sock.RemotePort = 6667;
+        pair.sock.Connect();
+        QTRY_COMPARE(pair.events, QStringList{u"connect"_s});
+    }
+
+    void held()
+    {
+        Pair pair(u"127.9.1.12"_s);
+        QVERIFY(pair.connectBoth());
+        {
+            const HeldEvents hold(pair.sock);
+            pair.server.say("data");
+            pair.server.closePeer();
+            QTRY_VERIFY(pair.server.peerHasGone());
+            QCoreApplication::processEvents();
+            QCOMPARE(pair.events, QStringList());
+        }
+        QTRY_COMPARE(pair.events, (QStringList{u"data"_s, u"close"_s}));
+    }
+
+    void listening()
+    {
+        Listener listener(u"127.9.1.14"_s);
+        TcpWinsock& ident = listener.ident;
+        QCOMPARE(ident.state(), Winsock::Listening);
+        // Somebody else has the port.
+        QCOMPARE(Listener(u"127.9.1.14"_s).ident.state(), Winsock::Closed);
+        QByteArray heard;
+        int requests = 0;
+        connect(&ident, &Winsock::ConnectionRequest, this, [&](qintptr request) {
+            ++requests;
+            ident.Close(); // the listener; the request outlives it
+            ident.Accept(request);
+            ident.SendData("hello");
+        });
+        connect(&ident, &Winsock::DataArrival, this, [&] { heard += ident.GetData(); });
+        // Both stand before the door when it is looked at for the first time.
+        QTcpSocket peers[2];
+        for (QTcpSocket& peer : peers)
+            listener.beAskedBy(peer);
+        QTRY_COMPARE(peers[0].bytesAvailable() + peers[1].bytesAvailable(), 5);
+        QTcpSocket& peer = peers[peers[0].bytesAvailable() ? 0 : 1];
+        QTcpSocket& other = peers[&peer == peers ? 1 : 0];
+        QTRY_COMPARE(other.state(), QAbstractSocket::UnconnectedState);
+        QCOMPARE(requests, 1);
+        QCOMPARE(ident.state(), Winsock::Connected);
+        QCOMPARE(ident.RemotePort, int(peer.localPort()));
+        peer.write("question");
+        QTRY_COMPARE(heard, "question");
         ident.Close();
-        ident.Listen();
-    });
-    QTcpSocket peer;
-    peer.connectToHost(u"127.9.1.16"_s, 11300);
-    QTRY_VERIFY(anew.done());
-    QTRY_COMPARE(peer.state(), QAbstractSocket::UnconnectedState); // it died with its listener
-    QCOMPARE(requests.count(), 0);
-    QCOMPARE(ident.state(), Winsock::Listening);
-    QTcpSocket next;
-    next.connectToHost(u"127.9.1.16"_s, 11300);
-    QTRY_COMPARE(requests.count(), 1);
-}
+        QTRY_COMPARE(peer.state(), QAbstractSocket::UnconnectedState);
+        listener.beAskedBy(other); // it listens no more
+        QTRY_COMPARE(other.error(), QAbstractSocket::ConnectionRefusedError);
+    }
 
-void TestWinsock::secondRequestIsRefused()
-{
-    TcpWinsock ident;
-    ident.setLocalAddress(QHostAddress(u"127.9.1.17"_s));
-    ident.LocalPort = 11300;
-    ident.Listen();
-    QTcpSocket first;
-    QTcpSocket second;
-    // Both stand before the door when it is looked at for the first time.
-    first.connectToHost(u"127.9.1.17"_s, 11300);
-    second.connectToHost(u"127.9.1.17"_s, 11300);
-    int requests = 0;
-    connect(&ident, &Winsock::ConnectionRequest, this, [&](qintptr request) {
-        ++requests;
-        ident.Close();
-        ident.Accept(request);
-        ident.SendData("one");
-    });
-    QTRY_COMPARE(first.bytesAvailable() + second.bytesAvailable(), 3);
-    QTRY_VERIFY(first.state() == QAbstractSocket::UnconnectedState ||
-                second.state() == QAbstractSocket::UnconnectedState);
-    QCOMPARE(requests, 1);
-}
+    void staleRequest()
+    {
+        Listener listener(u"127.9.1.16"_s);
+        TcpWinsock& ident = listener.ident;
+        QSignalSpy requests(&ident, &Winsock::ConnectionRequest);
+        const BeforeRequest anew([&] {
+            ident.Close();
+            ident.Listen();
+        });
+        QTcpSocket peer;
+        listener.beAskedBy(peer);
+        QTRY_VERIFY(anew.done());
+        QTRY_COMPARE(peer.state(), QAbstractSocket::UnconnectedState); // it died with its listener
+        QCOMPARE(requests.count(), 0);
+        QCOMPARE(ident.state(), Winsock::Listening);
+        QTcpSocket next;
+        listener.beAskedBy(next);
+        QTRY_COMPARE(requests.count(), 1);
+    }
 
-void TestWinsock::identOverTheWire()
-{
-    TcpWinsock ident;
-    ident.setLocalAddress(QHostAddress(u"127.9.1.18"_s));
-    ident.LocalPort = 11300;
-    RecordingDesk desk;
-    QtEventLoop events;
-    const IdentResponder responder({desk.variables, desk.mainView, events, ident}, desk.handlers);
-    ident.Listen();
-    QTcpSocket asker;
-    asker.connectToHost(u"127.9.1.18"_s, 11300);
-    asker.write("46887, 6667\r\n");
-    QTRY_COMPARE(asker.state(), QAbstractSocket::UnconnectedState);
-    const QByteArray answer = asker.readAll();
-    QCOMPARE(answer, "11300, " + QByteArray::number(ident.RemotePort) +
-                         " : USERID : UNIX : QHM\r\n46887, 6667 : USERID : UNIX : QHM");
-    QCOMPARE(ident.state(), Winsock::Closed);
-}
+    void identOverTheWire()
+    {
+        Listener listener(u"127.9.1.18"_s);
+        TcpWinsock& ident = listener.ident;
+        RecordingDesk desk;
+        QtEventLoop events;
+        const IdentResponder responder({desk.variables, desk.mainView, events, ident},
+                                       desk.handlers);
+        QTcpSocket asker;
+        listener.beAskedBy(asker);
+        asker.write("46887, 6667\r\n");
+        QTRY_COMPARE(asker.state(), QAbstractSocket::UnconnectedState);
+        QCOMPARE(asker.readAll(), "11300, " + QByteArray::number(ident.RemotePort) +
+                                      " : USERID : UNIX : QHM\r\n"
+                                      "46887, 6667 : USERID : UNIX : QHM");
+        QCOMPARE(ident.state(), Winsock::Closed);
+    }
 
-// One line a segment, faster than they are handled: nothing is lost, handled twice or overtaken.
-void TestWinsock::flood()
-{
-    constexpr int count = 100'000;
-    TcpWinsock sock;
-    QtEventLoop events;
-    RecordingDesk desk(&sock, &events);
-    ScriptedServer server(u"127.9.1.20"_s);
-    sock.RemoteHost = u"127.9.1.20"_s;
-    sock.RemotePort = 6667;
-    int next = 0;
-    desk.connection.setInterpreter([&](const QString& line) {
-        events.DoEvents();
-        if (!line.isEmpty())
-            next = line.toInt() == next ? next + 1 : count + 1;
-    });
-    sock.Connect();
-    QTRY_COMPARE(server.connections(), 1);
-    for (int i = 0; i < count; ++i)
-        server.say(QByteArray::number(i) + '\n');
-    server.closePeer();
-    QSignalSpy closed(&sock, &Winsock::CloseEvent);
-    QTRY_COMPARE_WITH_TIMEOUT(closed.count(), 1, 60'000);
-    QCOMPARE(next, count);
-}
+    // One line a segment, faster than they are handled: nothing is lost, handled twice or
+    // overtaken.
+    void flood()
+    {
+        constexpr int count = 100'000;
+        TcpWinsock sock;
+        QtEventLoop events;
+        RecordingDesk desk(&sock, &events);
+        ScriptedServer server(u"127.9.1.20"_s);
+        sock.RemoteHost = u"127.9.1.20"_s;
+        sock.RemotePort = 6667;
+        int next = 0;
+        desk.connection.setInterpreter([&](const QString& line) {
+            events.DoEvents();
+            if (!line.isEmpty())
+                next = line.toInt() == next ? next + 1 : count + 1;
+        });
+        sock.Connect();
+        QTRY_COMPARE(server.connections(), 1);
+        for (int i = 0; i < count; ++i)
+            server.say(QByteArray::number(i) + '\n');
+        server.closePeer();
+        QSignalSpy closed(&sock, &Winsock::CloseEvent);
+        QTRY_COMPARE_WITH_TIMEOUT(closed.count(), 1, 60'000);
+        QCOMPARE(next, count);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestWinsock)
 #include "tst_winsock.moc"
