@@ -71,6 +71,7 @@ public:
     {
         lastSent = bytes;
         const QString text = QString::fromUtf8(bytes);
+        sent += text.chopped(1);
         const bool isLine = text.endsWith(u'\n') && text.count(u'\n') == 1 && !text.contains(u'\r');
         if (isLine)
             m_journal("<< ", text.chopped(1));
@@ -80,6 +81,7 @@ public:
     void setEventsHeld(bool held) override { log(held ? ".hold" : ".release"); }
 
     QByteArray lastSent;
+    QStringList sent; // without the last character
 
     // What the network does.
     void arrive(const QString& data) { arrive(data.toUtf8()); }

@@ -10,35 +10,6 @@ class TestConnection final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void framing_data()
-    {
-        QTest::addColumn<QStringList>("chunks");
-        QTest::addColumn<QString>("pieces"); // of each chunk, "|" between, "/" behind each chunk
-
-        QTest::newRow("two lines") << QStringList{u"a\nb\n"_s} << u"a|b|/"_s;
-        QTest::newRow("CR stays") << QStringList{u"a\r\nb\r\n"_s} << u"a\r|b\r|/"_s;
-        QTest::newRow("in the middle") << QStringList{u"a"_s, u"b\n"_s} << u"/ab|/"_s;
-        QTest::newRow("complete lines wait") << QStringList{u"a\nb"_s, u"c\n"_s} << u"/a|bc|/"_s;
-        QTest::newRow("between CR and LF") << QStringList{u"a\r"_s, u"\nb\n"_s} << u"a\r/|b|/"_s;
-        QTest::newRow("CR alone frames, LF alone splits")
-            << QStringList{u"a\rb\r"_s} << u"a\rb\r/"_s;
-    }
-
-    void framing()
-    {
-        QFETCH(QStringList, chunks);
-        RecordingDesk desk;
-        desk.sock.setState(Winsock::Connected);
-        QString pieces;
-        QStringList ofChunk;
-        desk.connection.setInterpreter([&](const QString& line) { ofChunk += line; });
-        for (const QString& chunk : chunks) {
-            desk.sock.arrive(chunk);
-            pieces += std::exchange(ofChunk, {}).join(u'|') + u'/';
-        }
-        QTEST(pieces, "pieces");
-    }
-
     void letters_data()
     {
         QTest::addColumn<QString>("charset");
@@ -93,6 +64,14 @@ private Q_SLOTS:
         const auto scene = [](const char* name, const QString& script) {
             QTest::newRow(name) << script;
         };
+        // What ends with the last chunk is taken apart at its line feeds.
+        const QString lines = u"! state 7\n! listLines\n"_s;
+        scene("two lines", lines + u"! arrive a{N}b{N}\n- a\n- b"_s);
+        scene("CR stays", lines + u"! arrive a\r{N}b\r{N}\n- a\r\n- b\r"_s);
+        scene("in the middle", lines + u"! arrive a\n! arrive b{N}\n- ab"_s);
+        scene("complete lines wait", lines + u"! arrive a{N}b\n! arrive c{N}\n- a\n- bc"_s);
+        scene("between CR and LF", lines + u"! arrive a\r\n- a\r\n! arrive {N}b{N}\n- b"_s);
+        scene("CR alone frames", lines + u"! arrive a\rb\r\n- a\rb\r"_s);
         scene("buffer survives a reconnect",
               u"~! register\n! arrive PING ol\n~! closed\n~! connect\n~! connected\n"
               "! arrive d x{N}PING new{N}\n<< PONG :old\n<< PONG :new"_s);
@@ -173,6 +152,57 @@ private Q_SLOTS:
               u"~! register\n~! open a\n~! open b\n~! open c\n~! unload 2\n? yields=4\n"
               "! terminate\n<< QUIT :gone\nident.Close\nsock.Close\nunloadSmallForms\n"
               "Query1.Unload\nQuery3.Unload\nEnd\n? yields=20"_s);
+        // On its own port, every time; a nick that is cut is the one from then on.
+        scene("network of today",
+              u"! server ircs://irc.example:7000{0}\n! password secret\n~! connect\n"
+              "? attempt=irc.example:7000 by TLS\n~! error x\n~! awaitRetry\n"
+              "? attempt=irc.example:7000 by TLS\n? port=8867\n~! connected\n"
+              "? sent=CAP LS 302\r|NICK typed\r|USER PC1Clien 0 * :A B\r\n"
+              "~! arrive :s CAP * LS :a{N}:s 001 type :Welcome{N}:s 002 type :Your host{N}\n"
+              "? sent=CAP END\r|MODE type +i\r|JOIN #room\r|PRIVMSG NickServ :IDENTIFY secret\r\n"
+              "~! disconnect\n? sent=QUIT gone\r\n"
+              // Without TLS a password is for the nickname service alone.
+              "! server irc://[::1]\n~! connect\n? attempt=::1:6667\n~! connected\n"
+              "? sent=NICK typed\r|USER PC1Clien 0 * :A B\r"_s);
+        const QString silent = u"irc.example ended the connection without a word. It may take TLS "
+                               "only: the address is ircs://irc.example:6697 then."_s;
+        // And nothing of it stands before what the next one says.
+        scene(
+            "no server of lines",
+            "! server irc://irc.example:6697\n~! connect\n~! connected\n"
+            "? sent=NICK typed\r|USER PC1Clien 0 * :A B\r\n~! arrive \x15\x03\x01\n! closed\n"_L1 +
+                QString(failed)
+                    .replace("Refused"_L1, silent)
+                    .remove("! error "_L1 + silent + u'\n') +
+                u"? retrying=1\n~! connect\n~! connected\n~! arrive PING x{N}\n"
+                "? sent=NICK typed\r|USER PC1Clien 0 * :A B\r|PONG x\r"_s);
+        const QString wrong = ServerAddress::parse(u"http://irc.example"_s).error;
+        // Given up at once, it is not told.
+        scene(
+            "wrong address",
+            "! server http://irc.example\n! connect\n"_L1 +
+                attempt("6667").remove("sock.Connect irc.example:6667\n"_L1) +
+                "! awaitFailure\n"_L1 +
+                QString(failed).replace("Refused"_L1, wrong).remove("! error "_L1 + wrong + u'\n') +
+                u"? retrying=1\n~! connect\n~! connect\n! processEvents\n? retrying=0"_s);
+
+        const QString asked = u"! ask\nident.Close\nident.Accept 7\n"
+                              "ident.SendData 113, 40001 : USERID : UNIX : QHM{0}\r\n"_s;
+        const QString answer = u" : USERID : UNIX : QHM"_s;
+        const auto ident = [&](const char* name, const QString& question, const QString& told) {
+            scene(name, "! identName QHM{0}\n! onYield ! question "_L1 + question + u'\n' + asked +
+                            told + "ident.Close\n? yields=500"_L1);
+        };
+        ident("ident, nothing asked", {}, {});
+        ident("ident", u"46887, 6667\r{N}"_s,
+              u"DataIn| *** IDENT : 46887, 6667\nident.SendData 46887, 6667"_s + answer +
+                  u"{0}\nDataIn| *** IDENT reply : 46887, 6667"_s + answer + u"\nident.Close\n"_s);
+        ident("ident, a comma and a blank", u", "_s,
+              u"DataIn| *** IDENT : \nident.SendData "_s + answer +
+                  u"{0}\nDataIn| *** IDENT reply : "_s + answer + u"\nident.Close\n"_s);
+        const QString endless = u"{B}"_s + QString(40000, u'1') + u", 2"_s; // too long to be shown
+        ident("ident, endless", endless + u"\r{N}"_s,
+              "ident.SendData "_L1 + endless + answer + u"{0}\nident.Close\n"_s);
         scene("ident fails", u"! identError Refused\nDataIn| {C}04IDENT Error {C}Refused"_s);
     }
     void scenes()
@@ -193,132 +223,33 @@ private Q_SLOTS:
         desk.acts[u"awaitRetry"_s] = [&](const QString&) {
             QTRY_VERIFY(!desk.connection.isWaitingToRetry());
         };
+        desk.acts[u"awaitFailure"_s] = [&](const QString&) {
+            QTRY_VERIFY(desk.connection.isWaitingToRetry());
+        };
+        desk.acts[u"processEvents"_s] = [](const QString&) { QCoreApplication::processEvents(); };
+        desk.acts[u"listLines"_s] = [&](const QString&) {
+            desk.connection.setInterpreter([&](const QString& line) {
+                if (!line.isEmpty())
+                    desk.journal("- ", line);
+            });
+        };
+        desk.acts[u"identName"_s] = [&](const QString& name) { variables.IdentName = name; };
+        desk.acts[u"ask"_s] = [&](const QString&) {
+            desk.ident.RemotePort = 40001;
+            Q_EMIT desk.ident.ConnectionRequest(7);
+        };
+        desk.acts[u"question"_s] = [&](const QString& text) { desk.ident.arrive(text); };
+        desk.looks[u"attempt"_s] = [&]() -> QString {
+            return desk.sock.RemoteHost + u':' + QString::number(desk.sock.RemotePort) +
+                   (desk.sock.Tls ? " by TLS"_L1 : ""_L1);
+        };
+        desk.looks[u"sent"_s] = [&] { return std::exchange(desk.sock.sent, {}).join(u'|'); };
         desk.acts[u"identError"_s] = [&](const QString& why) {
             Q_EMIT desk.ident.ErrorEvent(1, why);
         };
         desk.looks[u"ident"_s] = [&] { return QString::number(desk.ident.state()); };
         desk.looks[u"yields"_s] = [&] { return QString::number(desk.events.yields); };
         QCOMPARE(desk.play(script), QString());
-    }
-
-    void networkOfToday()
-    {
-        RecordingDesk desk;
-        desk.connection.setRetryInterval(1);
-        desk.variables.ServerHost = RecordingDesk::padded(u"ircs://irc.example:7000"_s);
-        desk.login.Text3 = u"secret"_s;
-        const auto entries = [&](const char* head) {
-            return desk.take().filter(QLatin1StringView(head));
-        };
-        desk.connection.mnu_File_Connect_Click();
-        QCOMPARE(entries("sock.Connect"), QStringList{u"sock.Connect irc.example:7000 by TLS"_s});
-        Q_EMIT desk.sock.ErrorEvent(1, u"x"_s);
-        desk.take();
-        QStringList attempts; // on its own port, every one of them
-        QTRY_COMPARE(attempts += entries("sock.Connect"),
-                     QStringList{u"sock.Connect irc.example:7000 by TLS"_s});
-        desk.sock.beConnected();
-        QCOMPARE(entries("sock.SendData"),
-                 (QStringList{u"sock.SendData CAP LS 302\r\n"_s, u"sock.SendData NICK typed\r\n"_s,
-                              u"sock.SendData USER PC1Clien 0 * :A B\r\n"_s}));
-        // Lines of this conversation are nobody else's; a nick that is cut is the one from then on.
-        desk.sock.arrive(u":s CAP * LS :a\n:s 001 type :Welcome\n:s 002 type :Your host\n"_s);
-        QStringList sent = entries("sock.SendData");
-        QCOMPARE(sent.takeFirst(), u"sock.SendData CAP END\r\n"_s);
-        QCOMPARE(sent.takeFirst(), u"sock.SendData MODE type +i\r\n"_s);
-        QCOMPARE(sent.takeLast(), u"sock.SendData PRIVMSG NickServ :IDENTIFY secret\r\n"_s);
-        // Without TLS a password is for the nickname service alone.
-        desk.connection.mnu_File_Disconnect_Click();
-        QCOMPARE(entries("sock.SendData").last(), u"sock.SendData QUIT gone\r\n"_s);
-        desk.variables.ServerHost = u"irc://[::1]"_s;
-        desk.connection.mnu_File_Connect_Click();
-        QCOMPARE(entries("sock.Connect"), QStringList{u"sock.Connect ::1:6667"_s});
-        desk.sock.beConnected();
-        QVERIFY(entries("CAP").isEmpty());
-    }
-
-    void noServerOfLines()
-    {
-        RecordingDesk desk;
-        desk.variables.ServerHost = u"irc://irc.example:6697"_s;
-        desk.connection.mnu_File_Connect_Click();
-        desk.sock.beConnected();
-        desk.sock.arrive(QByteArray("\x15\x03\x01"));
-        desk.take();
-        Q_EMIT desk.sock.CloseEvent();
-        const QString told = desk.take().join(u'\n');
-        QVERIFY2(told.contains("ircs://irc.example:6697"_L1), qPrintable(told));
-        QVERIFY(told.contains("ERROR : "_L1) && desk.connection.isWaitingToRetry());
-        desk.connection.mnu_File_Connect_Click();
-        desk.sock.beConnected();
-        desk.take();
-        desk.sock.arrive(u"PING x\n"_s); // and nothing of the other server stands before it
-        QCOMPARE(desk.take(), QStringList{u"sock.SendData PONG x\r\n"_s});
-    }
-
-    void wrongAddress()
-    {
-        RecordingDesk desk;
-        desk.variables.ServerHost = RecordingDesk::padded(u"http://irc.example"_s);
-        desk.connection.mnu_File_Connect_Click();
-        QString journal = desk.take().join(u'\n');
-        QVERIFY(journal.contains("Login.locked=true"_L1));
-        QVERIFY(!journal.contains("sock.Connect"_L1));
-        QTRY_VERIFY(desk.connection.isWaitingToRetry());
-        journal = desk.take().join(u'\n');
-        QVERIFY2(journal.contains("ERROR : \"http://\""_L1), qPrintable(journal));
-        QVERIFY(!journal.contains("sock.SendData"_L1) && journal.contains("Login.locked=false"_L1));
-        // Given up at once, it is not told.
-        desk.connection.mnu_File_Connect_Click();
-        desk.connection.mnu_File_Connect_Click();
-        desk.take();
-        QCoreApplication::processEvents();
-        QCOMPARE(desk.take(), QStringList());
-    }
-
-    void ident_data()
-    {
-        QTest::addColumn<QString>("question");
-        QTest::addColumn<QStringList>("answers");
-
-        const QString name = RecordingDesk::padded(u"QHM"_s);
-        QTest::newRow("says nothing") << QString() << QStringList();
-        QTest::newRow("pair with a blank")
-            << u"46887, 6667\r\n"_s
-            << QStringList{u"DataIn| *** IDENT : 46887, 6667"_s,
-                           "ident.SendData 46887, 6667 : USERID : UNIX : "_L1 + name,
-                           u"DataIn| *** IDENT reply : 46887, 6667 : USERID : UNIX : QHM"_s,
-                           u"ident.Close"_s};
-        const QString styled = u'\x02' + QString(40000, u'1');
-        QTest::newRow("too long to be shown")
-            << styled + ", 2\r\n"_L1
-            << QStringList{"ident.SendData "_L1 + styled + ", 2 : USERID : UNIX : "_L1 + name,
-                           u"ident.Close"_s};
-        QTest::newRow("anything with a comma and a blank")
-            << u", "_s
-            << QStringList{u"DataIn| *** IDENT : "_s,
-                           "ident.SendData  : USERID : UNIX : "_L1 + name,
-                           u"DataIn| *** IDENT reply :  : USERID : UNIX : QHM"_s, u"ident.Close"_s};
-    }
-
-    void ident()
-    {
-        QFETCH(QString, question);
-        QFETCH(QStringList, answers);
-        RecordingDesk desk;
-        desk.variables.IdentName = RecordingDesk::padded(u"QHM"_s);
-        desk.ident.RemotePort = 40001;
-        if (!question.isEmpty())
-            desk.events.onYield << [] {} << [&] { desk.ident.arrive(question); };
-        Q_EMIT desk.ident.ConnectionRequest(7);
-        const QStringList journal = desk.take();
-        QCOMPARE(journal.mid(0, 3), (QStringList{u"ident.Close"_s, u"ident.Accept 7"_s,
-                                                 "ident.SendData 113, 40001 : USERID : UNIX : "_L1 +
-                                                     desk.variables.IdentName + "\r\n"_L1}));
-        QCOMPARE(journal.last(), u"ident.Close"_s);
-        const QStringList between = journal.mid(3, journal.size() - 4);
-        QCOMPARE(between, RecordingDesk::expected(answers));
-        QCOMPARE(desk.events.yields, 500);
     }
 };
 
