@@ -74,7 +74,17 @@ QByteArray manyNames(int count)
     return lines;
 }
 
+// Each puts all of a private conversation into the room: one that just fits into a coded line.
+QByteArray manyActions()
+{
+    const QByteArray told = ":bob!u@h PRIVMSG bench :";
+    const QByteArray words = told + QByteArray("some words of usual length ").repeated(15) + "\r\n";
+    const QByteArray action = told + '\x01' + "ACTION waves\x01\r\n";
+    return words.repeated(75) + action.repeated(3000);
+}
+
 const Attack attacks[]{
+    {"actions-3000-of-30kB"_L1, manyActions},
     {"one-smiley-1MB"_L1,
      []() -> QByteArray {
          return ":s 002 bench :x" + QByteArray(":)").repeated(500'000) + "\r\n";

@@ -33,6 +33,25 @@ QString PackedText::mid(qsizetype from, qsizetype length) const
     return text;
 }
 
+bool PackedText::beginsWith(QStringView text) const
+{
+    return read(0, text.size(), [text](const auto* kept, qsizetype) {
+        return std::equal(
+            text.utf16(), text.utf16() + text.size(), kept, [](char16_t c, auto keptAs) {
+                return sizeof keptAs == 1 && keptAs == 0 ? c == placeholder : c == keptAs;
+            });
+    });
+}
+
+qsizetype PackedText::bytes() const
+{
+    return std::visit(
+        [](const auto& text) {
+            return static_cast<qsizetype>(text.capacity() * sizeof(text.front()));
+        },
+        m_text);
+}
+
 void PackedText::replace(qsizetype from, qsizetype length, QStringView text)
 {
     const char16_t* begin = text.utf16();

@@ -12,6 +12,8 @@ class PackedText final
 public:
     qsizetype size() const;
     QString mid(qsizetype from, qsizetype length) const;
+    bool beginsWith(QStringView text) const; // which is not longer
+    qsizetype bytes() const;                 // of memory
     void replace(qsizetype from, qsizetype length, QStringView text);
     void append(QStringView text);
     void append(const PackedText& text);

@@ -77,6 +77,8 @@ class ChatTextTest final : public QObject
 
 private Q_SLOTS:
     void behavesLikePlainText();
+    void copiesCostAReference_data();
+    void copiesCostAReference();
     void movesPositionsWithTheText_data();
     void movesPositionsWithTheText();
     void heightsSumUp();
@@ -95,6 +97,8 @@ void ChatTextTest::behavesLikePlainText()
                              u"\n"_s,
                              u"a\nb\n"_s,
                              u"short line\n"_s.repeated(700),
+                             u"short line\n"_s.repeated(900) + u"x"_s,
+                             u"short line\n"_s.repeated(30) + u"\u05d0\n"_s,
                              u"\u20ac \u05d0\n"_s,
                              {},
                              u"x"_s.repeated(3000),
@@ -128,6 +132,52 @@ void ChatTextTest::behavesLikePlainText()
     text.replace(0, text.length(), {}, {});
     QCOMPARE(text.lineCount(), 1);
     QCOMPARE(text.offsetLength(), 0);
+}
+
+void ChatTextTest::copiesCostAReference_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("conversations"); // in turn
+    QTest::addColumn<int>("growsEvery");
+    QTest::newRow("the same again") << u"some words of it"_s << 1 << 1000;
+    QTest::newRow("wide") << u"\u0441\u043b\u043e\u0432\u043e"_s << 1 << 1000;
+    QTest::newRow("growing") << u"some words of it"_s << 1 << 3;
+    QTest::newRow("several in turn") << u"some words of it"_s << 9 << 7;
+}
+
+// As a private conversation is put into the room, once and again.
+void ChatTextTest::copiesCostAReference()
+{
+    QFETCH(QString, line);
+    QFETCH(int, conversations);
+    QFETCH(int, growsEvery);
+    constexpr int copies = 300;
+    const auto saying = [&](int nick) { return u"<n%1> %2\n"_s.arg(nick).arg(line); };
+    QStringList said;
+    for (int i = 0; i < conversations; ++i)
+        said += u"Chat Started\n"_s + saying(i).repeated(600);
+    ChatText text;
+    QString expected;
+    qsizetype once = 0;
+    for (int i = 0; i < copies; ++i) {
+        QString& one = said[i % conversations];
+        if (i % growsEvery == growsEvery - 1)
+            one += saying(i);
+        for (const QString& piece : QStringList{u'<' + one + "> "_L1, u"waves \n"_s}) {
+            text.replace(text.length(), 0, piece, {});
+            expected += piece;
+        }
+        if (i == conversations)
+            once = text.bytes();
+    }
+    QVERIFY2(text.bytes() < 3 * once + copies * 600, qPrintable(QString::number(text.bytes())));
+    QVERIFY(text.text(0, text.length()) == expected);
+    // A change of one leaves the others alone.
+    for (const qsizetype at : {text.length() / 3, qsizetype(5), text.length() / 2}) {
+        text.replace(at, 3, u"a\nb"_s, {});
+        expected.replace(at, 3, u"a\nb"_s);
+        QVERIFY(text.text(0, text.length()) == expected);
+    }
 }
 
 void ChatTextTest::movesPositionsWithTheText_data()
