@@ -1,112 +1,81 @@
+#include "controls/xpButton.h"
+#include "network/Kit.h"
 #include "platform/Resources.h"
-#include "support/TestClient.h"
 
-#include <QNetworkProxy>
+#include <QLabel>
+#include <QMenuBar>
 #include <QSysInfo>
-#include <QTcpSocket>
+#include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// The server asks those who come from these addresses no ident question: whoever else listens on
-// this machine for all addresses cannot answer for them.
-QString quietAddress()
+const QString passwordTitle = u"Enter Your NickName Password"_s;
+
+void press(QWidget* form, const QString& name)
 {
-    static int number = 1;
-    return "127.0.1."_L1 + QString::number(++number);
+    QTest::mouseClick(form->findChild<xpButton*>(name), Qt::LeftButton);
 }
 
-// Somebody else in the room, who says what he is told and keeps what he hears.
-class Chatter final : public QObject
+void fillIn(QWidget* form, const QString& name, const QString& text)
 {
-public:
-    Chatter(const QString& host, const QString& nick)
-    {
-        connect(&m_socket, &QTcpSocket::readyRead, this, &Chatter::read);
-        m_socket.setProxy(QNetworkProxy::NoProxy);
-        m_socket.bind(QHostAddress(quietAddress()));
-        m_socket.connectToHost(host, 6667);
-        send("NICK " + nick.toUtf8() + "\r\nUSER " + nick.toUtf8() + " 0 * :A chatter");
-    }
+    auto* field = form->findChild<QLineEdit*>(name);
+    field->clear();
+    QTest::keyClicks(field, text);
+}
 
-    void send(const QByteArray& line) { m_socket.write(line + "\r\n"); }
-    bool has(const QByteArray& text) const { return m_heard.contains(text); }
-    void forget() { m_heard.clear(); }
-    const QByteArray& heard() const { return m_heard; }
-
-private:
-    void read()
-    {
-        while (m_socket.canReadLine()) {
-            const QByteArray line = m_socket.readLine();
-            if (line.startsWith("PING "))
-                send("PONG " + line.mid(5).trimmed());
-            else
-                m_heard += line;
-        }
-    }
-
-    QTcpSocket m_socket;
-    QByteArray m_heard;
-};
-
-// Lines of several chatters in a given order, one a millisecond: each is a packet of its own.
-class Sayings final
+void answer(const QString& title, const QString& text)
 {
-public:
-    void add(Chatter& chatter, const QByteArray& line) { m_lines.push_back({&chatter, line}); }
-    void start()
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
-            const auto& [chatter, line] = m_lines[m_said];
-            chatter->send(line);
-            if (++m_said == m_lines.size())
-                m_timer.stop();
-        });
-        m_timer.start(1);
-    }
-    bool areOver() const { return m_said == m_lines.size(); }
-    qsizetype count() const { return m_lines.size(); }
+    fillIn(formTitled(title), u"Text1"_s, text);
+    press(formTitled(title), u"cmdOk"_s);
+}
 
-private:
-    QTimer m_timer;
-    QList<std::pair<Chatter*, QByteArray>> m_lines;
-    qsizetype m_said = 0;
-};
+bool privatelyReads(TestClient& client, const QString& nick, const QString& text)
+{
+    QueryForm* window = talkWith(client, nick);
+    return window && window->isVisible() && window->DataIn().Text().contains(text);
+}
+
+// Selected, and the captions of the menu on it as a right click leaves them.
+void select(TestClient& client, const QString& row)
+{
+    client.window().lstNicks().setListIndex(static_cast<int>(client.chatters().indexOf(row)));
+    client.chatRoom().main.nickActions.lstNicks_MouseDown();
+}
 
 } // namespace
 
-// Whole programs against a real server: what one does, others see.
+// Whole programs on a real server of the house: what one does, others see, and what people and
+// services do to each other. Every test has nicks of its own, so that nobody has to wait for the
+// last one to be gone.
 class NetworkTest final : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void cleanup();
-    void cleanupTestCase() { m_witness.reset(); }
 
-    void registersAndEnters();
-    void talk();
-    void topicChange();
-    void orderOfArrival();
+    void entersTheRoom();
+    void talksInTheRoom();
+    void talksInPrivate();
     void shortVisits();
-    void ownerEnters();
-    void pingBehindABox();
-    void kick();
+    void ownsTheRoom();
+    void isKicked();
     void refusedRooms_data();
     void refusedRooms();
-    void disconnect();
+    void refusedNicks();
+    void pingBehindABox();
+    void passwordOfTheNick();
+    void registration();
+    void buddies();
 
 private:
     std::unique_ptr<TestClient> newClient() const;
     std::unique_ptr<TestClient> clientInRoom(const QString& nick) const;
-    std::unique_ptr<Chatter> chatterInRoom(const QString& nick,
-                                           const QByteArray& password = {}) const;
+    std::unique_ptr<Peer> peerInRoom(const QByteArray& nick, const QByteArray& password = {}) const;
 
     QString m_host;
-    std::unique_ptr<Chatter> m_witness; // in no room
 };
 
 void NetworkTest::initTestCase()
@@ -115,20 +84,6 @@ void NetworkTest::initTestCase()
     if (m_host.isEmpty())
         QSKIP("needs a network: tests/network/with-network COMMAND");
     loadResources();
-    m_witness = std::make_unique<Chatter>(m_host, u"witness"_s);
-    QTRY_VERIFY(m_witness->has(" 001 "));
-}
-
-void NetworkTest::cleanup()
-{
-    // Whoever has left is gone for the next test, too.
-    const auto roomIsEmpty = [this] {
-        m_witness->forget();
-        m_witness->send("NAMES #Harbor");
-        return QTest::qWaitFor([this] { return m_witness->has(" 366 "); }) &&
-               !m_witness->has(" 353 ");
-    };
-    QTRY_VERIFY2(roomIsEmpty(), m_witness->heard().constData());
 }
 
 std::unique_ptr<TestClient> NetworkTest::newClient() const
@@ -142,63 +97,43 @@ std::unique_ptr<TestClient> NetworkTest::clientInRoom(const QString& nick) const
 {
     auto client = newClient();
     client->signIn(nick);
-    const bool entered = QTest::qWaitFor(
-        [&] {
-            return client->reads(u"Checking Your Internet Connection"_s) &&
-                   client->chatters().contains(nick);
-        },
-        15'000);
-    if (!entered)
+    if (!isThere(*client, nick))
         QTest::qFail(qPrintable(client->conversation()), __FILE__, __LINE__);
     return client;
 }
 
-std::unique_ptr<Chatter> NetworkTest::chatterInRoom(const QString& nick,
-                                                    const QByteArray& password) const
+std::unique_ptr<Peer> NetworkTest::peerInRoom(const QByteArray& nick,
+                                              const QByteArray& password) const
 {
-    auto chatter = std::make_unique<Chatter>(m_host, nick);
-    bool entered = QTest::qWaitFor([&] { return chatter->has(" 001 "); }, 15'000);
-    if (!password.isEmpty()) {
-        chatter->send("PRIVMSG NickServ :IDENTIFY " + password);
-        entered = entered && QTest::qWaitFor([&] { return chatter->has(" 900 "); }, 15'000);
-    }
-    chatter->send("JOIN #Harbor");
-    entered = entered && QTest::qWaitFor([&] { return chatter->has(" 366 "); }, 15'000);
-    if (!entered)
-        QTest::qFail(chatter->heard(), __FILE__, __LINE__);
-    return chatter;
+    auto peer = std::make_unique<Peer>(m_host, nick);
+    peer->enter("#Harbor", password);
+    return peer;
 }
 
-void NetworkTest::registersAndEnters()
+void NetworkTest::entersTheRoom()
 {
-    const auto master = chatterInRoom(u"harbormaster"_s, "lighthouse");
-    const auto vera = chatterInRoom(u"vera"_s, "verapass");
-    const auto hal = chatterInRoom(u"hal"_s, "halpass");
-    const auto ann = chatterInRoom(u"ann"_s);
-    QTRY_VERIFY(master->has("+v :vera"));
-    QTRY_VERIFY(master->has("+h :hal"));
+    const auto master = peerInRoom("harbormaster", "lighthouse");
+    const auto vera = peerInRoom("vera", "verapass");
+    const auto hal = peerInRoom("hal", "halpass");
+    const auto ann = peerInRoom("ann");
+    QVERIFY(master->hears("+v :vera") && master->hears("+h :hal"));
     const auto client = clientInRoom(u"bea"_s);
+    QTRY_VERIFY(client->reads(u"Checking Your Internet Connection"_s));
     QCOMPARE(client->state(), u"&Connect off on"_s);
     QVERIFY(client->reads(u"You have entered to the chat room"_s));
-    QVERIFY(client->reads(u"Welcome To Quill Harbor Messenger!"_s));
     QVERIFY(client->topic().startsWith("Welcome to Quill Harbor"_L1));
-    QCOMPARE(client->chatters(),
-             (QStringList{u"+vera"_s, u"@harbormaster"_s, u"ann"_s, u"bea"_s, u"hal"_s}));
-    QVERIFY(client->window().isVisible());
-    QVERIFY(!client->messenger.login().isVisible());
+    QTRY_COMPARE(client->chatters(),
+                 (QStringList{u"+vera"_s, u"@harbormaster"_s, u"ann"_s, u"bea"_s, u"hal"_s}));
     QVERIFY(client->chatRoom().main.room.nicks.isHalfOp(u"hal"_s));
 
     // What the server made of the lines that the client registered with.
     ann->send("WHOIS bea");
-    QTRY_VERIFY(ann->has(" 318 "));
+    QVERIFY(ann->hears(" 318 "));
     QVERIFY(ann->has(QSysInfo::machineHostName().toUtf8() + "Client-User "));
     QVERIFY(ann->has(":Quill Harbor Messenger V 1.0"));
-    QTRY_VERIFY(ann->has(":bea!")); // her JOIN
 
-    // People come and go.
-    const auto zoe = chatterInRoom(u"zoe"_s);
+    const auto zoe = peerInRoom("zoe");
     QTRY_VERIFY(client->reads(u"zoe has joined #Harbor"_s));
-    QTRY_VERIFY(client->chatters().contains(u"zoe"_s));
     zoe->send("NICK zora");
     QTRY_VERIFY(client->reads(u"zoe is now known as zora"_s));
     zoe->send("PART #Harbor");
@@ -209,114 +144,236 @@ void NetworkTest::registersAndEnters()
                  (QStringList{u"+vera"_s, u"@harbormaster"_s, u"bea"_s, u"hal"_s}));
 }
 
-void NetworkTest::talk()
+void NetworkTest::talksInTheRoom()
 {
-    const auto bea = clientInRoom(u"bea"_s);
+    const auto dee = clientInRoom(u"dee"_s);
     const auto cleo = clientInRoom(u"cleo"_s);
-    const auto ann = chatterInRoom(u"ann"_s);
-    bea->say(u"hello cleo"_s);
-    QTRY_VERIFY(cleo->reads(u"<bea>  hello cleo"_s));
-    QTRY_VERIFY(ann->has("PRIVMSG #Harbor :\x03"
-                         "1 hello cleo\r\n"));
-    cleo->say(u"!hello  bea"_s);
-    QTRY_VERIFY(bea->reads(u"<cleo> !hello  bea"_s));
-    QTRY_VERIFY(ann->has("PRIVMSG #Harbor :!hello  bea\r\n"));
-    ann->send("PRIVMSG #Harbor :\x02hello\x02 \x03"
+    const auto amy = peerInRoom("amy");
+    dee->say(u"hello cleo"_s);
+    QTRY_VERIFY(cleo->reads(u"<dee>  hello cleo"_s));
+    QVERIFY(amy->hears("PRIVMSG #Harbor :\x03"
+                       "1 hello cleo\r\n"));
+    cleo->say(u"!hello  dee"_s);
+    QTRY_VERIFY(dee->reads(u"<cleo> !hello  dee"_s));
+    QVERIFY(amy->hears("PRIVMSG #Harbor :!hello  dee\r\n"));
+    amy->send("PRIVMSG #Harbor :\x02hello\x02 \x03"
               "4both\x03 of you");
-    for (const auto* client : {&bea, &cleo})
-        QTRY_VERIFY((*client)->reads(u"<ann> hello both of you"_s));
-    bea->say(u"IRC PRIVMSG ann :only you"_s);
-    QTRY_VERIFY(ann->has("PRIVMSG ann :only you"));
-    QCOMPARE(bea->conversation().count(u"hello cleo"_s), 1); // the echo; the server sends none
+    for (const auto* client : {&dee, &cleo})
+        QTRY_VERIFY((*client)->reads(u"<amy> hello both of you"_s));
+    dee->say(u"IRC PRIVMSG amy :only you"_s);
+    QVERIFY(amy->hears("PRIVMSG amy :only you"));
+    QCOMPARE(dee->conversation().count(u"hello cleo"_s), 1); // the echo; the server sends none
+    amy->send("PRIVMSG dee :\1VERSION\1");
+    QVERIFY(amy->hears("NOTICE amy :\1VERSION QuillHarbor Messenger 1.0\1"));
+    QVERIFY(!talkWith(*dee, u"amy"_s));
+
+    dee->click("mnu_File_Disconnect");
+    QVERIFY(amy->hears("QUIT :Quit: Quill Harbor Messenger v 1.0   "));
+    QVERIFY(dee->reads(u"You are Disconnected from Quill Harbor Server"_s));
+    QCOMPARE(dee->state(), u"&Connect on off"_s);
+    QVERIFY(dee->looksSignedOut());
 }
 
-void NetworkTest::topicChange()
+void NetworkTest::talksInPrivate()
 {
-    const auto master = chatterInRoom(u"harbormaster"_s, "lighthouse");
-    const auto client = clientInRoom(u"bea"_s);
-    master->send("TOPIC #Harbor :Low tide");
-    QTRY_COMPARE(client->topic(), u"ow tide"_s);
-    QTRY_VERIFY(client->reads(u"Topic changed by harbormaster : Low tide"_s));
+    const auto eve = clientInRoom(u"eve"_s);
+    const auto fay = clientInRoom(u"fay"_s);
+    QVERIFY(isThere(*eve, u"fay"_s));
+    select(*eve, u"fay"_s);
+    eve->click("mnu_nicks_pm");
+    QueryForm* eves = talkWith(*eve, u"fay"_s);
+    QVERIFY(eves && eves->isVisible());
+    say(*eves, u"only between us"_s);
+    QTRY_VERIFY(privatelyReads(*fay, u"eve"_s, u"only between us"_s));
+    QueryForm* fays = talkWith(*fay, u"eve"_s);
+    const QString host = fays->findChild<QLabel*>(u"lblHost"_s)->text();
+    QVERIFY2(host.contains(u"Client-User@127."_s), qPrintable(host));
+    say(*fays, u"of course"_s);
+    QTRY_VERIFY(privatelyReads(*eve, u"fay"_s, u"of course"_s));
+    QVERIFY(!eve->reads(u"of course"_s) && !fay->reads(u"only between us"_s));
 
-    QWidget* edit = client->window().findChild<QWidget*>(u"rtbTopic"_s);
-    QTest::keyClicks(edit, u"no "_s);
-    QCOMPARE(client->topic(), u"ow tide"_s);
-    master->send("MODE #Harbor +o bea");
-    QTRY_VERIFY(client->chatters().contains(u"@bea"_s));
-    QTest::keyClick(edit, Qt::Key_Home);
-    QTest::keyClicks(edit, u"Sl"_s);
-    // A second change within one second can be refused, so it is asked for until it is done.
-    QTRY_VERIFY_WITH_TIMEOUT(
-        (QTest::keyClick(edit, Qt::Key_Return),
-         QTest::qWaitFor([&] { return master->has("TOPIC #Harbor :Slow tide"); }, 500)),
-        10'000);
-    QTRY_COMPARE(client->topic(), u"low tide"_s);
-    QTRY_VERIFY(client->reads(u"Topic changed by bea : Slow tide"_s));
-    master->send("MODE #Harbor -o bea");
-    QTRY_VERIFY(client->chatters().contains(u"bea"_s));
-    QTest::keyClicks(edit, u"no"_s);
-    QCOMPARE(client->topic(), u"low tide"_s);
+    fay->click("mnu_File_changenick");
+    QWidget* change = formTitled(u"Change NickName"_s);
+    QVERIFY(change);
+    fillIn(change, u"Text1"_s, u"faye"_s);
+    QTest::keyClick(change->findChild<QLineEdit*>(u"Text1"_s), Qt::Key_Return);
+    QTRY_COMPARE(eves->windowTitle(), u"faye"_s);
+    fay->click("mnu_File_Disconnect");
+    QTRY_VERIFY(privatelyReads(*eve, u"faye"_s, u"faye has Quit IRC"_s));
+    fay->field("Text1")->setReadOnly(false);
+    fay->signIn(u"faye"_s);
+    QVERIFY(isThere(*eve, u"faye"_s));
+    QVERIFY(!talkWith(*fay, u"eve"_s)); // a new connection begins without conversations
+    say(*eves, u"there again"_s);
+    QTRY_VERIFY(privatelyReads(*fay, u"eve"_s, u"there again"_s));
 }
 
-void NetworkTest::orderOfArrival()
-{
-    const auto client = clientInRoom(u"bea"_s);
-    const auto ann = chatterInRoom(u"ann"_s);
-    QString expected;
-    Sayings sayings;
-    for (int i = 0; i < 100; ++i) {
-        expected += "<ann> line "_L1 + QString::number(i) + " \r\n"_L1;
-        sayings.add(*ann, "PRIVMSG #Harbor :line " + QByteArray::number(i));
-    }
-    sayings.start();
-    QTRY_VERIFY(sayings.areOver() && client->reads(u"line 99"_s));
-    const QString heard = client->conversation();
-    QCOMPARE(heard.mid(heard.indexOf("<ann> line"_L1)), expected);
-}
-
-// They come, speak, change their name and go.
+// They come, speak, change their name and go, each line in a packet of its own.
 void NetworkTest::shortVisits()
 {
     constexpr int count = 40;
-    const auto client = clientInRoom(u"bea"_s);
-    std::vector<std::unique_ptr<Chatter>> guests;
+    const auto client = clientInRoom(u"gus"_s);
+    std::vector<std::unique_ptr<Peer>> guests;
     for (int i = 0; i < count; ++i)
-        guests.push_back(std::make_unique<Chatter>(m_host, "guest"_L1 + QString::number(i)));
+        guests.push_back(std::make_unique<Peer>(m_host, "guest" + QByteArray::number(i)));
     for (const auto& guest : guests)
-        QTRY_VERIFY(guest->has(" 001 "));
-    Sayings sayings;
-    for (const auto& guest : guests) {
-        const QByteArray name = "was" + QByteArray::number(sayings.count());
-        for (const QByteArray& line : QByteArrayList{"JOIN #Harbor", "PRIVMSG #Harbor :hello",
-                                                     "NICK " + name, "PART #Harbor"})
-            sayings.add(*guest, line);
-    }
-    sayings.start();
+        QVERIFY(guest->hears(" 001 "));
+    QTimer timer;
+    int said = 0;
+    connect(&timer, &QTimer::timeout, this, [&] {
+        const QByteArray number = QByteArray::number(said / 4);
+        const QByteArray lines[]{"JOIN #Harbor", "PRIVMSG #Harbor :hello" + number,
+                                 "NICK was" + number, "PART #Harbor"};
+        guests[static_cast<std::size_t>(said / 4)]->send(lines[said % 4]);
+        if (++said == 4 * count)
+            timer.stop();
+    });
+    timer.start(1);
     QTRY_COMPARE(client->conversation().count(u" has left #Harbor"_s), count);
-    QCOMPARE(client->chatters(), QStringList{u"bea"_s});
+    QTRY_COMPARE(client->chatters(), QStringList{u"gus"_s});
     QCOMPARE(client->window().findChild<QLabel*>(u"cmdCount"_s)->text(),
              u" Total Chatters : [ 1 ]"_s);
+    const QString heard = client->conversation();
+    for (int i = 1; i < count; ++i)
+        QVERIFY(heard.indexOf(u"hello%1 "_s.arg(i)) > heard.indexOf(u"hello%1 "_s.arg(i - 1)));
 }
 
-// The services give the rank while the entry is still being handled.
-void NetworkTest::ownerEnters()
+void NetworkTest::ownsTheRoom()
 {
+    Peer moe(m_host, "moe");
+    moe.enter("#Harbor");
     const auto client = newClient();
     client->signIn(u"harbormaster"_s, u"lighthouse"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(client->reads(u"ChanServ sets mode"_s), 15'000);
-    QTRY_COMPARE(client->chatters(), QStringList{u"@harbormaster"_s});
-    const QString conversation = client->conversation();
-    QVERIFY2(conversation.trimmed().startsWith("You have entered to the chat room"_L1),
-             qPrintable(conversation));
-    QWidget* edit = client->window().findChild<QWidget*>(u"rtbTopic"_s);
-    const QString before = client->topic();
-    QTest::keyClicks(edit, u"x"_s);
-    QVERIFY(client->topic() != before);
+    // The services give the rank while the entry is still being handled.
+    QVERIFY2(isThere(*client, u"@harbormaster"_s), qPrintable(client->conversation()));
+    QVERIFY(client->conversation().trimmed().startsWith("You have entered to the chat room"_L1));
+    const NickList& nicks = client->chatRoom().main.room.nicks;
+    struct Rank
+    {
+        const char* entry;
+        QByteArray letter;
+        QString row;
+        bool (NickList::*holds)(const QString&) const;
+    };
+    for (const Rank& rank :
+         {Rank{"mnu_nicks_op", "o", u"@moe"_s, &NickList::isOp},
+          Rank{"mnu_nicks_halfop", "h", u"moe"_s, &NickList::isHalfOp}, // has no sign in the list
+          Rank{"mnu_nicks_voice", "v", u"+moe"_s, &NickList::isVoice}}) {
+        select(*client, u"moe"_s);
+        client->click(rank.entry);
+        QVERIFY2(moe.hears("MODE #Harbor +" + rank.letter + " :moe"), rank.entry);
+        QTRY_VERIFY((nicks.*rank.holds)(u"moe"_s));
+        QTRY_VERIFY2(client->chatters().contains(rank.row), rank.entry);
+        select(*client, rank.row);
+        client->click(rank.entry);
+        QVERIFY2(moe.hears("MODE #Harbor -" + rank.letter + " :moe"), rank.entry);
+        QTRY_VERIFY(!(nicks.*rank.holds)(u"moe"_s));
+        QTRY_VERIFY2(client->chatters().contains(u"moe"_s), rank.entry);
+    }
+
+    QWidget* topic = client->window().findChild<QWidget*>(u"rtbTopic"_s);
+    QTest::keyClick(topic, Qt::Key_Home);
+    QTest::keyClicks(topic, u"Ahoy "_s);
+    QTest::keyClick(topic, Qt::Key_Return);
+    QVERIFY(moe.hears("TOPIC #Harbor :Ahoy  Welcome to Quill Harbor"));
+    QTRY_VERIFY(client->reads(u"Topic changed by harbormaster : Ahoy  Welcome"_s));
+
+    select(*client, u"moe"_s);
+    client->click("mnu_nicks_ban");
+    QVERIFY(moe.hears("MODE #Harbor +b :moe!*@*"));
+    client->click("mnu_chan_ban");
+    QTreeWidget* bans = nullptr;
+    const auto listed = [&bans] {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            bans = window->isVisible() ? window->findChild<QTreeWidget*>(u"lvBans"_s) : nullptr;
+            if (bans && bans->topLevelItemCount() == 1 && !bans->topLevelItem(0)->text(2).isEmpty())
+                return true;
+        }
+        return false;
+    };
+    QTRY_VERIFY(listed());
+    QCOMPARE(bans->topLevelItem(0)->text(0), u"moe!*@*"_s);
+    QCOMPARE(bans->topLevelItem(0)->text(1), u"harbormaster"_s);
+    bans->window()->close();
+
+    select(*client, u"moe"_s);
+    client->around.dialogs.answerText = u"enough now"_s;
+    client->click("mnu_nicks_kick");
+    QVERIFY(moe.hears("KICK #Harbor moe :enough now"));
+    QTRY_VERIFY(!client->chatters().contains(u"moe"_s));
+    moe.send("JOIN #Harbor");
+    QVERIFY(moe.hears(" 474 "));
+}
+
+void NetworkTest::isKicked()
+{
+    const auto master = peerInRoom("harbormaster", "lighthouse");
+    const auto client = clientInRoom(u"ida"_s);
+    master->send("KICK #Harbor ida :you, too");
+    QTRY_VERIFY(client->reads(u"You were kicked from #Harbor by harbormaster [ you, too ]"_s));
+    QTRY_COMPARE(client->state(), u"&Connect on off"_s);
+    QVERIFY(client->looksSignedOut());
+    QCOMPARE(client->chatters(), QStringList());
+    master->forget();
+    const auto isGone = [&] { // from the server, not only from the room
+        master->send("WHOIS ida");
+        return master->has(" 401 ");
+    };
+    QTRY_VERIFY(isGone());
+
+    // Signed in again, she is let in: the server's greeting shows her the way.
+    client->field("Text1")->setReadOnly(false);
+    client->signIn(u"ida"_s);
+    QVERIFY(master->hears("JOIN :#Harbor"));
+    QVERIFY(isThere(*client, u"ida"_s));
+}
+
+void NetworkTest::refusedRooms_data()
+{
+    QTest::addColumn<QByteArray>("room");
+    QTest::addColumn<QString>("reason");
+
+    QTest::newRow("by invitation") << QByteArray("#closed") << u"invite only"_s;
+    QTest::newRow("with a key") << QByteArray("#keyed") << u"incorrect channel key"_s;
+}
+
+void NetworkTest::refusedRooms()
+{
+    QFETCH(QByteArray, room);
+    QFETCH(QString, reason);
+    const auto client = newClient();
+    QVERIFY(client->around.writeSettings("[connect]\nautojoin=" + room + '\n'));
+    client->signIn(u"jo"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(client->around.dialogs.shown.size(), 1, patience);
+    const QString box = client->around.dialogs.shown.first();
+    QVERIFY2(box.startsWith(QString("Error|You cannot join "_L1 + QString::fromLatin1(room))),
+             qPrintable(box));
+    QVERIFY2(box.contains(reason), qPrintable(box));
+    QTRY_VERIFY(client->looksSignedOut());
+}
+
+void NetworkTest::refusedNicks()
+{
+    const QString title = u"NickName Already In Use Or Invalid"_s;
+    const auto dora = peerInRoom("dora");
+    const auto client = newClient();
+    client->signIn(u"dora"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(formTitled(title), patience);
+    answer(title, u"dorothy"_s);
+    QVERIFY(isThere(*client, u"dorothy"_s));
+
+    client->say(u"IRC NICK 9lives"_s);
+    QTRY_COMPARE(client->around.dialogs.shown,
+                 QStringList{u"Invalid Name Or Nick Already In Use|Choose Another Nick"_s});
+    QTRY_VERIFY(formTitled(title));
+    answer(title, u"dot"_s);
+    QVERIFY(dora->hears("NICK :dot"));
+    QVERIFY(isThere(*client, u"dot"_s));
 }
 
 void NetworkTest::pingBehindABox()
 {
-    const auto client = clientInRoom(u"bea"_s);
+    const auto client = clientInRoom(u"kay"_s);
     bool answered = false;
     client->around.dialogs.whileOpen = [&] {
         client->window().DataIn().setText({});
@@ -328,71 +385,60 @@ void NetworkTest::pingBehindABox()
     QVERIFY(answered);
 }
 
-void NetworkTest::kick()
+void NetworkTest::passwordOfTheNick()
 {
-    const auto master = chatterInRoom(u"harbormaster"_s, "lighthouse");
-    const auto ann = chatterInRoom(u"ann"_s);
-    const auto client = clientInRoom(u"bea"_s);
-    master->send("KICK #Harbor ann :too loud");
-    QTRY_VERIFY(client->reads(u"ann was kicked from #Harbor by harbormaster [ too loud ]"_s));
-    QCOMPARE(client->chatters(), (QStringList{u"@harbormaster"_s, u"bea"_s}));
-    master->send("KICK #Harbor bea :you, too");
-    QTRY_VERIFY(client->reads(u"You were kicked from #Harbor by harbormaster [ you, too ]"_s));
-    QTRY_COMPARE(client->state(), u"&Connect on off"_s);
-    QVERIFY(client->looksSignedOut());
-    QVERIFY(client->messenger.login().isVisible() && !client->window().isVisible());
-    QCOMPARE(client->chatters(), QStringList());
-    QTRY_VERIFY(master->has(":bea!")); // she is gone from the server, not only from the room
-    master->forget();
-    master->send("WHOIS bea");
-    QTRY_VERIFY(master->has(" 401 "));
-
-    // Signed in again, she is let in: the server's greeting shows her the way.
-    client->field("Text1")->setReadOnly(false);
-    client->signIn(u"bea"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(master->has("JOIN :#Harbor"), 15'000);
-    QTRY_VERIFY(client->chatters().contains(u"bea"_s));
+    const auto client = clientInRoom(u"adam"_s);
+    QTRY_VERIFY(formTitled(passwordTitle));
+    QVERIFY(!client->window().menus().bar()->isEnabled());
+    answer(passwordTitle, u"guess"_s);
+    QTRY_VERIFY(client->reads(u"Password incorrect."_s));
+    QTRY_VERIFY(formTitled(passwordTitle));
+    answer(passwordTitle, u"adampass"_s);
+    QTRY_VERIFY(client->reads(u"Password accepted - you are now recognized."_s));
+    QVERIFY(!formTitled(passwordTitle));
+    QVERIFY(client->window().menus().bar()->isEnabled() && client->window().nickRows().isEnabled());
+    client->say(u"IRC IDENTIFY adampass"_s);
+    QTRY_VERIFY(client->reads(u"You are already identified."_s));
 }
 
-void NetworkTest::refusedRooms_data()
+void NetworkTest::registration()
 {
-    QTest::addColumn<QByteArray>("room");
-    QTest::addColumn<QString>("reason");
+    const auto client = clientInRoom(u"newt"_s);
+    client->click("mnu_register_nickname");
+    QWidget* form = formTitled(u"NickName Registration"_s);
+    QVERIFY(form);
+    fillIn(form, u"Text2"_s, u"salamander"_s);
+    fillIn(form, u"Text3"_s, u"newt@pond.example"_s);
+    press(form, u"cmdRegister"_s);
+    QTRY_VERIFY(client->reads(u"Nickname newt registered."_s));
 
-    QTest::newRow("full") << QByteArray("#full") << u"channel is full"_s;
-    QTest::newRow("by invitation") << QByteArray("#closed") << u"invite only"_s;
-    QTest::newRow("banned") << QByteArray("#banned") << u"you're banned"_s;
-    QTest::newRow("with a key") << QByteArray("#keyed") << u"incorrect channel key"_s;
-}
-
-void NetworkTest::refusedRooms()
-{
-    QFETCH(QByteArray, room);
-    QFETCH(QString, reason);
-    const auto client = newClient();
-    QVERIFY(client->around.writeSettings("[connect]\nautojoin=" + room + '\n'));
-    client->signIn(u"bea"_s);
-    QTRY_COMPARE_WITH_TIMEOUT(client->around.dialogs.shown.size(), 1, 15'000);
-    const QString box = client->around.dialogs.shown.first();
-    QVERIFY2(box.startsWith(QString("Error|You cannot join "_L1 + QString::fromLatin1(room))),
-             qPrintable(box));
-    QVERIFY2(box.contains(reason), qPrintable(box));
-    QTRY_COMPARE(client->state(), u"&Connect on off"_s);
-    QVERIFY(client->looksSignedOut());
-    QVERIFY(client->messenger.login().isVisible() && !client->window().isVisible());
-}
-
-void NetworkTest::disconnect()
-{
-    const auto ann = chatterInRoom(u"ann"_s);
-    const auto client = clientInRoom(u"bea"_s);
+    // From now on the nick is his who knows the password.
     client->click("mnu_File_Disconnect");
-    QTRY_VERIFY(ann->has("QUIT :Quit: Quill Harbor Messenger v 1.0   "));
-    QVERIFY(client->reads(u"You are Disconnected from Quill Harbor Server"_s));
-    QCOMPARE(client->state(), u"&Connect on off"_s);
-    QVERIFY(client->looksSignedOut());
-    QCOMPARE(client->chatters(), QStringList());
-    QVERIFY(!client->connection().isWaitingToRetry());
+    client->field("Text1")->setReadOnly(false);
+    client->signIn(u"newt"_s, u"salamander"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(client->reads(u"Password accepted - you are now recognized."_s),
+                             patience);
+}
+
+void NetworkTest::buddies()
+{
+    const auto client = clientInRoom(u"ben"_s);
+    client->click("mnu_View_Buddylist");
+    QWidget* list = formTitled(u"View Whois Online"_s);
+    QVERIFY(list);
+    auto* rows = list->findChild<ListBoxWidget*>(u"lstNicks"_s);
+    const auto online = [&] { // asked until it is answered as expected
+        press(list, u"cmdRefresh"_s);
+        const bool one = QTest::qWaitFor([&] { return rows->ListCount() == 1; }, 50);
+        return one ? rows->List(0) : QString();
+    };
+    client->around.dialogs.answerText = u"carl"_s;
+    press(list, u"cmdAdd"_s);
+    {
+        const auto carl = peerInRoom("carl");
+        QTRY_COMPARE(online(), u"carl"_s);
+    }
+    QTRY_COMPARE(online(), QString());
 }
 
 QTEST_MAIN(NetworkTest)
