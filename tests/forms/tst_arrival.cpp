@@ -1,5 +1,4 @@
 #include "platform/Resources.h"
-#include "support/ScriptedServer.h"
 #include "support/TestClient.h"
 
 #include <QRegularExpression>
@@ -57,7 +56,6 @@ private Q_SLOTS:
     void floodOfPauses();
 
 private:
-    void beInTheRoom();
     void sayWithYields(QList<QByteArray> pieces);
 
     int m_number = 0;
@@ -74,23 +72,12 @@ void ArrivalTest::init()
     m_events.server = m_server.get();
     m_events.pieces.clear();
     m_client = std::make_unique<TestClient>(address, &m_events);
-    m_client->start();
-    m_client->signIn(u"anna"_s);
-    QTRY_VERIFY(m_server->received().contains("USER "));
 }
 
 void ArrivalTest::cleanup()
 {
     m_client.reset();
     m_server.reset();
-}
-
-void ArrivalTest::beInTheRoom()
-{
-    m_server->say(
-        lines({":s 001 anna :Welcome", ":s 002 anna :Your host is s", ":anna!u@h JOIN :#Harbor",
-               ":s 332 anna #Harbor :a topic", ":s 353 anna = #Harbor :anna @bob"}));
-    QTRY_COMPARE(m_client->chatters(), (QStringList{u"@bob"_s, u"anna"_s}));
 }
 
 // The first piece at once, each further one in a yield of those before.
@@ -179,8 +166,13 @@ void ArrivalTest::orderOfArrival()
     QFETCH(QList<QByteArray>, pieces);
     QFETCH(Outcome, outcome);
     QFETCH(QString, expected);
-    if (inTheRoom)
-        beInTheRoom();
+    if (inTheRoom) {
+        m_client->beInTheRoom(*m_server);
+    } else {
+        m_client->start();
+        m_client->signIn(u"anna"_s);
+        QTRY_VERIFY(m_server->received().contains("USER "));
+    }
     sayWithYields(pieces);
     QCOMPARE(outcome(*m_client), expected);
 }
@@ -188,7 +180,7 @@ void ArrivalTest::orderOfArrival()
 // The server is answered, but a flood of what opened the box does not open more of them.
 void ArrivalTest::behindABox()
 {
-    beInTheRoom();
+    m_client->beInTheRoom(*m_server);
     const QByteArray refused = ":s 432 anna x :Erroneous";
     bool answered = false;
     m_client->around.dialogs.whileOpen = [&] {
@@ -206,7 +198,7 @@ void ArrivalTest::behindABox()
 // session that is over.
 void ArrivalTest::restOfAnOlderConnection()
 {
-    beInTheRoom();
+    m_client->beInTheRoom(*m_server);
     m_events.inPause = [this] {
         m_client->field("Text1")->setReadOnly(false);
         m_client->signIn(u"anna"_s);

@@ -1,7 +1,5 @@
-#include "controls/ActionEntry.h"
 #include "platform/QtDialogs.h"
 #include "platform/Resources.h"
-#include "support/ScriptedServer.h"
 #include "support/TestClient.h"
 
 #include <QLabel>
@@ -13,17 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-template<typename Window>
-Window* shown()
-{
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        auto* window = qobject_cast<Window*>(widget);
-        if (window && window->isVisible())
-            return window;
-    }
-    return nullptr;
-}
 
 QDialog* box()
 {
@@ -62,39 +49,27 @@ private:
     void say(const QByteArray& line) { m_server->say(line + "\r\n"); }
     void kickBob();
     void whileBoxIsOpen(std::function<void()> act);
-    Channel& window() { return m_messenger->chatRoom().main.window; }
-    void click(const QString& entry) { window().entry(entry).trigger(); }
+    Channel& window() { return m_client->window(); }
 
     int m_number = 0;
     HastyEventLoop m_events;
     QtDialogs m_boxes;
     std::unique_ptr<ScriptedServer> m_server;
-    std::unique_ptr<TestSurroundings> m_around;
-    std::unique_ptr<Messenger> m_messenger;
+    std::unique_ptr<TestClient> m_client;
 };
 
 void WindowsTest::init()
 {
     const QString address = TestSurroundings::ownAddress(++m_number);
     m_server = std::make_unique<ScriptedServer>(address);
-    m_around = std::make_unique<TestSurroundings>(address, &m_events);
-    m_around->boxes = &m_boxes;
-    m_messenger = std::make_unique<Messenger>(*m_around);
-    m_messenger->start();
-    QMetaObject::invokeMethod(shown<frmSplash>(), "finished");
-    auto* name = m_messenger->login().findChild<QLineEdit*>(u"Text1"_s);
-    name->setText(u"anna"_s);
-    QTest::keyClick(name, Qt::Key_Return);
-    QTRY_VERIFY(m_server->received().contains("USER "));
-    say(":s 001 anna :Welcome\r\n:anna!u@h JOIN :#Harbor\r\n:s 332 anna #Harbor :a topic\r\n"
-        ":s 353 anna = #Harbor :@anna bob");
-    QTRY_COMPARE(window().lstNicks().ListCount(), 2);
+    m_client = std::make_unique<TestClient>(address, &m_events, QString(), &m_boxes);
+    m_client->beInTheRoom(*m_server, "@anna bob");
     QTRY_VERIFY(window().isActiveWindow());
 }
 
 void WindowsTest::cleanup()
 {
-    m_messenger.reset();
+    m_client.reset();
     m_server.reset();
 }
 
@@ -111,7 +86,7 @@ void WindowsTest::whileBoxIsOpen(std::function<void()> act)
 void WindowsTest::kickBob()
 {
     window().lstNicks().setListIndex(1);
-    click(u"mnu_nicks_kick"_s);
+    m_client->click("mnu_nicks_kick");
 }
 
 void WindowsTest::nickFormBehindAPrompt()
@@ -137,21 +112,21 @@ void WindowsTest::exitBesideAPrompt()
     whileBoxIsOpen([&] {
         say(":s 431 anna :No nickname given");
         QTRY_VERIFY(shown<usenick>());
-        QMenu* menu = m_around->tray.menu;
+        QMenu* menu = m_client->around.tray.menu;
         menu->popup({});
         QTest::mouseClick(menu->windowHandle(), Qt::LeftButton, {},
                           menu->actionGeometry(menu->actions().last()).center());
-        QTRY_COMPARE(m_around->ends, 1);
+        QTRY_COMPARE(m_client->around.ends, 1);
     });
     kickBob();
-    QCOMPARE(m_around->ends, 1);
+    QCOMPARE(m_client->around.ends, 1);
 }
 
 void WindowsTest::focusComesBackToTheInput()
 {
     auto* input = window().findChild<QLineEdit*>(u"DataOut"_s);
     QVERIFY(input->hasFocus());
-    click(u"mnu_File_changenick"_s);
+    m_client->click("mnu_File_changenick");
     QTRY_VERIFY(shown<frmchange>());
     for (QWidget* part :
          {window().findChild<QWidget*>(u"TBar"_s), static_cast<QWidget*>(window().menus().bar()),
@@ -165,7 +140,7 @@ void WindowsTest::focusComesBackToTheInput()
 void WindowsTest::escapeClosesSmallWindows()
 {
     const auto byEntry = [this](const char* entry) {
-        return [this, entry] { click(QString::fromLatin1(entry)); };
+        return [this, entry] { m_client->click(entry); };
     };
     const std::vector<std::function<void()>> ways{
         byEntry("mnu_View_Buddylist"),
@@ -227,7 +202,7 @@ void WindowsTest::textsAreShownAsTheyStand()
     for (const char* entry :
          {"mnu_View_Buddylist", "mnu_ingorelist", "mnu_view_fontsize", "mnu_About", "mnu_author",
           "mnu_File_changenick", "mnu_File_changepass", "mnu_register_nickname"})
-        click(QString::fromLatin1(entry));
+        m_client->click(entry);
     window().findChild<QToolButton*>(u"check1"_s)->click(); // the palettes
     window().findChild<QToolButton*>(u"check2"_s)->click();
     say(":s 431 anna :No nickname given\r\n:s 368 anna #Harbor :End\r\n"

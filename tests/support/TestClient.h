@@ -2,6 +2,7 @@
 
 #include "Messenger.h"
 #include "controls/ActionEntry.h"
+#include "support/ScriptedServer.h"
 #include "support/TestSurroundings.h"
 
 #include <QApplication>
@@ -11,9 +12,10 @@
 class TestClient final
 {
 public:
+    // With other boxes than the scripted ones, if any.
     explicit TestClient(const QString& address, EventLoop* events = nullptr,
-                        const QString& ownAddress = {})
-        : around(address, events, ownAddress)
+                        const QString& ownAddress = {}, Dialogs* boxes = nullptr)
+        : around(address, events, ownAddress, boxes)
         , messenger(around)
     {
     }
@@ -46,6 +48,25 @@ public:
     {
         enter(nick, password);
         pressReturnIn("Text1");
+    }
+    // Signs in, registers and enters. The program is started first, if it was not.
+    void beInTheRoom(ScriptedServer& server, const QByteArray& names = "anna @bob")
+    {
+        const qsizetype before = server.received().size();
+        const auto hears = [&](const char* line) {
+            return QTest::qWaitFor([&] { return server.received().indexOf(line, before) >= 0; });
+        };
+        if (!messenger.hasChatRoom())
+            start();
+        signIn(QStringLiteral("anna"));
+        QVERIFY(hears("USER "));
+        server.say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
+        QVERIFY(hears("JOIN "));
+        server.say(":anna!u@h JOIN :#Harbor\r\n:s 332 anna #Harbor :a topic\r\n"
+                   ":s 353 anna = #Harbor :" +
+                   names + "\r\n:s 366 anna #Harbor :End\r\n");
+        QVERIFY(hears("MODE #Harbor\n"));
+        QTRY_VERIFY(chatters().size() > names.count(' '));
     }
     QLineEdit* field(const char* name)
     {

@@ -8,7 +8,7 @@
 #include "support/StandIns.h"
 #include "text/Links.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -59,17 +59,31 @@ public:
     QStringList played;
 };
 
+// The window of this class that is on the screen.
+template<typename Window>
+Window* shown()
+{
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* window = qobject_cast<Window*>(widget);
+        if (window && window->isVisible())
+            return window;
+    }
+    return nullptr;
+}
+
 // What one Messenger of a test is set into. Folders are its own, the network is one loopback
 // address, and the end of the program is counted.
 class TestSurroundings final
 {
 public:
     // With the real event loop, if not another one; on the server's own address, if no other one.
+    // With boxes that answer by themselves, if no others are given.
     explicit TestSurroundings(const QString& address, EventLoop* events = nullptr,
-                              const QString& ownAddress = {})
+                              const QString& ownAddress = {}, Dialogs* boxes = nullptr)
         : address(address)
         , m_localAddress(ownAddress.isEmpty() ? address : ownAddress)
         , m_events(events ? *events : m_ownEvents)
+        , m_boxes(boxes)
     {
     }
 
@@ -81,7 +95,7 @@ public:
             .serverHost = address,
             .localAddress = QHostAddress(m_localAddress),
             .identPort = identPort,
-            .dialogs = boxes ? *boxes : dialogs,
+            .dialogs = m_boxes ? *m_boxes : dialogs,
             .events = m_events,
             .clock = clock,
             .random = [] { return 0.0; },
@@ -116,7 +130,6 @@ public:
     const QString address; // of the server
     QTemporaryDir folder;
     ScriptedDialogs dialogs;
-    Dialogs* boxes = nullptr; // to be used instead of these, before the program is made
     StoppedClock clock;
     RecordingLinks links;
     RecordingTray tray;
@@ -131,4 +144,5 @@ private:
     QString m_localAddress;
     QtEventLoop m_ownEvents;
     EventLoop& m_events;
+    Dialogs* m_boxes;
 };
