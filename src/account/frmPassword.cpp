@@ -8,6 +8,7 @@
 #include "controls/ListBox.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
+#include "platform/PlainText.h"
 #include "room/Room.h"
 #include "session/Ports.h"
 #include "wire/LineSink.h"
@@ -82,7 +83,8 @@ void frmPassword::Form_Unload()
 
 void frmPassword::setChangeMode()
 {
-    setWindowTitle(changeCaption());
+    m_caption = changeCaption();
+    setPlainTitle(*this, m_caption);
     Frame1->setTitle(u"This service is for registered users"_s);
     Label1->setText("Enter your New Password for "_L1 % beforeNul(m_desk.variables.MyNick) %
                     " .Otherwise, Click on New Nick and Change your nickname."_L1);
@@ -101,7 +103,7 @@ void frmPassword::cmdOk_Click()
     // The caption is the mode. The command for a new password would have to be put together in a
     // line holder, which this form has not got. So the program ends here, and nothing of what was
     // typed goes out.
-    if (windowTitle() == changeCaption())
+    if (m_caption == changeCaption())
         throw RunTimeError(RunTimeError::Number::ObjectRequired);
     m_desk.server.SendData("IDENTIFY "_L1 + password);
     Unload();

@@ -35,5 +35,6 @@ private:
     QLabel* Label1;
     QLabel* lblusr;
     QLineEdit* Text1;
+    QString m_caption; // in the other mode
     QTimer flsh{this};
 };

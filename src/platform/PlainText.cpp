@@ -8,6 +8,11 @@ QString forShow(const QString& text)
     return text.size() <= readable ? text : text.left(readable) + u'…';
 }
 
+void setPlainTitle(QWidget& window, const QString& text)
+{
+    window.setWindowTitle(forShow(text).replace("[*]"_L1, "[*][*]"_L1)); // two of them show one
+}
+
 QLabel* plainLabel(const QString& text, QWidget* parent)
 {
     auto* label = new QLabel(parent);

@@ -7,7 +7,9 @@
 QString forShow(const QString& text);
 
 // The one way to show texts: as they stand. The toolkit guesses in labels and tool tips whether a
-// text is markup, and markup from outside makes it open files.
+// text is markup, and markup from outside makes it open files. In a title it takes "[*]" for its
+// own mark of a window that has been modified.
 
+void setPlainTitle(QWidget& window, const QString& text);
 QLabel* plainLabel(const QString& text = {}, QWidget* parent = nullptr);
 void setPlainToolTip(QWidget& widget, const QString& text);

@@ -20,7 +20,7 @@ void ChannelLists::mnu_chan_ban_Click()
     m_form->Show();
     m_form->ChannelName = m_room.ChannelName;
     m_parts.variables.ListFetching = true;
-    m_form->setWindowTitle(forShow("Channel Ban List For "_L1 + m_room.ChannelName));
+    setPlainTitle(m_form(), "Channel Ban List For "_L1 + m_room.ChannelName);
     m_parts.server.SendData("MODE "_L1 % m_room.ChannelName % " b"_L1);
 }
 

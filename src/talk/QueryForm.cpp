@@ -199,7 +199,7 @@ void QueryForm::arrange()
 void QueryForm::setCaption(const QString& caption)
 {
     m_caption = caption;
-    setWindowTitle(forShow(caption));
+    setPlainTitle(*this, caption);
 }
 
 void QueryForm::setNickLabel(const QString& nick)

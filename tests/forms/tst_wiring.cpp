@@ -399,6 +399,8 @@ void WiringTest::doThisSeeThat_data()
     row("double click on a chatter", "private Label4|talk bob", "private", "bob");
     row("private talk refused", "entry mnu_pm_yes|hear :eve!u@h PRIVMSG anna :x|entry mnu_pm_no",
         "private", "bob");
+    row("a title as it stands", "private Label4|hear :[*]b[*][*]!u@h PRIVMSG anna :x", "private",
+        "[*]b[*][*]");
     row("menu on a chatter", "menu bob", "menu", "Conversation");
     row("tray menu", "tray menu", "tray", "&Show Main Window");
     row("screen cleared", "entry mnu_options_clear", "room",
