@@ -1,5 +1,4 @@
 #include "common/SessionVariables.h"
-#include "controls/ActionEntry.h"
 #include "controls/SvgPicture.h"
 #include "desktop/Channel.h"
 #include "platform/Handlers.h"
@@ -19,7 +18,6 @@
 #include <QDropEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
-#include <QMenuBar>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -73,8 +71,6 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void stateOfEntries();
-    void tabs_data();
     void tabs();
     void smallestSize();
 
@@ -84,11 +80,8 @@ private Q_SLOTS:
     void topicIsOneLine();
     void longTopicFades();
     void paleColorOfTheInputHasAGround();
-    void clickWithoutSelectionLeadsToTheInput_data();
     void clickWithoutSelectionLeadsToTheInput();
 
-    void inputLine_data();
-    void inputLine();
     void inputKeepsToItsLength();
     void pastedLineEndsSendNothing();
     void notesAboveTheInput_data();
@@ -97,16 +90,12 @@ private Q_SLOTS:
     void historyKeys();
     void keysOfTheInputWorkOnTheView();
     void lettersTypedInTheViewGoToTheInput();
-    void keysChooseTabs();
     void keysZoomWhatIsPainted();
     void styleBoxes();
     void sendPicture();
     void failingKeyIsFatal();
 
     void rightButtonSelectsNothing();
-    void doubleClickOnARow();
-
-    void closingAsks();
 
 private:
     template<typename T>
@@ -162,69 +151,36 @@ QPoint ChannelTest::middleOfRow(int row) const
     return rows.viewport()->mapTo(&rows, rows.visualItemRect(rows.item(row)).center());
 }
 
-void ChannelTest::stateOfEntries()
-{
-    const Channel& window = m_desk->window;
-    QStringList bar;
-    for (const QAction* action : window.menus().bar()->actions())
-        bar += action->text();
-    QCOMPARE(bar, (QStringList{u"&File"_s, u"&Option"_s, u"&View"_s, u"&Help"_s}));
-    QVERIFY(window.entry("mnu_File_Connect"_L1).Enabled());
-    QVERIFY(!window.entry("mnu_File_Disconnect"_L1).Enabled());
-    // Both pairs begin with "Yes", which is the entry with "no" in its name.
-    for (const auto& [name, checked] :
-         {std::pair("mnu_pm_no"_L1, true), std::pair("mnu_pm_yes"_L1, false),
-          std::pair("mnu_sound_no"_L1, true), std::pair("mnu_sound_yes"_L1, false)})
-        QCOMPARE(window.entry(name).Checked(), checked);
-    QCOMPARE(window.windowTitle(), u"QuillHarbor Messenger 1.0"_s);
-}
-
-void ChannelTest::tabs_data()
-{
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<QString>("shown");
-
-    QTest::newRow("0") << u"Home"_s << u"home"_s;
-    QTest::newRow("1") << u"ChatRoom"_s << u"chat"_s;
-    QTest::newRow("2") << u"Misc"_s << u"misc"_s;
-}
-
+// By a click, by a key, and by the routines of the session, which take the tab along.
 void ChannelTest::tabs()
 {
-    QFETCH(QString, shown);
     Channel& window = m_desk->window;
     auto* home = new QWidget;
     auto* misc = new QWidget;
-    const auto visiblePage = [&] {
-        QStringList pages;
-        if (home->isVisible())
-            pages += u"home"_s;
-        if (misc->isVisible())
-            pages += u"misc"_s;
-        for (const QString& name : {u"rtbTopic"_s, u"DataIn"_s, u"DataOut"_s, u"lstNicks"_s,
-                                    u"Check3"_s, u"Check4"_s, u"Label4"_s}) {
-            if (control<QWidget>(name)->isVisible() && !pages.contains(u"chat"_s))
-                pages += u"chat"_s;
-        }
-        return pages.join(u'+');
-    };
-    QCOMPARE(visiblePage(), u"chat"_s); // before any click
     window.setWebPages(home, misc);
-    QCOMPARE(visiblePage(), u"chat"_s);
-
     auto* tabs = control<QTabBar>(u"TBar"_s);
-    const int index = QByteArray(QTest::currentDataTag()).toInt();
-    QTEST(tabs->tabText(index), "caption");
-    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(index == 2 ? 0 : 2).center());
-    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(index).center());
-    QCOMPARE(visiblePage(), shown);
-
-    // The same by the routines, which take the tab along.
-    for (int i = 0; i < 3; ++i) {
-        const auto show = std::array{&Channel::myHome, &Channel::myChatRoom, &Channel::myMisc}[i];
-        (window.*show)();
-        QCOMPARE(tabs->currentIndex(), i);
-        QCOMPARE(visiblePage(), (QStringList{u"home"_s, u"chat"_s, u"misc"_s}[i]));
+    const auto shown = [&] {
+        QString pages = tabs->tabText(tabs->currentIndex()) + u':';
+        pages += home->isVisible() ? " home"_L1 : ""_L1;
+        pages += misc->isVisible() ? " misc"_L1 : ""_L1;
+        for (const char* name : {"rtbTopic", "DataIn", "DataOut", "lstNicks", "Check3", "Label4"})
+            pages += control<QWidget>(QLatin1StringView(name))->isVisible() ? " x"_L1 : ""_L1;
+        return pages;
+    };
+    const QStringList pages{u"Home: home"_s, u"ChatRoom: x x x x x x"_s, u"Misc: misc"_s};
+    QCOMPARE(shown(), pages[1]);
+    const std::array routines{&Channel::myHome, &Channel::myChatRoom, &Channel::myMisc};
+    for (const int page : {2, 1, 0}) {
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(page).center());
+        QCOMPARE(shown(), pages[page]);
+    }
+    for (const int page : {2, 1, 0}) {
+        QTest::keyClick(tabs, static_cast<Qt::Key>(Qt::Key_1 + page), Qt::ControlModifier);
+        QCOMPARE(shown(), pages[page]);
+    }
+    for (const int page : {2, 1, 0}) {
+        (window.*routines[static_cast<std::size_t>(page)])();
+        QCOMPARE(shown(), pages[page]);
     }
 }
 
@@ -251,8 +207,6 @@ void ChannelTest::topicLock_data()
     QTest::newRow("letter") << u"letter"_s << u"xabc"_s;
     QTest::newRow("Delete") << u"Delete"_s << u"bc"_s;
     QTest::newRow("Backspace") << u"End Backspace"_s << u"ab"_s;
-    QTest::newRow("word") << u"End Ctrl+Backspace"_s << u""_s;
-    QTest::newRow("over a selection") << u"Ctrl+A letter"_s << u"x"_s;
     QTest::newRow("paste") << u"Ctrl+V"_s << u"two linesabc"_s;
     QTest::newRow("cut") << u"Ctrl+A Ctrl+X"_s << u""_s;
     QTest::newRow("input method") << u"compose"_s << u"éabc"_s;
@@ -395,69 +349,27 @@ void ChannelTest::paleColorOfTheInputHasAGround()
     }
 }
 
-void ChannelTest::clickWithoutSelectionLeadsToTheInput_data()
-{
-    QTest::addColumn<QString>("name");
-
-    QTest::newRow("conversation") << u"DataIn"_s;
-    QTest::newRow("topic") << u"rtbTopic"_s;
-}
-
 void ChannelTest::clickWithoutSelectionLeadsToTheInput()
 {
-    QFETCH(QString, name);
-    auto* view = control<QWidget>(name);
-    auto& text = dynamic_cast<RichTextBox&>(*view);
-    text.setText(u"some words to select"_s);
-    control<QWidget>(u"lstNicks"_s)->setFocus();
-    QVERIFY(!input()->hasFocus());
-    const QPoint first(12, 14);
-    click(view, Qt::LeftButton, first);
-    QVERIFY(input()->hasFocus());
-
-    // Whoever has selected something is left to copy it.
     QWindow* window = m_desk->window.windowHandle();
-    const QPoint from = view->mapTo(&m_desk->window, first);
-    QTest::mousePress(window, Qt::LeftButton, {}, from);
-    QTest::mouseMove(window, from + QPoint(20, 0));
-    QTest::mouseMove(window, from + QPoint(60, 0));
-    QTest::mouseRelease(window, Qt::LeftButton, {}, from + QPoint(60, 0));
-    QVERIFY(text.SelLength() > 0);
-    QVERIFY(!input()->hasFocus());
-}
+    for (const QString& name : {u"DataIn"_s, u"rtbTopic"_s}) {
+        auto* view = control<QWidget>(name);
+        auto& text = dynamic_cast<RichTextBox&>(*view);
+        text.setText(u"some words to select"_s);
+        control<QWidget>(u"lstNicks"_s)->setFocus();
+        const QPoint first(12, 14);
+        click(view, Qt::LeftButton, first);
+        QVERIFY(input()->hasFocus());
 
-void ChannelTest::inputLine_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("line");  // to the server
-    QTest::addColumn<QString>("shown"); // in the conversation
-    QTest::addColumn<QString>("left");  // in the box
-
-    QTest::newRow("message") << u"hi there"_s
-                             << u"PRIVMSG #room :\x03"
-                                "1 hi there"_s
-                             << u"<me> hi there"_s << u""_s;
-    QTest::newRow("slash means nothing") << u"/me waves"_s
-                                         << u"PRIVMSG #room :\x03"
-                                            "1 /me waves"_s
-                                         << u"<me> /me waves"_s << u""_s;
-    QTest::newRow("for bots") << u" !help "_s << u"PRIVMSG #room : !help "_s << u"<me>   !help "_s
-                              << u""_s;
-    QTest::newRow("raw") << u"IRC JOIN #x"_s << u"JOIN #x"_s << QString() << u""_s;
-    QTest::newRow("blanks") << u"   "_s << QString() << QString() << u"   "_s;
-}
-
-void ChannelTest::inputLine()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, line);
-    QFETCH(QString, shown);
-    QTest::keyClicks(input(), typed);
-    QTest::keyClick(input(), Qt::Key_Return);
-    QCOMPARE(m_desk->server.sent.join(u'\n'), line);
-    QCOMPARE(m_desk->window.DataIn().Text().trimmed(), shown.trimmed());
-    QTEST(input()->text(), "left");
-    QVERIFY(input()->hasFocus());
+        // Whoever has selected something is left to copy it.
+        const QPoint from = view->mapTo(&m_desk->window, first);
+        QTest::mousePress(window, Qt::LeftButton, {}, from);
+        QTest::mouseMove(window, from + QPoint(20, 0));
+        QTest::mouseMove(window, from + QPoint(60, 0));
+        QTest::mouseRelease(window, Qt::LeftButton, {}, from + QPoint(60, 0));
+        QVERIFY(text.SelLength() > 0);
+        QVERIFY(!input()->hasFocus());
+    }
 }
 
 void ChannelTest::inputKeepsToItsLength()
@@ -543,27 +455,16 @@ void ChannelTest::tabCompletesNames()
 
 void ChannelTest::historyKeys()
 {
-    const auto press = [this](Qt::Key key) {
-        QTest::keyClick(input(), key);
-        return QString(input()->text() + u'/' + QString::number(m_desk->around.dialogs.beeps));
-    };
-    QCOMPARE(press(Qt::Key_Up), u"/1"_s);
-    QCOMPARE(press(Qt::Key_Down), u"/2"_s);
-    for (const QString& text : {u"a"_s, u"!not kept"_s, u"IRC nor this"_s, u"b"_s}) {
+    for (const QString& text : {u"a"_s, u"b"_s}) {
         QTest::keyClicks(input(), text);
         QTest::keyClick(input(), Qt::Key_Return);
     }
-    QTest::keyClicks(input(), u"lost"_s);
-    QCOMPARE(press(Qt::Key_Up), u"b/2"_s);
-    QCOMPARE(press(Qt::Key_Up), u"a/2"_s);
-    QCOMPARE(press(Qt::Key_Up), u"a/3"_s);
-    QCOMPARE(press(Qt::Key_Down), u"b/3"_s);
-    QCOMPARE(press(Qt::Key_Down), u"b/4"_s);
-    QTest::keyClick(input(), Qt::Key_Up);
-    QTest::keyClick(input(), Qt::Key_Return);
-    QCOMPARE(m_desk->server.sent.last(), u"PRIVMSG #room :\x03"
-                                         "1 a"_s);
-    QCOMPARE(press(Qt::Key_Up), u"a/4"_s);
+    QString seen;
+    for (const auto key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Down, Qt::Key_Down}) {
+        QTest::keyClick(input(), key);
+        seen += input()->text() + QString::number(m_desk->around.dialogs.beeps);
+    }
+    QCOMPARE(seen, u"b0a0a1b1b2"_s);
 }
 
 void ChannelTest::keysOfTheInputWorkOnTheView()
@@ -614,16 +515,6 @@ void ChannelTest::lettersTypedInTheViewGoToTheInput()
     QGuiApplication::clipboard()->setText(u"ey"_s);
     QTest::keyClick(&view(), Qt::Key_V, Qt::ControlModifier);
     QCOMPARE(input()->text(), u"hey"_s);
-}
-
-void ChannelTest::keysChooseTabs()
-{
-    const auto* tabs = control<QTabBar>(u"TBar"_s);
-    for (const int page : {0, 2, 1}) {
-        QTest::keyClick(input(), static_cast<Qt::Key>(Qt::Key_1 + page), Qt::ControlModifier);
-        QCOMPARE(tabs->currentIndex(), page);
-    }
-    QCOMPARE(input()->text(), QString());
 }
 
 void ChannelTest::keysZoomWhatIsPainted()
@@ -700,6 +591,7 @@ void ChannelTest::rightButtonSelectsNothing()
     for (const QString& nick : {u"@ann"_s, u"bob"_s, u"cleo"_s})
         window.lstNicks().AddItem(nick);
     const QSignalSpy asked(&window, &Channel::lstNicks_RightButtonDown);
+    const QSignalSpy used(&window, &Channel::lstNicks_DblClick);
     const auto* rows = &window.nickRows();
     click(rows, Qt::RightButton, middleOfRow(1));
     QCOMPARE(window.lstNicks().ListIndex(), -1);
@@ -709,34 +601,9 @@ void ChannelTest::rightButtonSelectsNothing()
     QCOMPARE(window.lstNicks().Text(), u"@ann"_s);
     QCOMPARE(asked.count(), 2);
     QCOMPARE(asked.at(1).at(0).toPoint(), rows->mapToGlobal(middleOfRow(2)));
-}
-
-void ChannelTest::doubleClickOnARow()
-{
-    Channel& window = m_desk->window;
-    window.lstNicks().AddItem(u"bob"_s);
-    const QSignalSpy clicked(&window, &Channel::lstNicks_DblClick);
-    const QPoint at = window.nickRows().mapTo(&window, middleOfRow(0));
-    QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, at);
-    QCOMPARE(clicked.count(), 1);
-    QCOMPARE(window.lstNicks().Text(), u"bob"_s);
-    QTest::mouseDClick(window.windowHandle(), Qt::RightButton, {}, at);
-    QCOMPARE(clicked.count(), 1);
-}
-
-void ChannelTest::closingAsks()
-{
-    const QSignalSpy closed(&m_desk->window, &Channel::closedToTray);
-    for (const bool yes : {false, true}) {
-        m_desk->around.dialogs.answerYes = yes;
-        m_desk->window.close();
-        QCOMPARE(m_desk->window.isVisible(), !yes);
-        QCOMPARE(closed.count(), yes ? 1 : 0);
-    }
-    QCOMPARE(m_desk->around.dialogs.shown,
-             QStringList(2, u"Quill Harbor Messenger|This will resize (minmize) messenger in "
-                            "system tray. Are you sure you want to to exit Quill Harbor Messenger "
-                            "ChatRoom? Messenger will be running in system tray."_s));
+    QTest::mouseDClick(window.windowHandle(), Qt::RightButton, {},
+                       rows->mapTo(&window, middleOfRow(2)));
+    QCOMPARE(used.count(), 0);
 }
 
 QTEST_MAIN(ChannelTest)
