@@ -95,39 +95,31 @@ void XpButtonTest::happen(const QString& event)
     QWindow* window = m_window->windowHandle();
     const QPoint inside = m_button->mapTo(m_window.get(), m_button->rect().center());
     const QPoint outside(2, 2);
-    if (event == "enter"_L1)
-        QTest::mouseMove(window, inside);
-    else if (event == "leave"_L1)
-        QTest::mouseMove(window, outside);
-    else if (event == "press"_L1)
-        QTest::mousePress(window, Qt::LeftButton, {}, inside);
-    else if (event == "press-right"_L1)
-        QTest::mousePress(window, Qt::RightButton, {}, inside);
-    else if (event == "release"_L1)
-        QTest::mouseRelease(window, Qt::LeftButton, {}, inside);
-    else if (event == "release-right"_L1)
-        QTest::mouseRelease(window, Qt::RightButton, {}, inside);
-    else if (event == "release-outside"_L1)
-        QTest::mouseRelease(window, Qt::LeftButton, {}, outside);
-    else if (event == "focus"_L1)
-        m_button->setFocus();
-    else if (event == "unfocus"_L1)
-        m_other->setFocus();
-    else if (event == "keys"_L1)
-        new ButtonKeys(m_window.get());
-    else if (event == "enable"_L1 || event == "disable"_L1)
-        m_button->setEnabled(event == "enable"_L1);
-    else if (event == "return-key"_L1)
-        QTest::keyClick(m_window->focusWidget(), Qt::Key_Return);
-    else if (event == "return-held"_L1) {
-        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s, true);
-        QApplication::sendEvent(m_window->focusWidget(), &held);
-    } else if (event == "enter-key"_L1)
-        QTest::keyClick(m_window->focusWidget(), Qt::Key_Enter);
-    else if (event == "space-key"_L1)
-        QTest::keyClick(m_window->focusWidget(), Qt::Key_Space);
-    else
-        QFAIL(qPrintable(event));
+    const auto key = [this](Qt::Key code) { QTest::keyClick(m_window->focusWidget(), code); };
+    const QHash<QString, std::function<void()>> events{
+        {u"enter"_s, [&] { QTest::mouseMove(window, inside); }},
+        {u"leave"_s, [&] { QTest::mouseMove(window, outside); }},
+        {u"press"_s, [&] { QTest::mousePress(window, Qt::LeftButton, {}, inside); }},
+        {u"press-right"_s, [&] { QTest::mousePress(window, Qt::RightButton, {}, inside); }},
+        {u"release"_s, [&] { QTest::mouseRelease(window, Qt::LeftButton, {}, inside); }},
+        {u"release-right"_s, [&] { QTest::mouseRelease(window, Qt::RightButton, {}, inside); }},
+        {u"release-outside"_s, [&] { QTest::mouseRelease(window, Qt::LeftButton, {}, outside); }},
+        {u"focus"_s, [&] { m_button->setFocus(); }},
+        {u"unfocus"_s, [&] { m_other->setFocus(); }},
+        {u"keys"_s, [&] { new ButtonKeys(m_window.get()); }},
+        {u"enable"_s, [&] { m_button->setEnabled(true); }},
+        {u"disable"_s, [&] { m_button->setEnabled(false); }},
+        {u"return-key"_s, [&] { key(Qt::Key_Return); }},
+        {u"enter-key"_s, [&] { key(Qt::Key_Enter); }},
+        {u"space-key"_s, [&] { key(Qt::Key_Space); }},
+        {u"return-held"_s,
+         [&] {
+             QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s, true);
+             QApplication::sendEvent(m_window->focusWidget(), &held);
+         }},
+    };
+    QVERIFY2(events.contains(event), qPrintable(event));
+    events[event]();
 }
 
 void XpButtonTest::looks_data()

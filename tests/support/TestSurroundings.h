@@ -32,9 +32,13 @@ class RecordingTray final : public NotificationArea
 {
 public:
     bool isAvailable() const override { return available; }
-    void add(const Record& record) override { last = record; }
+    void add(const Record& record) override
+    {
+        isShown = true;
+        last = record;
+    }
     void modify(const Record& record) override { last = record; }
-    void remove() override {}
+    void remove() override { isShown = false; }
     void setMenu(QMenu* trayMenu) override { menu = trayMenu; }
     void notify(const QString& title, const QString& body) override
     {
@@ -42,6 +46,7 @@ public:
     }
 
     bool available = true;
+    bool isShown = false;
     Record last;
     QMenu* menu = nullptr;
     QStringList notices;
