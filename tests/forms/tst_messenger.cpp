@@ -47,7 +47,6 @@ private Q_SLOTS:
     void endsByOthers_data();
     void endsByOthers();
     void refusedRoom();
-    void roomTwice();
     void anotherNetworkIsChosen();
     void badSetting_data();
     void badSetting();
@@ -61,7 +60,6 @@ private Q_SLOTS:
     void rankOpensTheTopic();
     void tellsOfMentions();
     void survivesNoise();
-    void twoProgramsInOneProcess();
 
 private:
     void beInTheRoom();
@@ -329,25 +327,6 @@ void MessengerTest::refusedRoom()
     QTRY_COMPARE(heard(), quitLine);
     QVERIFY(!m_client->window().isVisible() && m_client->messenger.login().isVisible());
     QVERIFY(m_client->looksSignedOut() && !m_client->field("Text1")->isReadOnly());
-}
-
-void MessengerTest::roomTwice()
-{
-    beInTheRoom();
-    QCOMPARE(m_client->window().findChild<QLabel*>(u"cmdCount"_s)->text(),
-             u" Total Chatters :  [ 2 ]"_s);
-    m_client->click("mnu_File_Disconnect");
-    m_server->closePeer();
-
-    // The line with the second own JOIN fails after it was counted; the session goes on.
-    m_client->signIn(u"anna"_s);
-    QTRY_VERIFY(heard().contains("USER "));
-    m_server->say(":s 001 anna :Welcome\r\n:anna!u@h JOIN :#Harbor\r\n"
-                  ":s 353 anna = #Harbor :anna bob\r\n");
-    QTRY_COMPARE(m_client->chatters(), (QStringList{u"anna"_s, u"bob"_s}));
-    QVERIFY(!heard().contains("MODE #Harbor"));
-    QVERIFY(answersPing());
-    QCOMPARE(m_client->around.ends, 0);
 }
 
 void MessengerTest::anotherNetworkIsChosen()
@@ -620,24 +599,6 @@ void MessengerTest::survivesNoise()
     QCOMPARE(m_client->state(), connected);
     m_server->say(":cleo!u@h PRIVMSG #Harbor :still here?\r\n");
     QTRY_VERIFY(m_client->reads(u"still here?"_s));
-}
-
-void MessengerTest::twoProgramsInOneProcess()
-{
-    const QString address = TestSurroundings::ownAddress(100 + m_number);
-    ScriptedServer otherServer(address);
-    TestClient other(address, &m_events);
-    beInTheRoom();
-    other.start();
-    other.signIn(u"bea"_s);
-    QTRY_VERIFY(otherServer.received().startsWith("NICK bea\n"));
-    m_server->say(":bob!u@h PRIVMSG #Harbor :for anna\r\n");
-    QTRY_VERIFY(m_client->reads(u"for anna"_s));
-    QVERIFY(!other.reads(u"for anna"_s));
-    m_client->click("mnu_Terminate");
-    QCOMPARE(m_client->around.ends, 1);
-    QCOMPARE(other.around.ends, 0);
-    QCOMPARE(other.state(), connected);
 }
 
 QTEST_MAIN(MessengerTest)
