@@ -157,7 +157,7 @@ private Q_SLOTS:
         QVERIFY(!shown<Form>());
         QCOMPARE(scene.desk.take(), QStringList{u"<< NICK carol"_s});
         QCOMPARE(scene.desk.variables.MyNick, u"carol"_s);
-        QCOMPARE(scene.desk.take() in.Text1, u"carol"_s);
+        QCOMPARE(scene.desk.login.Text1, u"carol"_s);
         QVERIFY(scene.host.channelEnabled);
     }
 
