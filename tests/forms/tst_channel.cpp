@@ -6,7 +6,7 @@
 #include "platform/Twips.h"
 #include "room/Room.h"
 #include "room/TopicField.h"
-#include "support/StandIns.h"
+#include "support/RecordingDesk.h"
 #include "support/TestSurroundings.h"
 #include "text/OwnTextStyle.h"
 #include "text/TextWriter.h"
@@ -61,41 +61,254 @@ struct Desk final
 
 } // namespace
 
-// The main window: its menus and pages, and what real keys and clicks do in it.
+// The main window: its pages, and what real keys and clicks do in it.
 class ChannelTest final : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase() { loadResources(); }
-    void init();
-    void cleanup();
 
-    void tabs();
-    void smallestSize();
+    void init()
+    {
+        m_desk = std::make_unique<Desk>();
+        m_desk->window.Show();
+        QVERIFY(QTest::qWaitForWindowActive(&m_desk->window));
+        QGuiApplication::clipboard()->clear();
+    }
+    void cleanup()
+    {
+        const QStringList fatal = m_desk->fatal;
+        m_desk.reset();
+        QCOMPARE(fatal, QStringList()); // whoever wants one takes it
+    }
 
-    void topicLock_data();
-    void topicLock();
-    void topicGoesOutOnEnter();
-    void topicIsOneLine();
-    void longTopicFades();
-    void paleColorOfTheInputHasAGround();
-    void clickWithoutSelectionLeadsToTheInput();
+    void uses_data()
+    {
+        QTest::addColumn<QString>("script");
+        const auto row = [](const char* name, const QString& script) {
+            QTest::newRow(name) << script;
+        };
 
-    void inputKeepsToItsLength();
-    void pastedLineEndsSendNothing();
-    void notesAboveTheInput_data();
-    void notesAboveTheInput();
-    void tabCompletesNames();
-    void historyKeys();
-    void keysOfTheInputWorkOnTheView();
-    void lettersTypedInTheViewGoToTheInput();
-    void keysZoomWhatIsPainted();
-    void styleBoxes();
-    void sendPicture();
-    void failingKeyIsFatal();
+        row("tabs by clicks", u"?page ChatRoom: x x x x x x|tab 2|?page Misc: misc|tab 1|"
+                              "?page ChatRoom: x x x x x x|tab 0|?page Home: home"_s);
+        row("tabs by keys", u"in DataOut|keys Ctrl+3|?page Misc: misc|keys Ctrl+2|"
+                            "?page ChatRoom: x x x x x x|keys Ctrl+1|?page Home: home|?input "_s);
+        row("tabs by the session",
+            u"go 2|?page Misc: misc|go 1|?page ChatRoom: x x x x x x|go 0|?page Home: home"_s);
 
-    void rightButtonSelectsNothing();
+        row("topic goes out on Enter",
+            u"lock|topic old|in rtbTopic|keys Return Enter|?sent |unlock|keys End|type  and new|"
+            "keys Return|?sent TOPIC #room :old and new|keys Enter|?sent TOPIC #room :old and new|"
+            "keys Shift+Return|?sent TOPIC #room :old and new|?topic old and new"_s);
+        // The writer leaves a line end behind the text. No key leads there.
+        for (const QString& keys : {u"Home"_s, u"End"_s, u"Down"_s, u"Ctrl+End"_s, u"End Right"_s})
+            row(qPrintable("topic is one line, "_L1 + keys),
+                "unlock|show xabc|in rtbTopic|type >|keys "_L1 + keys + "|type !|keys Return|"_L1 +
+                    (keys == "Home"_L1 ? "?sent TOPIC #room :!>abc "_L1
+                                       : "?sent TOPIC #room :>abc !"_L1));
+        row("click in the topic", u"topic some words|in lstNicks|click rtbTopic|?focus DataOut"_s);
+        row("click in the conversation",
+            u"line some words|in lstNicks|click DataIn|?focus DataOut"_s);
+        // Whoever has selected something is left to copy it.
+        row("drag in the topic", u"topic some words|drag rtbTopic|?focus rtbTopic"_s);
+        row("drag in the conversation", u"line some words|drag DataIn|?focus DataIn"_s);
+
+        row("longest line", "clip "_L1 + QString(1200, u'x') +
+                                "|in DataOut|keys Ctrl+V|type y|"_L1 + "?input "_L1 +
+                                QString(1100, u'x'));
+        for (const char* end : {"\n", "\r\n", "\r"})
+            row("pasted line ends", "clip hi"_L1 + QLatin1StringView(end) +
+                                        "QUIT :x|in DataOut|keys Ctrl+V Return|"
+                                        "?sent PRIVMSG #room :{C}1 hi QUIT :x"_L1);
+        for (const auto& [pasted, note] : {
+                 std::pair(u"hello / you"_s, ""_L1),
+                 std::pair(u"/id mysecret"_s, "Everybody in the roo"_L1),
+                 std::pair(u"  /me"_s, "Everybody in the roo"_L1),
+                 std::pair(u"one\ntwo"_s, "The lines of what yo"_L1),
+                 std::pair(QString(399, u'x'), ""_L1),
+                 std::pair(QString(400, u'x'), "700 characters left."_L1),
+             })
+            row(qPrintable("note, "_L1 + QString::number(pasted.size())),
+                "clip "_L1 + pasted + "|in DataOut|keys Ctrl+V|?notes "_L1 + note +
+                    "|text |?notes "_L1);
+        row("Tab completes names, the last speaker's first",
+            u"rows @anna Andy bob andrea|line <andrea> hi|line Andy waves|in DataOut|type an|"
+            "keys Tab|?input Andy: |keys Tab|?input andrea: |keys Tab|?input anna: |keys Tab|"
+            "?input Andy: |keys Backtab|?input anna: |type see B|keys Tab|"
+            "?input anna: see bob |?sent "_s);
+        row("Tab between other words, with a blank there already",
+            u"rows bob|in DataOut|text well bo or not|caret 7|keys Tab|?input well bob or not|"
+            "?caret 9|type zzz|keys Tab|?input well bob zzzor not|?focus Image2"_s);
+        row("history", u"in DataOut|type a|keys Return|type b|keys Return Up|?input b|keys Up|"
+                       "?input a|?beeps 0|keys Up|?input a|?beeps 1|keys Down|?input b|keys Down|"
+                       "?input b|?beeps 2"_s);
+        row("keys of the input work on the view",
+            u"fill|in DataOut|keys PgUp|?view up|keys PgDown|?view follows|keys Ctrl+Home|"
+            "?view top|keys Ctrl+End|?view follows|keys PgUp|type my own|?view up|keys Return|"
+            "?view follows"_s);
+        row("copying", u"line words|mark 0 4|in DataOut|type typed|keys Ctrl+C|?clip word|"
+                       "keys Ctrl+A Ctrl+C|?clip typed"_s);
+        row("finding", u"in DataOut|keys Ctrl+F|?focus findText"_s);
+        row("letters typed in the view go to the input",
+            u"in DataIn|keys Left Alt+X|?focus DataIn|type h|?focus DataOut|in DataIn|clip ey|"
+            "keys Ctrl+V|?input hey"_s);
+        // Each key sets the typeface anew, and one that the input method takes for itself, too.
+        row("style boxes",
+            u"click Check3|click Check4|in DataOut|type x|"
+            "?font bold underline Arial 10|face Courier|compose y|"
+            "?font bold underline Courier 10|click Check3|?font underline Courier 10"_s);
+        row("picture that sends",
+            u"click Image2|?sent |in DataOut|type hi|click Image2|?sent PRIVMSG #room :{C}1 hi|"
+            "?input |type by key|keys Tab|?focus Image2|keys Space|"
+            "?sent PRIVMSG #room :{C}1 by key|in DataOut|type by reader|press Image2|"
+            "?sent PRIVMSG #room :{C}1 by reader"_s);
+    }
+    void uses()
+    {
+        QFETCH(QString, script);
+        m_desk->window.setWebPages(m_home = new QWidget, m_misc = new QWidget);
+        play(script);
+    }
+
+    void topicLock_data()
+    {
+        QTest::addColumn<QString>("steps");
+        QTest::addColumn<QString>("unlocked"); // what becomes of "abc", with the caret at its start
+
+        QTest::newRow("letter") << u"type x"_s << u"xabc"_s;
+        QTest::newRow("Delete") << u"keys Delete"_s << u"bc"_s;
+        QTest::newRow("Backspace") << u"keys End Backspace"_s << u"ab"_s;
+        QTest::newRow("word") << u"keys End Ctrl+Backspace"_s << u""_s;
+        QTest::newRow("over a selection") << u"keys Ctrl+A|type x"_s << u"x"_s;
+        QTest::newRow("paste") << u"keys Ctrl+V"_s << u"two linesabc"_s;
+        QTest::newRow("cut") << u"keys Ctrl+A Ctrl+X"_s << u""_s;
+        QTest::newRow("input method") << u"compose \u00e9"_s << u"\u00e9abc"_s;
+        QTest::newRow("drop") << u"drop two\nlines"_s << u"abctwo lines"_s;
+        QTest::newRow("Tab leaves") << u"keys Tab"_s << u"abc"_s;
+        QTest::newRow("copy") << u"keys Ctrl+A Ctrl+C|?clip abc"_s << u"abc"_s;
+    }
+    void topicLock()
+    {
+        QFETCH(QString, steps);
+        QFETCH(QString, unlocked);
+        const QString before = u"|topic abc|clip two\nlines|in rtbTopic|keys Home|"_s;
+        play("lock"_L1 + before + steps + "|?topic abc|?sent "_L1);
+        play("unlock"_L1 + before + steps + "|?topic "_L1 + unlocked + "|?sent "_L1);
+    }
+
+    void smallestSize()
+    {
+        QWidget& window = m_desk->window;
+        window.resize(100, 100);
+        QTRY_COMPARE(window.size(), QSize(767, 510)); // 11500 by 7650 twips at least
+        // Everything still has its place.
+        for (const QString& name : {u"rtbTopic"_s, u"DataIn"_s, u"DataOut"_s, u"lstNicks"_s,
+                                    u"Image2"_s, u"Label5"_s, u"cmdCount"_s}) {
+            const auto* each = control<QWidget>(name);
+            const QRect place(each->mapTo(&window, QPoint(0, 0)), each->size());
+            QVERIFY2(window.rect().contains(place), qPrintable(name));
+            QVERIFY2(place.width() > 20 && place.height() > 8, qPrintable(name));
+        }
+    }
+
+    void longTopicFades()
+    {
+        const auto lightAtTheEdge = [this] {
+            const QWidget* edit = topicEdit();
+            const QImage shown = topicEdit()->grab().toImage();
+            int darkest = 255;
+            for (int x = edit->width() - 8; x < edit->width() - 3; ++x) {
+                for (int y = 5; y < edit->height() - 5; ++y)
+                    darkest = std::min(darkest, qGray(shown.pixel(x, y)));
+            }
+            return darkest > 200;
+        };
+        const auto hint = [this] {
+            const QWidget* edit = topicEdit();
+            QHelpEvent event(QEvent::ToolTip, {20, 10}, edit->mapToGlobal(QPoint(20, 10)));
+            QCoreApplication::sendEvent(static_cast<QAbstractScrollArea*>(topicEdit())->viewport(),
+                                        &event);
+            return QToolTip::text();
+        };
+        setTopic(u"short"_s);
+        QTRY_VERIFY(lightAtTheEdge());
+        QCOMPARE(hint(), QString());
+        setTopic(u"MMM <b>"_s.repeated(100));
+        QTRY_VERIFY(lightAtTheEdge());
+        QVERIFY(hint().contains(u"MMM &lt;b&gt;"_s));
+        QToolTip::hideText();
+    }
+
+    void paleColorOfTheInputHasAGround()
+    {
+        m_desk->window.setStyleSheet(u"QLineEdit { background: white }"_s); // as the theme has it
+        const auto shows = [this](const QColor& color) {
+            const QImage line = input()->grab().toImage();
+            for (int x = 0; x < line.width(); ++x) {
+                for (int y = 0; y < line.height(); ++y) {
+                    if (line.pixelColor(x, y) == color)
+                        return true;
+                }
+            }
+            return false;
+        };
+        const QColor yellow(255, 255, 0);
+        const QColor ground = readableGround(yellow.rgb(), qRgb(255, 255, 255));
+        QTest::keyClicks(input(), u"MMMM"_s);
+        for (const bool pale : {true, false, true}) {
+            m_desk->window.setInputColor(pale ? yellow : QColor(Qt::black));
+            QCOMPARE(m_desk->window.inputColor(), pale ? yellow : QColor(Qt::black));
+            QCOMPARE(shows(ground), pale);
+            QVERIFY(shows(m_desk->window.inputColor()));
+        }
+    }
+
+    void keysZoomWhatIsPainted()
+    {
+        fillView();
+        const auto height = [this] { return view().characterRect(0).height(); };
+        const int natural = height();
+        for (int i = 0; i < 5; ++i)
+            QTest::keyClick(input(), Qt::Key_Plus, Qt::ControlModifier);
+        QVERIFY(height() > natural * 1.3);
+        QCOMPARE(view().styleAt(0).fontSize, 10);
+        for (int i = 0; i < 8; ++i)
+            QTest::keyClick(&view(), Qt::Key_Minus, Qt::ControlModifier);
+        QVERIFY(height() < natural);
+        QTest::keyClick(input(), Qt::Key_0, Qt::ControlModifier);
+        QCOMPARE(height(), natural);
+    }
+
+    void failingKeyIsFatal()
+    {
+        m_desk->variables.MaxTextHistory = Int16(-1);
+        QTest::keyClicks(input(), u"hi"_s);
+        QTest::keyClick(input(), Qt::Key_Return);
+        QCOMPARE(std::exchange(m_desk->fatal, {}),
+                 QStringList{u"Run-time error '9':\n\nSubscript out of range"_s});
+    }
+
+    void rightButtonSelectsNothing()
+    {
+        Channel& window = m_desk->window;
+        for (const QString& nick : {u"@ann"_s, u"bob"_s, u"cleo"_s})
+            window.lstNicks().AddItem(nick);
+        const QSignalSpy asked(&window, &Channel::lstNicks_RightButtonDown);
+        const QSignalSpy used(&window, &Channel::lstNicks_DblClick);
+        const auto* rows = &window.nickRows();
+        click(rows, Qt::RightButton, middleOfRow(1));
+        QCOMPARE(window.lstNicks().ListIndex(), -1);
+        click(rows, Qt::LeftButton, middleOfRow(0));
+        QCOMPARE(window.lstNicks().Text(), u"@ann"_s);
+        click(rows, Qt::RightButton, middleOfRow(2));
+        QCOMPARE(window.lstNicks().Text(), u"@ann"_s);
+        QCOMPARE(asked.count(), 2);
+        QCOMPARE(asked.at(1).at(0).toPoint(), rows->mapToGlobal(middleOfRow(2)));
+        QTest::mouseDClick(window.windowHandle(), Qt::RightButton, {},
+                           rows->mapTo(&window, middleOfRow(2)));
+        QCOMPARE(used.count(), 0);
+    }
 
 private:
     template<typename T>
@@ -107,504 +320,175 @@ private:
     }
     QLineEdit* input() const { return control<QLineEdit>(u"DataOut"_s); }
     QWidget* topicEdit() const { return control<QWidget>(u"rtbTopic"_s); }
-    void click(const QWidget* target, Qt::MouseButton button = Qt::LeftButton,
-               QPoint at = {-1, -1}) const;
     ChatView& view() const { return *control<ChatView>(u"DataIn"_s); }
+    void setTopic(const QString& text) const { m_desk->window.rtbTopic().setText(text); }
     void fillView() const
     {
         for (int i = 0; i < 300; ++i)
             m_desk->writer.WriteView(view(), "line "_L1 + QString::number(i));
+        QTRY_VERIFY(view().verticalScrollBar()->maximum() > 0);
     }
-    void setTopic(const QString& text) const { m_desk->window.rtbTopic().setText(text); }
-    QPoint middleOfRow(int row) const;
-
-    std::unique_ptr<Desk> m_desk;
-};
-
-void ChannelTest::init()
-{
-    m_desk = std::make_unique<Desk>();
-    m_desk->window.Show();
-    QVERIFY(QTest::qWaitForWindowActive(&m_desk->window));
-    QGuiApplication::clipboard()->clear();
-}
-
-void ChannelTest::cleanup()
-{
-    const QStringList fatal = m_desk->fatal;
-    m_desk.reset();
-    QCOMPARE(fatal, QStringList()); // whoever wants one takes it
-}
-
-// As the pointer meets the window, so that it is the control on top that gets it.
-void ChannelTest::click(const QWidget* target, Qt::MouseButton button, QPoint at) const
-{
-    if (at == QPoint(-1, -1))
-        at = target->rect().center();
-    QTest::mouseClick(m_desk->window.windowHandle(), button, {},
-                      target->mapTo(&m_desk->window, at));
-}
-
-QPoint ChannelTest::middleOfRow(int row) const
-{
-    const ListBoxWidget& rows = m_desk->window.nickRows();
-    return rows.viewport()->mapTo(&rows, rows.visualItemRect(rows.item(row)).center());
-}
-
-// By a click, by a key, and by the routines of the session, which take the tab along.
-void ChannelTest::tabs()
-{
-    Channel& window = m_desk->window;
-    auto* home = new QWidget;
-    auto* misc = new QWidget;
-    window.setWebPages(home, misc);
-    auto* tabs = control<QTabBar>(u"TBar"_s);
-    const auto shown = [&] {
-        QString pages = tabs->tabText(tabs->currentIndex()) + u':';
-        pages += home->isVisible() ? " home"_L1 : ""_L1;
-        pages += misc->isVisible() ? " misc"_L1 : ""_L1;
-        for (const char* name : {"rtbTopic", "DataIn", "DataOut", "lstNicks", "Check3", "Label4"})
-            pages += control<QWidget>(QLatin1StringView(name))->isVisible() ? " x"_L1 : ""_L1;
-        return pages;
-    };
-    const QStringList pages{u"Home: home"_s, u"ChatRoom: x x x x x x"_s, u"Misc: misc"_s};
-    QCOMPARE(shown(), pages[1]);
-    const std::array routines{&Channel::myHome, &Channel::myChatRoom, &Channel::myMisc};
-    for (const int page : {2, 1, 0}) {
-        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(page).center());
-        QCOMPARE(shown(), pages[page]);
+    // As the pointer meets the window, so that it is the control on top that gets it.
+    void click(const QWidget* target, Qt::MouseButton button, QPoint at) const
+    {
+        QTest::mouseClick(m_desk->window.windowHandle(), button, {},
+                          target->mapTo(&m_desk->window, at));
     }
-    for (const int page : {2, 1, 0}) {
-        QTest::keyClick(tabs, static_cast<Qt::Key>(Qt::Key_1 + page), Qt::ControlModifier);
-        QCOMPARE(shown(), pages[page]);
+    QPoint middleOfRow(int row) const
+    {
+        const ListBoxWidget& rows = m_desk->window.nickRows();
+        return rows.viewport()->mapTo(&rows, rows.visualItemRect(rows.item(row)).center());
     }
-    for (const int page : {2, 1, 0}) {
-        (window.*routines[static_cast<std::size_t>(page)])();
-        QCOMPARE(shown(), pages[page]);
-    }
-}
-
-void ChannelTest::smallestSize()
-{
-    QWidget& window = m_desk->window;
-    window.resize(100, 100);
-    QTRY_COMPARE(window.size(), QSize(767, 510)); // 11500 by 7650 twips at least
-    // Everything still has its place.
-    for (const QString& name : {u"rtbTopic"_s, u"DataIn"_s, u"DataOut"_s, u"lstNicks"_s,
-                                u"Image2"_s, u"Label5"_s, u"cmdCount"_s}) {
-        const auto* each = control<QWidget>(name);
-        const QRect place(each->mapTo(&window, QPoint(0, 0)), each->size());
-        QVERIFY2(window.rect().contains(place), qPrintable(name));
-        QVERIFY2(place.width() > 20 && place.height() > 8, qPrintable(name));
-    }
-}
-
-void ChannelTest::topicLock_data()
-{
-    QTest::addColumn<QString>("action");
-    QTest::addColumn<QString>("unlocked"); // what becomes of "abc", with the caret at its start
-
-    QTest::newRow("letter") << u"letter"_s << u"xabc"_s;
-    QTest::newRow("Delete") << u"Delete"_s << u"bc"_s;
-    QTest::newRow("Backspace") << u"End Backspace"_s << u"ab"_s;
-    QTest::newRow("paste") << u"Ctrl+V"_s << u"two linesabc"_s;
-    QTest::newRow("cut") << u"Ctrl+A Ctrl+X"_s << u""_s;
-    QTest::newRow("input method") << u"compose"_s << u"éabc"_s;
-    QTest::newRow("drop") << u"End drop"_s << u"abctwo lines"_s;
-    QTest::newRow("Tab leaves") << u"Tab"_s << u"abc"_s;
-    QTest::newRow("copy") << u"Ctrl+A Ctrl+C"_s << u"abc"_s;
-}
-
-void ChannelTest::topicLock()
-{
-    QFETCH(QString, action);
-    for (const bool locked : {true, false}) {
-        TopicField::setLocked(m_desk->window.rtbTopic(), locked);
-        setTopic(u"abc"_s);
-        QGuiApplication::clipboard()->setText(u"two\nlines"_s);
-        QWidget* edit = topicEdit();
-        edit->setFocus();
-        QTest::keyClick(edit, Qt::Key_Home);
-        for (const QString& step : action.split(u' ')) {
-            if (step == "letter"_L1) {
-                QTest::keyClick(edit, 'x');
-            } else if (step == "compose"_L1) {
-                QInputMethodEvent event;
-                event.setCommitString(u"é"_s);
-                QCoreApplication::sendEvent(edit, &event);
-            } else if (step == "drop"_L1) {
-                auto* viewport = edit->findChild<QWidget*>(u"qt_scrollarea_viewport"_s);
-                QMimeData data;
-                data.setText(u"two\nlines"_s);
-                const QPoint at(viewport->width() - 4, viewport->height() / 2);
-                QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
-                QCoreApplication::sendEvent(viewport, &enter);
-                QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
-                QCoreApplication::sendEvent(viewport, &drop);
-            } else {
-                const QKeyCombination keys = QKeySequence(step)[0];
-                QTest::keyClick(edit, keys.key(), keys.keyboardModifiers());
-            }
-        }
-        const QString text = m_desk->window.rtbTopic().Text();
-        if (locked)
-            QCOMPARE(text, u"abc"_s);
-        else
-            QTEST(text, "unlocked");
-        QCOMPARE(m_desk->server.sent, QStringList());
-    }
-    if (action.endsWith("Ctrl+C"_L1))
-        QCOMPARE(QGuiApplication::clipboard()->text(), u"abc"_s); // reading is always allowed
-}
-
-void ChannelTest::topicGoesOutOnEnter()
-{
-    TopicField::setLocked(m_desk->window.rtbTopic(), true);
-    setTopic(u"old"_s);
-    QWidget* edit = topicEdit();
-    edit->setFocus();
-    for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
-        QTest::keyClick(edit, key);
-    QCOMPARE(m_desk->server.sent, QStringList());
-
-    TopicField::setLocked(m_desk->window.rtbTopic(), false);
-    QTest::keyClick(edit, Qt::Key_End);
-    QTest::keyClicks(edit, u" and new"_s);
-    QTest::keyClick(edit, Qt::Key_Return);
-    QTest::keyClick(edit, Qt::Key_Enter);
-    QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
-    QCOMPARE(m_desk->server.sent, QStringList(3, u"TOPIC #room :old and new"_s));
-    QCOMPARE(m_desk->window.rtbTopic().Text(), u"old and new"_s); // no line break
-}
-
-void ChannelTest::topicIsOneLine()
-{
-    // The writer leaves a line end behind the text. No key leads there.
-    TopicField::setLocked(m_desk->window.rtbTopic(), false);
-    QWidget* edit = topicEdit();
-    for (const QString& keys : {u"Home"_s, u"End"_s, u"Down"_s, u"Ctrl+End"_s, u"End Right"_s}) {
-        TopicField::show(m_desk->window.rtbTopic(), m_desk->writer, u"xabc"_s);
-        edit->setFocus();
-        QTest::keyClick(edit, '>'); // where the caret stands by itself
-        for (const QString& step : keys.split(u' ')) {
-            const QKeyCombination key = QKeySequence(step)[0];
-            QTest::keyClick(edit, key.key(), key.keyboardModifiers());
-        }
-        QTest::keyClick(edit, '!');
-        QTest::keyClick(edit, Qt::Key_Return);
-        QCOMPARE(m_desk->server.sent.takeFirst(),
-                 QString(keys == "Home"_L1 ? u"TOPIC #room :!>abc "_s : u"TOPIC #room :>abc !"_s));
-    }
-}
-
-void ChannelTest::longTopicFades()
-{
-    const auto lightAtTheEdge = [this] {
-        const QWidget* edit = topicEdit();
-        const QImage shown = topicEdit()->grab().toImage();
-        int darkest = 255;
-        for (int x = edit->width() - 8; x < edit->width() - 3; ++x) {
-            for (int y = 5; y < edit->height() - 5; ++y)
-                darkest = std::min(darkest, qGray(shown.pixel(x, y)));
-        }
-        return darkest > 200;
-    };
-    const auto hint = [this] {
-        const QWidget* edit = topicEdit();
-        QHelpEvent event(QEvent::ToolTip, {20, 10}, edit->mapToGlobal(QPoint(20, 10)));
-        QCoreApplication::sendEvent(static_cast<QAbstractScrollArea*>(topicEdit())->viewport(),
-                                    &event);
-        return QToolTip::text();
-    };
-    setTopic(u"short"_s);
-    QTRY_VERIFY(lightAtTheEdge());
-    QCOMPARE(hint(), QString());
-    setTopic(u"MMM <b>"_s.repeated(100));
-    QTRY_VERIFY(lightAtTheEdge());
-    QVERIFY(hint().contains(u"MMM &lt;b&gt;"_s));
-    QToolTip::hideText();
-}
-
-void ChannelTest::paleColorOfTheInputHasAGround()
-{
-    m_desk->window.setStyleSheet(u"QLineEdit { background: white }"_s); // as the theme has it
-    const auto shows = [this](const QColor& color) {
-        const QImage line = input()->grab().toImage();
-        for (int x = 0; x < line.width(); ++x) {
-            for (int y = 0; y < line.height(); ++y) {
-                if (line.pixelColor(x, y) == color)
-                    return true;
-            }
-        }
-        return false;
-    };
-    const QColor yellow(255, 255, 0);
-    const QColor ground = readableGround(yellow.rgb(), qRgb(255, 255, 255));
-    QTest::keyClicks(input(), u"MMMM"_s);
-    for (const bool pale : {true, false, true}) {
-        m_desk->window.setInputColor(pale ? yellow : QColor(Qt::black));
-        QCOMPARE(m_desk->window.inputColor(), pale ? yellow : QColor(Qt::black));
-        QCOMPARE(shows(ground), pale);
-        QVERIFY(shows(m_desk->window.inputColor()));
-    }
-}
-
-void ChannelTest::clickWithoutSelectionLeadsToTheInput()
-{
-    QWindow* window = m_desk->window.windowHandle();
-    for (const QString& name : {u"DataIn"_s, u"rtbTopic"_s}) {
-        auto* view = control<QWidget>(name);
-        auto& text = dynamic_cast<RichTextBox&>(*view);
-        text.setText(u"some words to select"_s);
-        control<QWidget>(u"lstNicks"_s)->setFocus();
-        const QPoint first(12, 14);
-        click(view, Qt::LeftButton, first);
-        QVERIFY(input()->hasFocus());
-
-        // Whoever has selected something is left to copy it.
-        const QPoint from = view->mapTo(&m_desk->window, first);
+    void drag(const QWidget* target) const
+    {
+        QWindow* window = m_desk->window.windowHandle();
+        const QPoint from = target->mapTo(&m_desk->window, QPoint(12, 14));
         QTest::mousePress(window, Qt::LeftButton, {}, from);
         QTest::mouseMove(window, from + QPoint(20, 0));
         QTest::mouseMove(window, from + QPoint(60, 0));
         QTest::mouseRelease(window, Qt::LeftButton, {}, from + QPoint(60, 0));
-        QVERIFY(text.SelLength() > 0);
-        QVERIFY(!input()->hasFocus());
     }
-}
-
-void ChannelTest::inputKeepsToItsLength()
-{
-    QGuiApplication::clipboard()->setText(QString(1200, u'x'));
-    QTest::keyClick(input(), Qt::Key_V, Qt::ControlModifier);
-    QTest::keyClick(input(), 'y');
-    QCOMPARE(input()->text(), QString(1100, u'x'));
-}
-
-void ChannelTest::pastedLineEndsSendNothing()
-{
-    for (const QString& lines : {u"hi\nQUIT :gone"_s, u"hi\r\nQUIT :gone"_s, u"hi\rQUIT :gone"_s}) {
-        QGuiApplication::clipboard()->setText(lines);
-        QTest::keyClick(input(), Qt::Key_V, Qt::ControlModifier);
-        QTest::keyClick(input(), Qt::Key_Return);
-        QCOMPARE(m_desk->server.sent.size(), 1);
-        const QString line = m_desk->server.sent.takeFirst();
-        QVERIFY(line.startsWith(u"PRIVMSG #room :\x03"
-                                "1 hi"_s));
-        QVERIFY(!line.contains(u'\n') && !line.contains(u'\r'));
+    void drop(const QString& text) const
+    {
+        auto* viewport = topicEdit()->findChild<QWidget*>(u"qt_scrollarea_viewport"_s);
+        QMimeData data;
+        data.setText(text);
+        const QPoint at(viewport->width() - 4, viewport->height() / 2);
+        QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(viewport, &enter);
+        QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(viewport, &drop);
     }
-}
+    QString shownPage() const
+    {
+        const auto* tabs = control<QTabBar>(u"TBar"_s);
+        QString pages = tabs->tabText(tabs->currentIndex()) + u':';
+        pages += m_home->isVisible() ? " home"_L1 : ""_L1;
+        pages += m_misc->isVisible() ? " misc"_L1 : ""_L1;
+        for (const char* name : {"rtbTopic", "DataIn", "DataOut", "lstNicks", "Check3", "Label4"})
+            pages += control<QWidget>(QLatin1StringView(name))->isVisible() ? " x"_L1 : ""_L1;
+        return pages;
+    }
+    QString fontOfInput() const
+    {
+        const QFont font = input()->font();
+        return (font.bold() ? "bold "_L1 : ""_L1) + (font.underline() ? "underline "_L1 : ""_L1) +
+               font.families().join(u' ') + u' ' + QString::number(font.pointSize());
+    }
 
-void ChannelTest::notesAboveTheInput_data()
-{
-    QTest::addColumn<QString>("pasted");
-    QTest::addColumn<QString>("note"); // its beginning
-
-    QTest::newRow("nothing to say") << u"hello / you"_s << QString();
-    QTest::newRow("slash") << u"/id mysecret"_s << u"Everybody in the room will read this"_s;
-    QTest::newRow("slash behind blanks") << u"  /me"_s << u"Everybody in the room will read this"_s;
-    QTest::newRow("joined lines") << u"one\ntwo"_s << u"The lines of what you put in were joined"_s;
-    QTest::newRow("short enough") << QString(399, u'x') << QString();
-    QTest::newRow("long") << QString(400, u'x') << u"700 characters left."_s;
-}
-
-void ChannelTest::notesAboveTheInput()
-{
-    QFETCH(QString, pasted);
-    QFETCH(QString, note);
-    QGuiApplication::clipboard()->setText(pasted);
-    QTest::keyClick(input(), Qt::Key_V, Qt::ControlModifier);
-    const auto* notes = control<QLabel>(u"notes"_s);
-    QCOMPARE(notes->isVisible(), !note.isEmpty());
-    QVERIFY2(notes->text().startsWith(note), qPrintable(notes->text()));
-    input()->clear();
-    QVERIFY(!notes->isVisible());
-}
-
-void ChannelTest::tabCompletesNames()
-{
-    for (const char* row : {"@anna", "Andy", "bob", "andrea"})
-        m_desk->window.lstNicks().AddItem(QLatin1StringView(row));
-    m_desk->writer.WriteView(m_desk->window.DataIn(), u"<andrea> hi"_s);
-    m_desk->writer.WriteView(m_desk->window.DataIn(), u"Andy waves"_s);
-    const auto press = [this](Qt::Key key) {
-        QTest::keyClick(input(), key);
-        return input()->text();
+    // A script is steps, "|" between: a verb and its object, or "?", a look and what is there.
+    void play(const QString& script)
+    {
+        for (const QString& step : RecordingDesk::coded(script).split(u'|')) {
+            const QString word = step.section(u' ', 0, 0);
+            const QString rest = step.section(u' ', 1);
+            if (!word.startsWith(u'?')) {
+                QVERIFY2(m_verbs.contains(word), qPrintable(step));
+                m_verbs[word](rest);
+                continue;
+            }
+            const auto look = m_looks.value(word.mid(1));
+            QVERIFY2(look, qPrintable(step));
+            QTRY_COMPARE(QString(word + u' ' + look()), step);
+            if (word == "?sent"_L1)
+                m_desk->server.sent.clear();
+        }
+    }
+    const QHash<QString, std::function<void(const QString&)>> m_verbs{
+        {u"in"_s, [this](const QString& name) { control<QWidget>(name)->setFocus(); }},
+        {u"click"_s,
+         [this](const QString& name) {
+             click(control<QWidget>(name), Qt::LeftButton, {12, 14});
+         }},
+        {u"drag"_s, [this](const QString& name) { drag(control<QWidget>(name)); }},
+        {u"press"_s,
+         [this](const QString& name) {
+             QAccessibleInterface* button =
+                 QAccessible::queryAccessibleInterface(control<QWidget>(name));
+             QCOMPARE(button->role(), QAccessible::Button);
+             QCOMPARE(button->text(QAccessible::Name), u"Send"_s);
+             button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+         }},
+        {u"type"_s,
+         [this](const QString& text) { QTest::keyClicks(m_desk->window.focusWidget(), text); }},
+        {u"keys"_s,
+         [this](const QString& names) {
+             for (const QString& name : names.split(u' ')) {
+                 const QKeyCombination key = QKeySequence(name)[0];
+                 QTest::keyClick(m_desk->window.focusWidget(), key.key(), key.keyboardModifiers());
+             }
+         }},
+        {u"compose"_s,
+         [this](const QString& text) {
+             QInputMethodEvent event;
+             event.setCommitString(text);
+             QCoreApplication::sendEvent(m_desk->window.focusWidget(), &event);
+         }},
+        {u"drop"_s,
+         [this](const QString& text) {
+             QTest::keyClick(topicEdit(), Qt::Key_End);
+             drop(text);
+         }},
+        {u"clip"_s, [](const QString& text) { QGuiApplication::clipboard()->setText(text); }},
+        {u"lock"_s, [this](auto) { TopicField::setLocked(m_desk->window.rtbTopic(), true); }},
+        {u"unlock"_s, [this](auto) { TopicField::setLocked(m_desk->window.rtbTopic(), false); }},
+        {u"topic"_s, [this](const QString& text) { setTopic(text); }},
+        {u"show"_s,
+         [this](const QString& text) {
+             TopicField::show(m_desk->window.rtbTopic(), m_desk->writer, text);
+         }},
+        {u"line"_s, [this](const QString& text) { m_desk->writer.WriteView(view(), text); }},
+        {u"fill"_s, [this](auto) { fillView(); }},
+        {u"mark"_s,
+         [this](const QString& range) {
+             view().selectForReader(range.section(u' ', 0, 0).toInt(),
+                                    range.section(u' ', 1).toInt());
+         }},
+        {u"rows"_s,
+         [this](const QString& names) {
+             for (const QString& name : names.split(u' '))
+                 m_desk->window.lstNicks().AddItem(name);
+         }},
+        {u"text"_s, [this](const QString& text) { input()->setText(text); }},
+        {u"caret"_s, [this](const QString& at) { input()->setCursorPosition(at.toInt()); }},
+        {u"face"_s, [this](const QString& name) { m_desk->variables.FontName = name; }},
+        {u"tab"_s,
+         [this](const QString& page) {
+             auto* tabs = control<QTabBar>(u"TBar"_s);
+             QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(page.toInt()).center());
+         }},
+        {u"go"_s,
+         [this](const QString& page) {
+             const std::array routines{&Channel::myHome, &Channel::myChatRoom, &Channel::myMisc};
+             (m_desk->window.*routines[page.toUInt()])();
+         }},
+    };
+    const QHash<QString, std::function<QString()>> m_looks{
+        {u"sent"_s, [this] { return m_desk->server.sent.join(u'\n'); }},
+        {u"topic"_s, [this] { return m_desk->window.rtbTopic().Text(); }},
+        {u"input"_s, [this] { return input()->text(); }},
+        {u"caret"_s, [this] { return QString::number(input()->cursorPosition()); }},
+        {u"focus"_s, [this] { return m_desk->window.focusWidget()->objectName(); }},
+        {u"notes"_s,
+         [this] {
+             const auto* notes = control<QLabel>(u"notes"_s);
+             return notes->isVisible() ? notes->text().left(20) : QString();
+         }},
+        {u"beeps"_s, [this] { return QString::number(m_desk->around.dialogs.beeps); }},
+        {u"clip"_s, [] { return QGuiApplication::clipboard()->text(); }},
+        {u"font"_s, [this] { return fontOfInput(); }},
+        {u"page"_s, [this] { return shownPage(); }},
+        {u"view"_s,
+         [this] {
+             const bool isTop = view().verticalScrollBar()->value() == 0;
+             return view().isFollowing() ? u"follows"_s : isTop ? u"top"_s : u"up"_s;
+         }},
     };
 
-    QTest::keyClicks(input(), u"an"_s);
-    QCOMPARE(press(Qt::Key_Tab), u"Andy: "_s); // spoke last
-    QCOMPARE(press(Qt::Key_Tab), u"andrea: "_s);
-    QCOMPARE(press(Qt::Key_Tab), u"anna: "_s);
-    QCOMPARE(press(Qt::Key_Tab), u"Andy: "_s);
-    QCOMPARE(press(Qt::Key_Backtab), u"anna: "_s);
-    QTest::keyClicks(input(), u"see B"_s);
-    QCOMPARE(press(Qt::Key_Tab), u"anna: see bob "_s);
-
-    // Between other words, with a blank there already.
-    input()->setText(u"well bo or not"_s);
-    input()->setCursorPosition(7);
-    QCOMPARE(press(Qt::Key_Tab), u"well bob or not"_s);
-    QCOMPARE(input()->cursorPosition(), 9);
-
-    QTest::keyClicks(input(), u"zzz"_s);
-    const QString unknown = input()->text();
-    QCOMPARE(press(Qt::Key_Tab), unknown);
-    QVERIFY(!input()->hasFocus()); // nothing fits: the key leads on
-    QCOMPARE(m_desk->server.sent, QStringList());
-}
-
-void ChannelTest::historyKeys()
-{
-    for (const QString& text : {u"a"_s, u"b"_s}) {
-        QTest::keyClicks(input(), text);
-        QTest::keyClick(input(), Qt::Key_Return);
-    }
-    QString seen;
-    for (const auto key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Down, Qt::Key_Down}) {
-        QTest::keyClick(input(), key);
-        seen += input()->text() + QString::number(m_desk->around.dialogs.beeps);
-    }
-    QCOMPARE(seen, u"b0a0a1b1b2"_s);
-}
-
-void ChannelTest::keysOfTheInputWorkOnTheView()
-{
-    fillView();
-    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(input(), key, modifiers);
-    };
-    const auto* bar = view().verticalScrollBar();
-    QTRY_VERIFY(bar->maximum() > 0);
-    press(Qt::Key_PageUp);
-    QVERIFY(!view().isFollowing());
-    press(Qt::Key_PageDown);
-    QVERIFY(view().isFollowing());
-    press(Qt::Key_Home, Qt::ControlModifier);
-    QTRY_COMPARE(bar->value(), 0);
-    press(Qt::Key_End, Qt::ControlModifier);
-    QVERIFY(view().isFollowing());
-
-    press(Qt::Key_PageUp);
-    QTest::keyClicks(input(), u"my own"_s);
-    QVERIFY(!view().isFollowing());
-    press(Qt::Key_Return);
-    QVERIFY(view().isFollowing()); // to see it
-
-    QTest::keyClicks(input(), u"typed"_s);
-    view().selectForReader(0, 4);
-    press(Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QGuiApplication::clipboard()->text(), u"line"_s);
-    input()->selectAll();
-    press(Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QGuiApplication::clipboard()->text(), u"typed"_s);
-
-    auto* find = control<QLineEdit>(u"findText"_s);
-    press(Qt::Key_F, Qt::ControlModifier);
-    QVERIFY(find->isVisible() && find->hasFocus());
-}
-
-void ChannelTest::lettersTypedInTheViewGoToTheInput()
-{
-    view().setFocus();
-    QTest::keyClick(&view(), Qt::Key_Left);
-    QTest::keyClick(&view(), Qt::Key_X, Qt::AltModifier);
-    QVERIFY(view().hasFocus());
-    QTest::keyClicks(&view(), u"h"_s);
-    QVERIFY(input()->hasFocus());
-    view().setFocus();
-    QGuiApplication::clipboard()->setText(u"ey"_s);
-    QTest::keyClick(&view(), Qt::Key_V, Qt::ControlModifier);
-    QCOMPARE(input()->text(), u"hey"_s);
-}
-
-void ChannelTest::keysZoomWhatIsPainted()
-{
-    fillView();
-    const auto height = [this] { return view().characterRect(0).height(); };
-    const int natural = height();
-    for (int i = 0; i < 5; ++i)
-        QTest::keyClick(input(), Qt::Key_Plus, Qt::ControlModifier);
-    QVERIFY(height() > natural * 1.3);
-    QCOMPARE(view().styleAt(0).fontSize, 10);
-    for (int i = 0; i < 8; ++i)
-        QTest::keyClick(&view(), Qt::Key_Minus, Qt::ControlModifier);
-    QVERIFY(height() < natural);
-    QTest::keyClick(input(), Qt::Key_0, Qt::ControlModifier);
-    QCOMPARE(height(), natural);
-}
-
-void ChannelTest::styleBoxes()
-{
-    for (const QString& name : {u"Check3"_s, u"Check4"_s}) {
-        auto* box = control<QCheckBox>(name);
-        click(box, Qt::LeftButton, {8, box->height() / 2});
-        QVERIFY(box->isChecked());
-    }
-    QTest::keyClick(input(), 'x'); // each key sets the typeface anew, the style stays
-    QVERIFY(input()->font().bold() && input()->font().underline());
-    QCOMPARE(input()->font().families(), QStringList{u"Arial"_s});
-    QCOMPARE(input()->font().pointSize(), 10);
-    m_desk->variables.FontName = u"Courier"_s;
-    QInputMethodEvent composed;
-    composed.setCommitString(u"y"_s); // a key that the input method has taken for itself
-    QApplication::sendEvent(input(), &composed);
-    QCOMPARE(input()->font().families(), QStringList{u"Courier"_s});
-    click(control<QWidget>(u"Check3"_s), Qt::LeftButton, {8, 8});
-    QVERIFY(!input()->font().bold() && input()->font().underline());
-}
-
-void ChannelTest::sendPicture()
-{
-    auto* picture = control<QWidget>(u"Image2"_s);
-    click(picture);
-    QCOMPARE(m_desk->server.sent, QStringList());
-    QTest::keyClicks(input(), u"hi"_s);
-    click(picture);
-    QCOMPARE(m_desk->server.sent, QStringList{u"PRIVMSG #room :\x03"
-                                              "1 hi"_s});
-    QCOMPARE(input()->text(), QString());
-
-    QAccessibleInterface* button = QAccessible::queryAccessibleInterface(picture);
-    QCOMPARE(button->role(), QAccessible::Button);
-    QCOMPARE(button->text(QAccessible::Name), u"Send"_s);
-    QTest::keyClicks(input(), u"by reader"_s);
-    button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    QTest::keyClicks(input(), u"by key"_s);
-    QTest::keyClick(input(), Qt::Key_Tab);
-    QVERIFY(picture->hasFocus());
-    QTest::keyClick(picture, Qt::Key_Space);
-    QCOMPARE(m_desk->server.sent.size(), 3);
-}
-
-void ChannelTest::failingKeyIsFatal()
-{
-    m_desk->variables.MaxTextHistory = Int16(-1);
-    QTest::keyClicks(input(), u"hi"_s);
-    QTest::keyClick(input(), Qt::Key_Return);
-    QCOMPARE(std::exchange(m_desk->fatal, {}),
-             QStringList{u"Run-time error '9':\n\nSubscript out of range"_s});
-}
-
-void ChannelTest::rightButtonSelectsNothing()
-{
-    Channel& window = m_desk->window;
-    for (const QString& nick : {u"@ann"_s, u"bob"_s, u"cleo"_s})
-        window.lstNicks().AddItem(nick);
-    const QSignalSpy asked(&window, &Channel::lstNicks_RightButtonDown);
-    const QSignalSpy used(&window, &Channel::lstNicks_DblClick);
-    const auto* rows = &window.nickRows();
-    click(rows, Qt::RightButton, middleOfRow(1));
-    QCOMPARE(window.lstNicks().ListIndex(), -1);
-    click(rows, Qt::LeftButton, middleOfRow(0));
-    QCOMPARE(window.lstNicks().Text(), u"@ann"_s);
-    click(rows, Qt::RightButton, middleOfRow(2));
-    QCOMPARE(window.lstNicks().Text(), u"@ann"_s);
-    QCOMPARE(asked.count(), 2);
-    QCOMPARE(asked.at(1).at(0).toPoint(), rows->mapToGlobal(middleOfRow(2)));
-    QTest::mouseDClick(window.windowHandle(), Qt::RightButton, {},
-                       rows->mapTo(&window, middleOfRow(2)));
-    QCOMPARE(used.count(), 0);
-}
+    std::unique_ptr<Desk> m_desk;
+    QWidget* m_home = nullptr; // pages
+    QWidget* m_misc = nullptr;
+};
 
 QTEST_MAIN(ChannelTest)
 #include "tst_channel.moc"
