@@ -1,6 +1,7 @@
 #include "desktop/LineLock.h"
 
 #include "controls/SvgPicture.h"
+#include "platform/PlainText.h"
 #include "wire/Tls.h"
 
 #include <QLocale>
@@ -47,7 +48,7 @@ void LineLock::showNoLine()
 void LineLock::show(const QString& drawing, const QString& words)
 {
     m_drawing = drawing;
-    setToolTip(words);
+    setPlainToolTip(*this, words);
     setAccessibleName(words);
     update();
 }
