@@ -127,10 +127,10 @@ const Attack* attackNamed(const QByteArray& name)
 }
 
 // The server of the other process: greets, lets in, and at a line that says "go" sends the burst.
-class Server final
+class FloodingServer final
 {
 public:
-    explicit Server(int listener)
+    explicit FloodingServer(int listener)
         : m_socket(::accept(listener, nullptr, nullptr))
     {
     }
@@ -306,7 +306,7 @@ int main(int argc, char* argv[])
     const int listener = listenOn(address);
     const pid_t server = ::fork();
     if (server == 0) {
-        Server(listener).serve(
+        FloodingServer(listener).serve(
             attack ? QByteArray(attack->lines() + ":n!u@h PRIVMSG #Harbor :" + lastWords + "\r\n")
                    : talk(lines));
         return 0;
