@@ -95,7 +95,7 @@ private:
 
 bool mustBeNumber(QChar c)
 {
-    return c < u' ' || c == u'\x7f';
+    return c < u' ' || c == u'\x7f' || c == QChar::ByteOrderMark; // which is lost at a start
 }
 
 } // namespace

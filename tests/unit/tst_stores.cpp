@@ -204,7 +204,7 @@ private Q_SLOTS:
                                      u"@Variant(x) @"_s, u"%20=%x"_s, u"äßЖ€"_s, u"a\r\nb"_s,
                                      u"\x01\x01z\x7f\0"
                                      "0f"_s,
-                                     u"\U0001F6A2"_s, u""_s}) {
+                                     u"\U0001F6A2"_s, u"\x01\ufeff a"_s, u""_s}) {
             store.SaveSetting(u"QuillHarbor"_s, u"main"_s, u"pass"_s, value);
             const UserStore again(path(u"store"_s));
             QCOMPARE(get(again, u"quillharbor"_s, u"main"_s, u"none"_s), value);
