@@ -179,15 +179,5 @@ QString RecordingDesk::play(const QString& script)
         if (!isQuiet)
             went += done;
     }
-    const auto lines = [](const QStringList& entries) {
-        return entries.join(u'\n').split(u'\n', Qt::SkipEmptyParts);
-    };
-    went = lines(went);
-    const QStringList should = lines(expected(script));
-    for (qsizetype i = 0; i < std::max(went.size(), should.size()); ++i) {
-        if (went.value(i) != should.value(i))
-            return "after "_L1 + went.value(i - 1) + " came "_L1 + went.value(i) + ", not "_L1 +
-                   should.value(i);
-    }
-    return {};
+    return difference(went, expected(script).join(u'\n'));
 }

@@ -41,6 +41,20 @@ private:
     QStringList m_entries;
 };
 
+// Where what went and what should are not the same, line by line; else nothing.
+inline QString difference(const QStringList& went, const QString& should)
+{
+    const auto lines = [](const QString& text) { return text.split(u'\n', Qt::SkipEmptyParts); };
+    const QStringList left = lines(went.join(u'\n'));
+    const QStringList right = lines(should);
+    for (qsizetype i = 0; i < std::max(left.size(), right.size()); ++i) {
+        if (left.value(i) != right.value(i))
+            return QStringLiteral("after %1 came %2, not %3")
+                .arg(left.value(i - 1), left.value(i), right.value(i));
+    }
+    return {};
+}
+
 // Boxes that answer by themselves and remember what they said, "title|text". In a journal their
 // kind stands before it: "box|", "question|" or "prompt|".
 class ScriptedDialogs final : public Dialogs

@@ -1,3 +1,4 @@
+#include "support/StandIns.h"
 #include "wire/StandardLines.h"
 #include "wire/TextPieces.h"
 
@@ -34,11 +35,27 @@ struct Edge
         }
     }
     QStringList take() { return std::exchange(sent, {}); }
+    // Plays a talk and says where it went another way, or nothing: "= " of the session, "< " of
+    // the server and "! " of it for the session, too; then what goes out, "> ", what the person
+    // is told, "+ ", "- " or "? ", and what is given back, "k ".
+    QString play(const QString& talk)
+    {
+        QStringList went;
+        for (const QString& line : talk.split(u'\n')) {
+            if (line.startsWith(u'<') || line.startsWith(u'!'))
+                went += (hear(":s "_L1 + line.mid(2)) ? u'!' : u'<') + line.mid(1);
+            else if (line.startsWith(u'='))
+                lines.send((went += line).last().mid(2));
+            for (const QString& out : take())
+                went += "> "_L1 + out;
+            went += std::exchange(told, {});
+        }
+        return difference(went, talk);
+    }
 
     qint64 now = 0;
     QStringList sent;
     QStringList told;
-    QStringList kept;
     StandardLines lines{{
         .write =
             [this](const QByteArray& bytes) {
@@ -50,7 +67,7 @@ struct Edge
         .tell = [this](const QString& text,
                        bool good) { told += (good ? u"+ "_s : u"- "_s) + text; },
         .warn = [this](const QString& text) { told += u"! "_s + text; },
-        .keep = [this](const QString& text) { kept += text; },
+        .keep = [this](const QString& text) { told += u"k "_s + text; },
     }};
 };
 
@@ -101,49 +118,98 @@ class TestWireLines final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void forms_data()
+    void talks_data()
     {
-        QTest::addColumn<QString>("house");
-        QTest::addColumn<QString>("today");
+        QTest::addColumn<QString>("talk"); // for Edge::play()
+        QTest::addColumn<QString>("password");
 
-        const auto row = [](const QString& house, const QString& today) {
-            QTest::newRow(qPrintable(QString(house).replace(u'\n', u' '))) << house << today;
+        const auto row = [](const char* name, const QString& talk, const QString& password = {}) {
+            QTest::newRow(name) << talk << password;
         };
-        row(u"USER PC1Client-User:Quill A\0\0\0"_s, u"USER PC1Clien 0 * :Quill A"_s);
-        row(u"USER 9pc_ä.bClient-User:Quill"_s, u"USER pcbClien 0 * Quill"_s);
-        row(u"USER 12-:"_s, u"USER quill 0 * :"_s);
-        row(u"JOIN #room\0\0\0"_s, u"JOIN #room"_s);
-        row(u"PRIVMSG bob \0031 five words of a line"_s,
-            u"PRIVMSG bob :\0031 five words of a line"_s);
-        row(u"PRIVMSG bob \0031 :)"_s, u"PRIVMSG bob :\0031 :)"_s);
-        row(u"PRIVMSG bob one\r\nQUIT"_s, u"PRIVMSG bob :one  QUIT"_s);
-        row(u"AWAY gone fishing"_s, u"AWAY :gone fishing"_s);
-        row(u"AWAY :) gone"_s, u"AWAY ::) gone"_s);
-        row(u"AWAY "_s, u"AWAY"_s);
-        row(u"QUIT :bye\0\0"_s, u"QUIT bye"_s);
-        row(u"PONG :irc.example"_s, u"PONG irc.example"_s);
-        row(u"IDENTIFY pass"_s, u"PRIVMSG NickServ :IDENTIFY pass"_s);
-        row(u"IDENTIFY :pass"_s, u"PRIVMSG NickServ :IDENTIFY :pass"_s);
-        row(u"NICKSERV :GHOST me"_s, u"PRIVMSG NickServ :GHOST me"_s);
-        row(u"cs OP #room"_s, u"PRIVMSG ChanServ :OP #room"_s);
-        row(u"CTCPREPLY bob VERSION :Some Client"_s, u"NOTICE bob :\001VERSION Some Client\001"_s);
-        row(u"NICK "_s, QString());
-        row(QString(), QString());
+        const auto form = [&](const QString& house, const QString& today) {
+            row(qPrintable(house), "= "_L1 + house + "\n> "_L1 + today);
+        };
+        row("no nick", u"= NICK "_s);
+        row("nothing", u"= "_s);
+        form(u"USER PC1Client-User:Quill A\0\0\0"_s, u"USER PC1Clien 0 * :Quill A"_s);
+        form(u"USER 9pc_ä.bClient-User:Quill"_s, u"USER pcbClien 0 * Quill"_s);
+        form(u"USER 12-:"_s, u"USER quill 0 * :"_s);
+        form(u"JOIN #room\0\0\0"_s, u"JOIN #room"_s);
+        form(u"PRIVMSG bob \0031 five words of a line"_s,
+             u"PRIVMSG bob :\0031 five words of a line"_s);
+        form(u"PRIVMSG bob \0031 :)"_s, u"PRIVMSG bob :\0031 :)"_s);
+        form(u"AWAY gone fishing"_s, u"AWAY :gone fishing"_s);
+        form(u"AWAY :) gone"_s, u"AWAY ::) gone"_s);
+        form(u"AWAY "_s, u"AWAY"_s);
+        form(u"QUIT :bye\0\0"_s, u"QUIT bye"_s);
+        form(u"PONG :irc.example"_s, u"PONG irc.example"_s);
+        form(u"IDENTIFY pass"_s, u"PRIVMSG NickServ :IDENTIFY pass"_s);
+        form(u"IDENTIFY :pass"_s, u"PRIVMSG NickServ :IDENTIFY :pass"_s);
+        form(u"NICKSERV :GHOST me"_s, u"PRIVMSG NickServ :GHOST me"_s);
+        form(u"cs OP #room"_s, u"PRIVMSG ChanServ :OP #room"_s);
+        form(u"CTCPREPLY bob VERSION :Some Client"_s, u"NOTICE bob :\001VERSION Some Client\001"_s);
         for (const QString& line :
              {u"NICK me"_s, u"JOIN #room key"_s, u"PRIVMSG #room ::) yes"_s,
               u"PRIVMSG #room :  two  blanks "_s, u"PRIVMSG bob :"_s, u"PRIVMSG bob"_s,
               u"TOPIC #room :a new topic"_s, u"TOPIC #room :"_s, u"TOPIC #room"_s,
               u"KICK #room bob :too loud"_s, u"PART #room :see you"_s, u"MODE #room +b *!*@*"_s,
               u"MODE me +i"_s, u"NOTICE bob :\001PING 12\001"_s, u"XYZ one two :three four"_s})
-            row(line, line);
+            form(line, line);
+
+        // What no line takes is given back.
+        const auto cut = [&](const QString& command, const QString& fits, const QString& rest) {
+            row(qPrintable("cut "_L1 + command),
+                "! 005 me TOPICLEN=40 AWAYLEN=40 KICKLEN=30 NICKLEN=x :are supported\n= "_L1 %
+                    command % fits % rest % "\n> "_L1 % command % fits %
+                    "\n- The server takes no more of this "_L1 % command.section(u' ', 0, 0) %
+                    ". Left off, and kept for the arrow keys: "_L1 % rest % "\nk "_L1 % rest);
+        };
+        cut(u"TOPIC #room :"_s, u"ü "_s.repeated(13) + u"x"_s, u" rest"_s);
+        cut(u"AWAY "_s, QString(39, u'a'), u"🙂"_s);
+        cut(u"KICK #room bob :"_s, u"k "_s + QString(28, u'k'), u" b c"_s);
+        cut(u"PART #room :"_s, u"p "_s + QString(481, u'p'), u"rest"_s); // no limit told: a line
+        row("fits",
+            u"! 005 me TOPICLEN=40 :are supported\n= TOPIC #room :a %1\n> TOPIC #room :a %1"_s.arg(
+                QString(38, u't')));
+
+        // One for each line of the greeting, and for each answer.
+        row("identify", u"= IDENTIFY pass\n> PRIVMSG NickServ :IDENTIFY pass\n= IDENTIFY pass\n"
+                        "= IDENTIFY other\n> PRIVMSG NickServ :IDENTIFY other\n"
+                        "! NOTICE me :Password incorrect.\n= IDENTIFY other\n"_s);
+        const auto sasl = [&](const char* name, const QString& talk, bool isSignedIn = false) {
+            row(name,
+                "> CAP LS 302\n"_L1 + talk + "\n= IDENTIFY secret"_L1 +
+                    (isSignedIn ? ""_L1 : "\n> PRIVMSG NickServ :IDENTIFY secret"_L1),
+                u"secret"_s);
+        };
+        const QString asked = u"< CAP * LS :multi-prefix sasl=EXTERNAL,PLAIN \n> CAP REQ :sasl\n"
+                              "< CAP me ACK :sasl \n> AUTHENTICATE PLAIN\n"_s;
+        const QString answered = u"> AUTHENTICATE bWUAbWUAc2VjcmV0\n"_s;
+        sasl("right",
+             asked + u"< AUTHENTICATE :+\n"_s + answered +
+                 u"< 900 me me!i@h me :You are logged in\n"
+                 "< 903 me :Success\n> CAP END\n+ You are signed in to the account of me."_s,
+             true);
+        sasl("wrong", asked + u"< AUTHENTICATE +\n"_s + answered +
+                          u"< 904 me :Failed\n> CAP END\n"
+                          "- The server did not sign you in to the account of me: Failed"_s);
+        sasl("several lines", u"< CAP * LS * :a b\n< CAP * LS * :sasl\n< CAP * LS :c\n"
+                              "> CAP REQ :sasl\n< CAP * NAK :sasl\n> CAP END"_s);
+        sasl("without sasl", u"< CAP * LS :multi-prefix\n> CAP END"_s);
+        sasl("another way only", u"< CAP * LS :sasl=EXTERNAL\n> CAP END"_s);
+        sasl("word unknown", u"< 421 * CAP :Unknown command"_s);
+        sasl("never answered", u"! 001 me :Welcome\n! 904 me :late"_s);
     }
-    void forms()
+    void talks()
     {
-        QFETCH(QString, house);
-        QFETCH(QString, today);
+        QFETCH(QString, talk);
+        QFETCH(QString, password);
         Edge edge;
-        edge.lines.send(house);
-        QCOMPARE(edge.take().join(u'|'), today);
+        if (password.isEmpty())
+            edge.enter();
+        else
+            edge.lines.begin({u"me"_s, password}, Charset());
+        QCOMPARE(edge.play(talk), QString());
     }
 
     void randomPieces()
@@ -197,31 +263,6 @@ private Q_SLOTS:
         QVERIFY(actions.size() > 1);
         for (const QString& line : actions)
             QVERIFY(line.startsWith("PRIVMSG #room :\001ACTION "_L1) && line.endsWith(u'\001'));
-    }
-
-    void leftOff_data()
-    {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("kept");
-
-        QTest::newRow("topic") << u"TOPIC #room :"_s + u"ü"_s.repeated(20) + u"rest"_s << u"rest"_s;
-        QTest::newRow("away") << u"AWAY "_s + u"a"_s.repeated(39) + u"🙂"_s << u"🙂"_s;
-        QTest::newRow("kick") << u"KICK #room bob :"_s + QString(30, u'k') + u" b c"_s << u" b c"_s;
-        QTest::newRow("fits") << u"TOPIC #room :"_s + QString(40, u't') << QString();
-        QTest::newRow("no limit told: a line")
-            << u"PART #room :"_s + QString(510 - 27, u'p') + u"rest"_s << u"rest"_s;
-    }
-    void leftOff()
-    {
-        QFETCH(QString, line);
-        QFETCH(QString, kept);
-        Edge edge;
-        edge.enter();
-        edge.hear(u":s 005 me TOPICLEN=40 AWAYLEN=40 KICKLEN=30 NICKLEN=x :are supported"_s);
-        edge.lines.send(line);
-        QCOMPARE(edge.kept.join(u'|'), kept);
-        QCOMPARE(edge.told.size(), kept.isEmpty() ? 0 : 1);
-        QCOMPARE(edge.take().join(u'|').remove(u':'), line.chopped(kept.size()).remove(u':'));
     }
 
     void pace()
@@ -316,70 +357,6 @@ private Q_SLOTS:
         QCOMPARE(edge.hear(u":s 303 me :nick1099"_s), u":s 303 me :nick1001 nick1002 nick1099"_s);
         QCOMPARE(edge.hear(u":s 303 me :bob"_s), u":s 303 me :bob\r"_s);
         QCOMPARE(edge.hear(u":s 303 me :who asked"_s), u":s 303 me :who asked\r"_s);
-    }
-
-    void identify()
-    {
-        Edge edge;
-        edge.enter();
-        const QString asked = u"PRIVMSG NickServ :IDENTIFY pass"_s;
-        for (int i = 0; i < 4; ++i) // one for each line of the greeting
-            edge.lines.send(u"IDENTIFY pass"_s);
-        QCOMPARE(edge.take(), QStringList{asked});
-        edge.lines.send(u"IDENTIFY other"_s);
-        QCOMPARE(edge.take(), QStringList{u"PRIVMSG NickServ :IDENTIFY other"_s});
-        edge.hear(u":NickServ!s@h NOTICE me :Password incorrect."_s);
-        edge.lines.send(u"IDENTIFY other"_s);
-        QCOMPARE(edge.take().size(), 1);
-    }
-
-    void sasl_data()
-    {
-        QTest::addColumn<QString>("talk"); // "< " of the server, "> " what goes out, a line each
-        QTest::addColumn<QString>("told");
-
-        const QString begin = u"> CAP LS 302\n"_s;
-        const QString asked = begin +
-                              u"< CAP * LS :multi-prefix sasl=EXTERNAL,PLAIN \n"
-                              "> CAP REQ :sasl\n< CAP me ACK :sasl \n> AUTHENTICATE PLAIN\n"_s;
-        const QString answered = u"> AUTHENTICATE bWUAbWUAc2VjcmV0\n"_s;
-        QTest::newRow("right") << asked + u"< AUTHENTICATE :+\n"_s + answered +
-                                      u"< 900 me me!i@h me :You are logged in\n"
-                                      "< 903 me :Success\n> CAP END\n"_s
-                               << u"+ You are signed in to the account of me."_s;
-        QTest::newRow("wrong")
-            << asked + u"< AUTHENTICATE +\n"_s + answered + u"< 904 me :Failed\n> CAP END\n"_s
-            << u"- The server did not sign you in to the account of me: Failed"_s;
-        QTest::newRow("several lines") << begin + u"< CAP * LS * :a b\n< CAP * LS * :sasl\n"
-                                                  "< CAP * LS :c\n> CAP REQ :sasl\n"
-                                                  "< CAP * NAK :sasl\n> CAP END\n"_s
-                                       << QString();
-        QTest::newRow("without sasl")
-            << begin + u"< CAP * LS :multi-prefix\n> CAP END\n"_s << QString();
-        QTest::newRow("another way only")
-            << begin + u"< CAP * LS :sasl=EXTERNAL\n> CAP END\n"_s << QString();
-        QTest::newRow("word unknown") << begin + u"< 421 * CAP :Unknown command\n"_s << QString();
-        QTest::newRow("never answered")
-            << begin + u"! 001 me :Welcome\n! 904 me :late\n"_s << QString();
-    }
-    void sasl()
-    {
-        QFETCH(QString, talk);
-        Edge edge;
-        edge.lines.begin({u"me"_s, u"secret"_s}, Charset());
-        for (const QString& line : talk.split(u'\n', Qt::SkipEmptyParts)) {
-            if (line.startsWith(u'>')) {
-                QVERIFY2(!edge.sent.isEmpty(), qPrintable(line));
-                QCOMPARE(edge.sent.takeFirst(), line.mid(2));
-            } else { // "!": the session sees it
-                QCOMPARE(edge.hear(":s "_L1 + line.mid(2)).has_value(), line.startsWith(u'!'));
-            }
-        }
-        QCOMPARE(edge.sent, QStringList());
-        QTEST(edge.told.join(u'|'), "told");
-        // Who is signed in asks no service any more; all others go the usual way.
-        edge.lines.send(u"IDENTIFY secret"_s);
-        QCOMPARE(edge.sent.size(), edge.told.join(u'|').startsWith(u'+') ? 0 : 1);
     }
 
     void silentNick()
