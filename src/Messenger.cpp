@@ -4,6 +4,7 @@
 #include "desktop/WebAddresses.h"
 #include "session/SessionStart.h"
 #include "text/Links.h"
+#include "wire/HousePorts.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -133,7 +134,7 @@ void Messenger::takeNetwork()
 {
     readNetwork(m_settings, m_variables);
     if (m_chatRoom)
-        m_chatRoom->main.window.setPortText(u"6667"_s); // the other one is for a server that failed
+        m_chatRoom->main.window.setPortText(QString::number(house_ports::first));
     m_login.showNetwork(server(), false);
 }
 

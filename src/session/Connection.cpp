@@ -12,6 +12,7 @@
 #include "room/ChannelTable.h"
 #include "talk/QueryTable.h"
 #include "text/MainView.h"
+#include "wire/HousePorts.h"
 #include "wire/Winsock.h"
 
 #include <algorithm>
@@ -21,8 +22,6 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr auto serverName = "Quill Harbor Server"_L1;
-constexpr auto firstPort = "6667"_L1;
-constexpr auto fallbackPort = "8867"_L1;
 constexpr auto captionConnect = "&Connect"_L1;
 constexpr auto captionCancel = "&Cancel"_L1;
 constexpr int retryMilliseconds = 20000;
@@ -189,7 +188,7 @@ void Connection::cancelAttempt()
     showSignedOut();
     closeLine();
     m_parts.ident.Close();
-    m_parts.channel.setPortText(firstPort);
+    m_parts.channel.setPortText(QString::number(house_ports::first));
     m_parts.channel.mnu_File_Connect().setCaption(captionConnect);
     m_parts.mainView.write(strColor % "05Connection attempt cancelled"_L1);
     m_parts.login.setEntriesLocked(false);
@@ -206,7 +205,7 @@ void Connection::mnu_File_Disconnect_Click()
     room.modes.ClearModes();
     room.modes.Update();
     m_parts.channel.lstNicks().Clear();
-    m_parts.channel.setPortText(firstPort);
+    m_parts.channel.setPortText(QString::number(house_ports::first));
     room.nicks.showNoChatters();
     room.nicks.clearChatterCount();
     m_parts.login.Login_UnLog();
@@ -311,7 +310,7 @@ void Connection::sock_Error(const QString& description)
     m_parts.channel.lstNicks().Clear();
     room.nicks.clearChatterCount();
     room.nicks.showNoChatters();
-    m_parts.channel.setPortText(fallbackPort);
+    m_parts.channel.setPortText(QString::number(house_ports::fallback));
     showSignedOut();
     m_parts.login.Login_UnLog();
     m_parts.popup.Show();

@@ -6,6 +6,7 @@
 #include "session/Ports.h"
 #include "settings/Settings.h"
 #include "text/OwnTextStyle.h"
+#include "wire/HousePorts.h"
 
 #include <QSysInfo>
 
@@ -82,7 +83,7 @@ const QStringList networkKeys{u"server"_s, u"autojoin"_s, u"charset"_s};
 void startSession(MainForm& channel, const SignInForm& login, const Settings& settings,
                   EventLoop& events, SessionVariables& variables, OwnTextStyle& style)
 {
-    channel.setPortText(u"6667"_s);
+    channel.setPortText(QString::number(house_ports::first));
     channel.setComputerName(QSysInfo::machineHostName());
     events.Pause(0.01);
     style.TextColor = u'1';

@@ -1,5 +1,6 @@
 #include "wire/ConnectionTrial.h"
 
+#include "wire/HousePorts.h"
 #include "wire/Tls.h"
 
 #include <QHostAddress>
@@ -12,8 +13,6 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr int limit = 10'000;
-constexpr int housePort = 6667;
-constexpr int houseFallback = 8867;
 
 bool isNumeric(const QString& host)
 {
@@ -44,7 +43,7 @@ void ConnectionTrial::start(const ServerAddress& address, const QString& authori
     m_authoritiesFile = authoritiesFile;
     m_stage = Stage::Name;
     m_limit.start();
-    tryPort(address.isStandard() ? address.port : housePort);
+    tryPort(address.isStandard() ? address.port : house_ports::first);
 }
 
 void ConnectionTrial::cancel()
@@ -123,7 +122,8 @@ void ConnectionTrial::fail()
                                  m_socket->errorString());
         }
     }();
-    const bool another = !m_address.isStandard() && m_port == housePort && m_stage != Stage::Name;
+    const bool another =
+        !m_address.isStandard() && m_port == house_ports::first && m_stage != Stage::Name;
     if (!another) {
         end({false, told});
         return;
@@ -131,7 +131,7 @@ void ConnectionTrial::fail()
     Q_EMIT found({false, told});
     m_socket->disconnect();
     m_socket.release()->deleteLater();
-    tryPort(houseFallback);
+    tryPort(house_ports::fallback);
 }
 
 void ConnectionTrial::expire()
