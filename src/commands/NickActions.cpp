@@ -177,10 +177,8 @@ void NickActions::mnu_blocked_Click()
     if (!rows.Text().isEmpty() && holdsRow(rows, blocked))
         return m_parts.dialogs.MsgBox(sameNickRefusal, title);
     rows.AddItem(blocked);
-    // One word arrives: without a colon the others are parameters of their own.
-    m_parts.server.SendData("PRIVMSG "_L1 % selected % u' ' % strColor % u'4' % strBold %
-                            "You've been ignored by "_L1 % m_parts.variables.MyNick %
-                            " [Quill Harbor Messenger]"_L1);
+    m_parts.server.SendData(
+        ignoredNotice(selected, m_parts.variables.MyNick, " [Quill Harbor Messenger]"_L1));
 }
 
 void NickActions::mnu_ownaction_Click()

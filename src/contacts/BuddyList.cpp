@@ -40,7 +40,8 @@ BuddyList::BuddyList(const Desk& desk)
     , cmdRem(makeButton(u"cmdRem"_s, u"Remove"_s, this))
     , cmdClear(makeButton(u"cmdClear"_s, u"Clear"_s, this))
     , cmdRefresh(makeButton(u"cmdRefresh"_s, u"Refresh"_s, this))
-    , m_polling({*lstSetup, *lstNicks, desk.server, desk.dialogs, desk.store})
+    , m_names({*lstSetup, desk.dialogs, desk.store})
+    , m_polling(m_names, desk.server)
 {
     setWindowTitle(u"View Whois Online"_s);
     lblWhich->setObjectName(u"lblWhich"_s);
@@ -62,8 +63,11 @@ void BuddyList::connectControls(const Desk& desk)
     const Handlers& handlers = desk.handlers;
     QueryTable& queries = desk.queries;
     handlers.connect(&tmrRefresh, &QTimer::timeout, this, [this] { m_polling.tmrRefresh_Timer(); });
-    handlers.connect(cmdAdd, &xpButton::Click, this, [this] { m_polling.cmdAdd_Click(); });
-    handlers.connect(cmdRem, &xpButton::Click, this, [this] { m_polling.cmdRem_Click(); });
+    handlers.connect(cmdAdd, &xpButton::Click, this, [this] {
+        if (m_names.add())
+            m_polling.cmdRefresh_Click();
+    });
+    handlers.connect(cmdRem, &xpButton::Click, this, [this] { m_names.removeSelected(); });
     handlers.connect(cmdClear, &xpButton::Click, this, [this] { lstSetup->Clear(); });
     handlers.connect(cmdRefresh, &xpButton::Click, this, [this] { m_polling.cmdRefresh_Click(); });
     handlers.connect(Command1, &xpButton::Click, this, [this] { showSetup(false); });
@@ -122,6 +126,19 @@ void BuddyList::showSetup(bool setup)
     lstSetup->setVisible(setup);
     lstNicks->setVisible(!setup);
     lblWhich->setText(setup ? u"Setup"_s : u"Online"_s);
+}
+
+void BuddyList::Form_Load()
+{
+    m_polling.cmdRefresh_Click(); // nothing is listed yet, so nothing goes out
+    m_names.load();
+}
+
+void BuddyList::AddUsers(const QString& names)
+{
+    clearOnline();
+    for (const QString& nick : names.split(u' ', Qt::SkipEmptyParts))
+        lstNicks->AddItem(nick);
 }
 
 void BuddyList::clearOnline()

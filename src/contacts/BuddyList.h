@@ -2,6 +2,7 @@
 
 #include "contacts/BuddyPolling.h"
 #include "contacts/ContactList.h"
+#include "contacts/WatchedNames.h"
 #include "platform/Form.h"
 
 #include <QTimer>
@@ -28,10 +29,12 @@ public:
 
     explicit BuddyList(const Desk& desk);
 
-    void Form_Load() override { m_polling.Form_Load(); }
-    void Form_Unload() override { m_polling.Form_Unload(); }
+    // The names of the last session come back; the next ones are saved only when it goes.
+    void Form_Load() override;
+    void Form_Unload() override { m_names.save(); }
 
-    void AddUsers(const QString& names) { m_polling.AddUsers(names); }
+    // The server's answer, names separated by blanks, replaces who is shown.
+    void AddUsers(const QString& names);
     void Reload() { m_polling.cmdRefresh_Click(); }
     void clearOnline();
 
@@ -50,6 +53,7 @@ private:
     xpButton* cmdClear;
     xpButton* cmdRefresh;
     QTimer tmrRefresh;
+    WatchedNames m_names;
     BuddyPolling m_polling;
 };
 

@@ -1,54 +1,17 @@
 #include "contacts/BuddyPolling.h"
 
-#include "common/Conversions.h"
 #include "common/TextHelpers.h"
-#include "controls/ListBox.h"
-#include "platform/Dialogs.h"
-#include "platform/Handlers.h"
-#include "settings/UserStore.h"
+#include "contacts/WatchedNames.h"
 #include "wire/LineSink.h"
 #include "wire/Winsock.h"
-
-#include <optional>
 
 namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr auto application = "Listsetup"_L1;
-constexpr auto section = "Sect"_L1;
-constexpr auto key = "boty1"_L1; // the count; with an index behind it a name
 constexpr int ticksBetweenPolls = 2;
 
 } // namespace
-
-void BuddyPolling::Form_Load()
-{
-    cmdRefresh_Click(); // nothing is listed yet, so nothing goes out
-    const auto stored = [this](const QString& index) {
-        return m_parts.store.GetSetting(application, section, key + index);
-    };
-    std::optional<Int16> count;
-    skipRest([&] { count = toInt16(stored({})); });
-    if (!count) {
-        // Without a count the first row is what stands under the key of the count: at first use
-        // an empty row, which stays with the list from then on.
-        m_parts.lstSetup.AddItem(stored({}));
-        return;
-    }
-    for (int index = 0; index < *count; ++index)
-        m_parts.lstSetup.AddItem(stored(QString::number(index)));
-}
-
-void BuddyPolling::Form_Unload() const
-{
-    const int count = m_parts.lstSetup.ListCount();
-    UserStore::Values values;
-    for (int index = 0; index < count; ++index)
-        values += {key + QString::number(index), m_parts.lstSetup.List(index)};
-    values += {key, QString::number(count)};
-    m_parts.store.SaveSettings(application, section, values);
-}
 
 void BuddyPolling::tmrRefresh_Timer()
 {
@@ -60,46 +23,9 @@ void BuddyPolling::tmrRefresh_Timer()
 
 void BuddyPolling::cmdRefresh_Click() const
 {
-    if (m_parts.server.sockState() == Winsock::Closed)
+    if (m_server.sockState() == Winsock::Closed)
         return;
-    QString names;
-    for (int index = 0; index < m_parts.lstSetup.ListCount(); ++index)
-        names += m_parts.lstSetup.List(index) + u' ';
+    const QString names = m_names.all();
     if (!trimBlanks(names).isEmpty())
-        m_parts.server.SendData("ISON "_L1 + names);
-}
-
-void BuddyPolling::cmdAdd_Click() const
-{
-    QString nick = m_parts.dialogs.InputBox(u"Enter a nickname to add"_s, u"Whois Online"_s);
-    if (nick.isEmpty())
-        return;
-    nick.remove(u' ');
-    if (isWatched(nick))
-        return;
-    m_parts.lstSetup.AddItem(nick);
-    cmdRefresh_Click();
-}
-
-bool BuddyPolling::isWatched(const QString& nick) const
-{
-    const QString wanted = nick.toLower();
-    // The place behind the last row counts as well. It is empty, so an empty name is always there.
-    for (int index = 0; index <= m_parts.lstSetup.ListCount(); ++index) {
-        if (m_parts.lstSetup.List(index).toLower() == wanted)
-            return true;
-    }
-    return false;
-}
-
-void BuddyPolling::cmdRem_Click() const
-{
-    m_parts.lstSetup.RemoveItem(m_parts.lstSetup.ListIndex());
-}
-
-void BuddyPolling::AddUsers(const QString& names) const
-{
-    m_parts.lstNicks.Clear();
-    for (const QString& nick : names.split(u' ', Qt::SkipEmptyParts))
-        m_parts.lstNicks.AddItem(nick);
+        m_server.SendData("ISON "_L1 + names);
 }

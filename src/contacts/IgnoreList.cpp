@@ -1,11 +1,15 @@
 #include "contacts/IgnoreList.h"
 
+#include "common/SessionVariables.h"
 #include "controls/FormControls.h"
 #include "controls/ListBoxWidget.h"
 #include "controls/xpButton.h"
+#include "platform/Dialogs.h"
 #include "platform/Handlers.h"
 #include "platform/PlainText.h"
 #include "room/Room.h"
+#include "talk/Blocking.h"
+#include "wire/LineSink.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -22,10 +26,11 @@ constexpr QSize firstSize{380, 320};
 } // namespace
 
 IgnoreList::IgnoreList(const Desk& desk)
-    : m_list1(new ListBoxWidget(ListBoxWidget::Order::AsAdded, this))
+    : m_desk(desk)
+    , m_list1(new ListBoxWidget(ListBoxWidget::Order::AsAdded, this))
     , m_whatToDo(plainLabel(
           u"First choose a chatter in the room's list. Then Add asks for the name."_s, this))
-    , m_rows({*m_list1, desk.variables, desk.room, desk.server, desk.dialogs})
+    , m_rows(*m_list1, desk.variables, desk.room)
 {
     setWindowTitle(u"IgnoreList - Add Chatters to avoid chats!"_s);
     m_list1->setObjectName(u"List1"_s);
@@ -57,18 +62,32 @@ IgnoreList::IgnoreList(const Desk& desk)
     resize(firstSize);
     cmdAdd->setFocus(); // a row with the focus looks selected, and a selected row is in the way
 
-    desk.handlers.connect(cmdAdd, &xpButton::Click, this, [this, &room = desk.room] {
-        const bool somebody = room.form.lstNicks().ListIndex() != -1;
-        m_whatToDo->setVisible(!somebody);
-        m_rows.cmdAdd_Click();
-    });
-    desk.handlers.connect(cmdRemove, &xpButton::Click, this, [this] { m_rows.cmdRemove_Click(); });
+    desk.handlers.connect(cmdAdd, &xpButton::Click, this, [this] { cmdAdd_Click(); });
+    desk.handlers.connect(cmdRemove, &xpButton::Click, this, [this] { m_rows.removeSelected(); });
     desk.handlers.connect(cmdClear, &xpButton::Click, this, [this] { m_list1->Clear(); });
 }
 
 ListBox& IgnoreList::List1()
 {
     return *m_list1;
+}
+
+void IgnoreList::cmdAdd_Click()
+{
+    // Without a selection in the room there is no question, whatever the answer would be.
+    const bool somebody = m_desk.room.form.lstNicks().ListIndex() != -1;
+    m_whatToDo->setVisible(!somebody);
+    if (!somebody)
+        return;
+    const QString nick =
+        m_desk.dialogs.InputBox(u"Add a nickname to IgnoreList"_s, u"IgnoreList"_s);
+    if (nick.isEmpty())
+        return;
+    if (const QString text = m_rows.refusal(nick); !text.isEmpty())
+        return m_desk.dialogs.MsgBox(text, u"Block"_s);
+    m_rows.add(nick);
+    m_desk.server.SendData(
+        ignoredNotice(nick, m_desk.variables.MyNick, "[Tarnwyk Messenger Zephyr]"_L1));
 }
 
 void IgnoreList::closeEvent(QCloseEvent* event)

@@ -3,7 +3,9 @@
 #include "contacts/IgnoreRows.h"
 #include "platform/Form.h"
 
+class Dialogs;
 class Handlers;
+class LineSink;
 class ListBoxWidget;
 class QLabel;
 class xpButton;
@@ -26,12 +28,15 @@ public:
     explicit IgnoreList(const Desk& desk);
 
     ListBox& List1();
-    void cmdAdd_Click() { m_rows.cmdAdd_Click(); }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // Asks for a nick, blocks it and tells it so.
+    void cmdAdd_Click();
+
+    Desk m_desk;
     ListBoxWidget* m_list1;
     QLabel* m_whatToDo;
     IgnoreRows m_rows;

@@ -2,36 +2,28 @@
 
 #include <QString>
 
-class Dialogs;
-class LineSink;
 class ListBox;
 struct Room;
 struct SessionVariables;
 
-// Who is refused in private talk: one row for each, and the rules for adding and removing them.
+// Who is refused in private talk: one row for each, and what speaks against one more.
 class IgnoreRows final
 {
 public:
-    struct Parts
-    {
-        ListBox& List1;
-        const SessionVariables& variables;
-        const Room& room;
-        LineSink& server;
-        Dialogs& dialogs;
-    };
-
-    explicit IgnoreRows(const Parts& parts)
-        : m_parts(parts)
+    IgnoreRows(ListBox& List1, const SessionVariables& variables, const Room& room)
+        : m_list1(List1)
+        , m_variables(variables)
+        , m_room(room)
     {
     }
 
-    void cmdAdd_Click() const;
-    void cmdRemove_Click() const;
+    // A text for the user, empty if nothing speaks against the nick.
+    QString refusal(const QString& nick) const;
+    void add(const QString& nick) const;
+    void removeSelected() const;
 
 private:
-    // The text of the box that refuses a nick, empty if nothing speaks against it.
-    QString refusal(const QString& nick) const;
-
-    Parts m_parts;
+    ListBox& m_list1;
+    const SessionVariables& m_variables;
+    const Room& m_room;
 };

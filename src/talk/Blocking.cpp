@@ -1,5 +1,6 @@
 #include "talk/Blocking.h"
 
+#include "common/ControlCharacters.h"
 #include "common/SessionVariables.h"
 #include "controls/ListBox.h"
 #include "room/Room.h"
@@ -28,4 +29,10 @@ QString blockRefusal(const QString& nick, const SessionVariables& variables, con
     if (room.nicks.isOp(nick) || room.nicks.isHalfOp(nick))
         return u"You can't block a Operator"_s;
     return {};
+}
+
+QString ignoredNotice(const QString& nick, const QString& ownNick, QLatin1StringView program)
+{
+    return "PRIVMSG "_L1 % nick % u' ' % strColor % u'4' % strBold % "You've been ignored by "_L1 %
+           ownNick % program;
 }

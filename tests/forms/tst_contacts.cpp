@@ -139,8 +139,8 @@ private Q_SLOTS:
     {
         Desk desk;
         ListBoxWidget setup(ListBoxWidget::Order::AsAdded);
-        ListBoxWidget online(ListBoxWidget::Order::AsAdded);
-        BuddyPolling polling({setup, online, desk.server, desk.boxes, desk.store});
+        const WatchedNames names({setup, desk.boxes, desk.store});
+        BuddyPolling polling(names, desk.server);
         for (int tick = 0; tick < 4; ++tick)
             polling.tmrRefresh_Timer();
         QCOMPARE(desk.server.sent, QStringList()); // an empty list asks nothing
