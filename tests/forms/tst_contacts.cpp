@@ -76,6 +76,21 @@ class tst_contacts : public QObject
 private Q_SLOTS:
     void initTestCase() { loadResources(); }
 
+    void captions()
+    {
+        Desk desk;
+        const auto buttons = [](const QWidget& form) {
+            QStringList texts{form.windowTitle()};
+            for (const xpButton* button : form.findChildren<xpButton*>())
+                texts += button->Caption();
+            return texts.join(u'|');
+        };
+        QCOMPARE(buttons(*desk.buddyList()),
+                 u"View Whois Online|View|Setup|Add|Remove|Clear|Refresh"_s);
+        QCOMPARE(buttons(desk.ignored),
+                 u"IgnoreList - Add Chatters to avoid chats!|Add|Remove|Clear"_s);
+    }
+
     void watchedNamesSurviveOnlyAnUnload()
     {
         Desk desk;
