@@ -70,14 +70,11 @@ struct Menus
         action.setCheckable(name.startsWith("mnu_pm"_L1) || name.startsWith("mnu_sound"_L1));
         return action;
     }
-    template<typename Logic>
-    void wire(Logic& logic)
+    void wire(auto& logic)
     {
-        for (const QString& name : Logic::entries()) {
-            ActionEntry& action = entry(name);
-            desk.handlers.connect(&action, &QAction::triggered, &action,
+        for (const QString& name : logic.entries())
+            desk.handlers.connect(&entry(name), &QAction::triggered, &entry(name),
                                   [&logic, name] { logic.click(name); });
-        }
     }
 };
 

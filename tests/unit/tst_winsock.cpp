@@ -3,9 +3,7 @@
 #include "support/ScriptedServer.h"
 #include "wire/TcpWinsock.h"
 
-#include <QEvent>
 #include <QSignalSpy>
-#include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
 
@@ -61,29 +59,6 @@ struct Listener
 
     QString address;
     TcpWinsock ident;
-};
-
-// Lets something happen right before the queued report of a new peer is handled.
-class BeforeRequest final : public QObject
-{
-public:
-    explicit BeforeRequest(std::function<void()> action)
-        : m_action(std::move(action))
-    {
-        QCoreApplication::instance()->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject* receiver, QEvent* event) override
-    {
-        if (m_action && event->type() == QEvent::MetaCall && qobject_cast<QTcpServer*>(receiver))
-            std::exchange(m_action, nullptr)();
-        return false;
-    }
-
-    bool done() const { return !m_action; }
-
-private:
-    std::function<void()> m_action;
 };
 
 } // namespace
@@ -225,21 +200,6 @@ private Q_SLOTS:
         QTRY_COMPARE(pair.events, QStringList{u"connect"_s});
     }
 
-    void held()
-    {
-        Pair pair(u"127.9.1.12"_s);
-        QVERIFY(pair.connectBoth());
-        {
-            const HeldEvents hold(pair.sock);
-            pair.server.say("data");
-            pair.server.closePeer();
-            QTRY_VERIFY(pair.server.peerHasGone());
-            QCoreApplication::processEvents();
-            QCOMPARE(pair.events, QStringList());
-        }
-        QTRY_COMPARE(pair.events, (QStringList{u"data"_s, u"close"_s}));
-    }
-
     void listening()
     {
         Listener listener(u"127.9.1.14"_s);
@@ -273,26 +233,6 @@ private Q_SLOTS:
         QTRY_COMPARE(peer.state(), QAbstractSocket::UnconnectedState);
         listener.beAskedBy(other); // it listens no more
         QTRY_COMPARE(other.error(), QAbstractSocket::ConnectionRefusedError);
-    }
-
-    void staleRequest()
-    {
-        Listener listener(u"127.9.1.16"_s);
-        TcpWinsock& ident = listener.ident;
-        QSignalSpy requests(&ident, &Winsock::ConnectionRequest);
-        const BeforeRequest anew([&] {
-            ident.Close();
-            ident.Listen();
-        });
-        QTcpSocket peer;
-        listener.beAskedBy(peer);
-        QTRY_VERIFY(anew.done());
-        QTRY_COMPARE(peer.state(), QAbstractSocket::UnconnectedState); // it died with its listener
-        QCOMPARE(requests.count(), 0);
-        QCOMPARE(ident.state(), Winsock::Listening);
-        QTcpSocket next;
-        listener.beAskedBy(next);
-        QTRY_COMPARE(requests.count(), 1);
     }
 
     void identOverTheWire()
