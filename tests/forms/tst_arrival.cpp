@@ -215,7 +215,7 @@ void ArrivalTest::restOfAnOlderConnection()
 // its own PING waiting for minutes.
 void ArrivalTest::floodOfPauses()
 {
-    beInTheRoom();
+    m_client->beInTheRoom(*m_server);
     m_events.paused = 0;
     const QByteArray flood = lines(QList<QByteArray>(50, ":s 332 anna #Harbor :news"));
     sayWithYields(QList<QByteArray>(40, flood) + QList<QByteArray>{"PING :still there\r\n"});
