@@ -145,8 +145,6 @@ private Q_SLOTS:
         form(u"PONG :irc.example"_s, u"PONG irc.example"_s);
         form(u"IDENTIFY pass"_s, u"PRIVMSG NickServ :IDENTIFY pass"_s);
         form(u"IDENTIFY :pass"_s, u"PRIVMSG NickServ :IDENTIFY :pass"_s);
-        form(u"NICKSERV :GHOST me"_s, u"PRIVMSG NickServ :GHOST me"_s);
-        form(u"cs OP #room"_s, u"PRIVMSG ChanServ :OP #room"_s);
         form(u"CTCPREPLY bob VERSION :Some Client"_s, u"NOTICE bob :\001VERSION Some Client\001"_s);
         for (const QString& line :
              {u"NICK me"_s, u"JOIN #room key"_s, u"PRIVMSG #room ::) yes"_s,
@@ -156,6 +154,24 @@ private Q_SLOTS:
               u"MODE me +i"_s, u"NOTICE bob :\001PING 12\001"_s, u"XYZ one two :three four"_s})
             form(line, line);
 
+        for (const auto& [word, service] : {std::pair(u"NICKSERV"_s, u"NickServ"_s),
+                                            {u"ns"_s, u"NickServ"_s},
+                                            {u"CHANSERV"_s, u"ChanServ"_s},
+                                            {u"cs"_s, u"ChanServ"_s},
+                                            {u"MEMOSERV"_s, u"MemoServ"_s},
+                                            {u"ms"_s, u"MemoServ"_s}})
+            form(word + " :DO it"_L1, "PRIVMSG "_L1 + service + " :DO it"_L1);
+        for (const QString& word : {u"GHOST"_s, u"RECOVER"_s, u"RELEASE"_s})
+            form(word + " me pw"_L1, "PRIVMSG NickServ :"_L1 + word + " me pw"_L1);
+        form(u"ID pw"_s, u"PRIVMSG NickServ :IDENTIFY pw"_s);
+        // How many words stand before the text, which may have blanks.
+        for (const char* line :
+             {"PRIVMSG m|", "NOTICE m|", "JOIN m|", "PART m|", "TOPIC m|", "KILL m|", "INVITE m|",
+              "OPER m|", "KICK m n|", "QUIT|", "PING|", "PASS|", "WALLOPS|", "AWAY|"}) {
+            const QString head = QLatin1StringView(line);
+            form(QString(head).replace(u'|', " two words"_L1),
+                 QString(head).replace(u'|', " :two words"_L1));
+        }
         // What no line takes is given back.
         const auto cut = [&](const QString& command, const QString& fits, const QString& rest) {
             row(qPrintable("cut "_L1 + command),
@@ -185,19 +201,31 @@ private Q_SLOTS:
         const QString asked = u"< CAP * LS :multi-prefix sasl=EXTERNAL,PLAIN \n> CAP REQ :sasl\n"
                               "< CAP me ACK :sasl \n> AUTHENTICATE PLAIN\n"_s;
         const QString answered = u"> AUTHENTICATE bWUAbWUAc2VjcmV0\n"_s;
-        sasl("right",
-             asked + u"< AUTHENTICATE :+\n"_s + answered +
-                 u"< 900 me me!i@h me :You are logged in\n"
-                 "< 903 me :Success\n> CAP END\n+ You are signed in to the account of me."_s,
-             true);
-        sasl("wrong", asked + u"< AUTHENTICATE +\n"_s + answered +
-                          u"< 904 me :Failed\n> CAP END\n"
-                          "- The server did not sign you in to the account of me: Failed"_s);
+        for (const QString& number : {u"903"_s, u"907"_s})
+            sasl(qPrintable("right "_L1 + number),
+                 asked + u"< AUTHENTICATE :+\n"_s + answered +
+                     u"< 900 me me!i@h me :You are logged in\n< "_s + number +
+                     u" me :Success\n> CAP END\n+ You are signed in to the account of me."_s,
+                 true);
+        for (const QString& number : {u"902"_s, u"904"_s, u"905"_s, u"906"_s})
+            sasl(qPrintable("wrong "_L1 + number),
+                 asked + u"< AUTHENTICATE +\n"_s + answered +
+                     u"< 908 me EXTERNAL :are available\n< "_s + number +
+                     u" me :Failed\n> CAP END\n- The server did not sign you in to the account "
+                     "of me: Failed"_s);
         sasl("several lines", u"< CAP * LS * :a b\n< CAP * LS * :sasl\n< CAP * LS :c\n"
                               "> CAP REQ :sasl\n< CAP * NAK :sasl\n> CAP END"_s);
         sasl("without sasl", u"< CAP * LS :multi-prefix\n> CAP END"_s);
         sasl("another way only", u"< CAP * LS :sasl=EXTERNAL\n> CAP END"_s);
-        sasl("word unknown", u"< 421 * CAP :Unknown command"_s);
+        for (const QString& number : {u"421"_s, u"451"_s})
+            sasl(qPrintable("word unknown "_L1 + number),
+                 "< "_L1 + number + " * CAP :Unknown command"_L1);
+        // Pieces of 400; a full one at the end says that more follows.
+        for (const auto& [length, end] : {std::pair(294, u"+"_s), {297, u"eHh4"_s}})
+            row(qPrintable("password of "_L1 + QString::number(length)),
+                "> CAP LS 302\n"_L1 + asked + "< AUTHENTICATE +\n> AUTHENTICATE bWUAbWUA"_L1 +
+                    u"eHh4"_s.repeated(98) + "\n> AUTHENTICATE "_L1 + end,
+                QString(length, u'x'));
         sasl("never answered", u"! 001 me :Welcome\n! 904 me :late"_s);
     }
     void talks()

@@ -58,23 +58,33 @@ private Q_SLOTS:
         QTest::addColumn<int>("days");
         QTest::addColumn<bool>("known");
         QTest::addColumn<QByteArray>("says"); // without TLS
-        QTest::addColumn<QStringList>("told");
+        QTest::addColumn<QString>("told");
 
+        const auto row = [](const char* name, const QByteArray& certified, int days, bool known,
+                            const QByteArray& says, const QString& told) {
+            QTest::newRow(name) << certified << days << known << says << told;
+        };
         const QByteArray own = "IP:127.9.2.2";
-        QTest::newRow("unknown authority")
-            << own << 30 << false << QByteArray() << QStringList{u"Test Authority"_s, u"cafile"_s};
-        QTest::newRow("another name") << QByteArray("DNS:irc.other") << 30 << true << QByteArray()
-                                      << QStringList{u"for irc.other, not for 127.9.2.2"_s};
-        QTest::newRow("expired") << own << -1 << true << QByteArray() << QStringList{u"expired"_s};
-        QTest::newRow("expired and unknown")
-            << own << -1 << false << QByteArray() << QStringList{u"expired"_s, u"cafile"_s};
-        const QStringList noTls{u"does not speak TLS on port 6697"_s, u"irc://"_s};
-        QTest::newRow("text") << QByteArray() << 0 << true
-                              << QByteArray(":s NOTICE * :Looking up your hostname\r\n") << noTls;
-        QTest::newRow("closed at once")
-            << QByteArray() << 0 << true << QByteArray("close") << noTls;
-        QTest::newRow("silent") << QByteArray() << 0 << true << QByteArray()
-                                << QStringList{u"for 10 seconds"_s, noTls.first()};
+        const QString unknown =
+            u"The certificate of 127.9.2.2 is issued by Test Authority, an authority that is not "
+            "known here. For a private network, name the file of its authority in the setting "
+            "connect/cafile."_s;
+        const QString expired =
+            u"The certificate of 127.9.2.2 has expired on DATE. Whoever runs the server must renew "
+            "it; check this computer's date, too."_s;
+        const QString noTls =
+            u"127.9.2.2 does not speak TLS on port 6697. Check the port; an address that begins "
+            "with irc:// goes without TLS, and then everything goes in clear."_s;
+        row("unknown authority", own, 30, false, {}, unknown);
+        row("another name", "DNS:irc.other", 30, true, {},
+            u"The certificate is for irc.other, not for 127.9.2.2. Check the name in the address; "
+            "it may be another server that answers."_s);
+        row("expired", own, -1, true, {}, expired);
+        row("expired and unknown", own, -1, false, {}, unknown + u' ' + expired);
+        row("text", {}, 0, true, ":s NOTICE * :Looking up your hostname\r\n", noTls);
+        row("closed at once", {}, 0, true, "close", noTls);
+        row("silent", {}, 0, true, {},
+            "127.9.2.2 has not answered in TLS for 10 seconds. "_L1 + noTls);
     }
     void trouble()
     {
@@ -82,7 +92,7 @@ private Q_SLOTS:
         QFETCH(int, days);
         QFETCH(bool, known);
         QFETCH(QByteArray, says);
-        QFETCH(QStringList, told);
+        QFETCH(QString, told);
         const QString address = u"127.9.2.2"_s;
         const auto server =
             names.isEmpty()
@@ -108,9 +118,8 @@ private Q_SLOTS:
                 server->say(says);
         }
         QTRY_COMPARE(sock.state(), Winsock::Failed);
-        QCOMPARE(events.size(), 1);
-        for (const QString& part : told)
-            QVERIFY2(events.first().contains(part), qPrintable(events.first()));
+        static const QRegularExpression date(u"expired on .*?\\. Whoever"_s);
+        QCOMPARE(events.join(u'|').replace(date, u"expired on DATE. Whoever"_s), told);
         sock.SendData("PASS secret\r\n"); // nothing ever goes in clear
         sock.Close();
         if (names.isEmpty())
@@ -127,7 +136,9 @@ private Q_SLOTS:
         sock.Connect();
         QCOMPARE(failed.count(), 0); // not before the caller is done
         QTRY_COMPARE(failed.count(), 1);
-        QVERIFY(failed.first().at(1).toString().contains("/nowhere/ca.pem"_L1));
+        QCOMPARE(
+            failed.first().at(1).toString(),
+            u"The file /nowhere/ca.pem of the setting connect/cafile has no certificate that can be read."_s);
     }
 
     void givenUpInTheHandshake()
