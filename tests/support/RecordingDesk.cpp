@@ -22,6 +22,17 @@ SessionVariables sessionVariables()
     return variables;
 }
 
+// What has happened, by whom, why, and whether there will be another attempt.
+QString told(const SessionReport& report)
+{
+    static const QStringList events =
+        u"SignedOut Connecting Cancelled Failed Connected NickRefused Welcome RoomRefused Kicked "
+        "Killed ServerClosed"_s.split(u' ');
+    return QStringList{events[static_cast<int>(report.event)], report.who, report.reason,
+                       report.nextTry.isForever() ? QString() : u"again"_s}
+        .join(u'|');
+}
+
 } // namespace
 
 RecordingDesk::RecordingDesk(Winsock* realSock, EventLoop* realEvents)
@@ -39,11 +50,15 @@ RecordingDesk::RecordingDesk(Winsock* realSock, EventLoop* realEvents)
 {
     ident.LocalPort = ident.RemotePort = 113;
     connection.setInterpreter([this](const QString& line) { interpreter.interpret(line); });
+    QObject::connect(&connection, &Connection::reported,
+                     [this](const SessionReport& report) { lastReport = report; });
     acts = {
         {u"register"_s, [this](const QString&) { register_(); }},
         {u"enter"_s, [this](const QString& names) { enterRoom(names); }},
         {u"onPause"_s,
          [this](const QString& step) { events.onPause << [=, this] { meanwhile(step); }; }},
+        {u"whileOpen"_s, // a box
+         [this](const QString& step) { dialogs.whileOpen = [=, this] { meanwhile(step); }; }},
         {u"onYield"_s,
          [this](const QString& step) { events.onYield << [=, this] { meanwhile(step); }; }},
         {u"arrive"_s, [this](const QString& chunk) { sock.arrive(chunk); }},
@@ -76,6 +91,7 @@ RecordingDesk::RecordingDesk(Winsock* realSock, EventLoop* realEvents)
         {u"blocked"_s, [this] { return ignored.rows().join(u','); }},
         {u"nick"_s, [this] { return variables.MyNick; }},
         {u"port"_s, [this] { return channel.Text1; }},
+        {u"report"_s, [this] { return told(lastReport); }},
         {u"retrying"_s, [this] { return QString::number(connection.isWaitingToRetry()); }},
     };
 }

@@ -83,6 +83,7 @@ public:
     MemoryInputBox box;
     StoppedClock clock;
     double random = 0;
+    SessionReport lastReport;
 
     SessionVariables variables;
     Handlers handlers{

@@ -106,34 +106,40 @@ private Q_SLOTS:
                   u"! port 8867\n! connect\nLogin.cmdSignout\nmnu_Sign=Sign In\nsock.Close\n"
                   "ident.Close\nText1=6667\nConnect.Caption=&Connect\n"
                   "DataIn| {C}05Connection attempt cancelled\nLogin.locked=false\n"
-                  "cmdCount= Total Chatters :  [ 0 ]\n"
+                  "cmdCount= Total Chatters :  [ 0 ]\n? report=Cancelled|||\n"
                   "~! caption something else\n! connect\ncmdCount= Total Chatters :  [ 0 ]"_s);
         // Lines are handled while it waits.
-        scene("established",
-              u"~! open pal\n~! connect\n! fullName A B{0}{0}\n! onPause < PING early\n"
-              "! connected\nlstNicks.Clear\nQuery1.Unload\nConnect.Enabled=false\n"
-              "Disconnect.Enabled=true\nConnect.Caption=&Connect\n"
-              "DataIn| {C}03Attempting To Connect Quill Harbor Server\n<< NICK typed\n"
-              "<< USER PC1Client-User:A B{0}{0}\nLogin.Log\nPause 0.5\n<< PONG :early\n"
-              "Home /quillharbor\nPause 0.5\nMisc /quillmisc\n? windows=0"_s);
+        scene(
+            "established",
+            u"~! open pal\n~! connect\n! fullName A B{0}{0}\n! onPause < PING early\n"
+            "! connected\nlstNicks.Clear\nQuery1.Unload\nConnect.Enabled=false\n"
+            "Disconnect.Enabled=true\nConnect.Caption=&Connect\n"
+            "DataIn| {C}03Attempting To Connect Quill Harbor Server\n<< NICK typed\n"
+            "<< USER PC1Client-User:A B{0}{0}\nLogin.Log\nPause 0.5\n<< PONG :early\n"
+            "Home /quillharbor\nPause 0.5\nMisc /quillmisc\n? windows=0\n? report=Connected|||"_s);
         const QString inRoom = u"~! enter @me bob\n~< :s MODE #room +n\n! port 7000\n"_s;
         scene("closed by the server",
-              inRoom +
-                  u"! closed\nDataIn| {C}02Disconnected by SERVER from irc.example\nsock.Close\n"
-                  "ident.Close\nlstNicks.Clear\ncmdCount= Total Chatters :  [ 0 ]\n"
-                  "Connect.Enabled=true\nConnect.Caption=&Connect\nDisconnect.Enabled=false\n"
-                  "BuddyList.clear\nLogin.cmdSignout\nmnu_Sign=Sign In\nLogin.UnLog\n"
-                  "? port=7000\n? retrying=0\n? modes=\n? chatters=0"_s);
+              inRoom + u"~< ERROR :Closing link\n! closed\nDataIn| {C}02Disconnected by SERVER "
+                       u"from irc.example\nsock.Close\n"
+                       "ident.Close\nlstNicks.Clear\ncmdCount= Total Chatters :  [ 0 ]\n"
+                       "Connect.Enabled=true\nConnect.Caption=&Connect\nDisconnect.Enabled=false\n"
+                       "BuddyList.clear\nLogin.cmdSignout\nmnu_Sign=Sign In\nLogin.UnLog\n"
+                       "? port=7000\n? retrying=0\n? modes=\n? chatters=0\n? "
+                       "report=ServerClosed||Closing link|\n"
+                       "~! connect\n~! connected\n~! closed\n? report=ServerClosed|||"_s);
         // Neither the modes nor the topic go with a failure.
         const QString failed = u"! error Refused\nConnect.Enabled=true\nDisconnect.Enabled=false\n"
                                "Connect.Caption=&Connect\nDataIn| {C}04ERROR : Refused\n"
                                "lstNicks.Clear\ncmdCount= Total Chatters :  [ 0 ]\nText1=8867\n"
                                "Login.cmdSignout\nmnu_Sign=Sign In\nLogin.UnLog\nfrmPopup.Show\n"
                                "frmPopup.Label2=Refused\nLogin.locked=false\n"_s;
-        scene("failing for good", inRoom + "~< :s TOPIC #room :xnews\n! reconnect 0\n"_L1 + failed +
-                                      u"? retrying=0\n? modes=+n\n? topic=<000000>news "_s);
+        scene("failing for good",
+              inRoom + "~< :s TOPIC #room :xnews\n! reconnect 0\n"_L1 + failed +
+                  u"? retrying=0\n? modes=+n\n? topic=<000000>news \n? report=Failed||Refused|"_s);
         // Without limit, and on the other port.
-        const QString again = failed + "? retrying=1\n! awaitRetry\n"_L1 + attempt("8867");
+        const QString again = failed +
+                              "? retrying=1\n? report=Failed||Refused|again\n! awaitRetry\n"_L1 +
+                              attempt("8867");
         scene("failing again and again",
               "~! connect\n"_L1 + again + again +
                   u"~! error x\n~! connected\n? retrying=0\n? port=8867\n~! error x\n"
@@ -147,7 +153,8 @@ private Q_SLOTS:
                             "mnu_Sign=Sign In\nLogin.locked=false\n"_s;
         scene("disconnecting",
               inRoom + "! quitMsg gone{0}{0}\n! disconnect\n<< QUIT :gone{0}{0}\n"_L1 + out +
-                  "? ident=2\n? modes=\n? chatters=0\n! disconnect\n"_L1 + out);
+                  "? ident=2\n? report=SignedOut|||\n? modes=\n? chatters=0\n! disconnect\n"_L1 +
+                  out);
         scene("terminating",
               u"~! register\n~! open a\n~! open b\n~! open c\n~! unload 2\n? yields=4\n"
               "! terminate\n<< QUIT :gone\nident.Close\nsock.Close\nunloadSmallForms\n"

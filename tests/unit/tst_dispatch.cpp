@@ -46,10 +46,12 @@ private Q_SLOTS:
              "DataIn| {C}04* x No such  thing");
         row("303", ":s 303 me :bob pal ", "BuddyList.AddUsers bob pal ");
         const auto welcome = [&](const char* name, const QString& autoJoin, const QString& join) {
-            scene(name, "! state 7\n! autoJoin "_L1 + autoJoin +
-                            "\n< :s 001 given :Welcome to it\nDataIn| * Welcome to it\n"
-                            "<< MODE given +i\n"_L1 +
-                            join + "Channel.Visible=true\nChannel.Show\n? nick=given"_L1);
+            scene(name,
+                  "! state 7\n! autoJoin "_L1 + autoJoin +
+                      "\n< :s 001 given :Welcome to it\nDataIn| * Welcome to it\n"
+                      "<< MODE given +i\n"_L1 +
+                      join +
+                      "Channel.Visible=true\nChannel.Show\n? nick=given\n? report=Welcome|||"_L1);
         };
         welcome("welcome", u"#room{0}{0}"_s, u"<< JOIN #room{0}{0}\n"_s);
         welcome("welcome without a room", u"<none>{0}{0}"_s, {});
@@ -106,7 +108,7 @@ private Q_SLOTS:
             "sock.Close\nlstNicks.Clear\nident.Close\nPause 0.1\n- modes=+nt\n"
             "Connect.Enabled=true\nConnect.Caption=&Connect\nDisconnect.Enabled=false\n"
             "cmdCount= Total Chatters :  [ 0 ]\n? room=#room NOPART\n? modes=\n? chatters=0\n"
-            "? records=1\n? retrying=0");
+            "? records=1\n? retrying=0\n? report=Kicked|op|go|");
         scene("second room",
               inRoom + u"< :me!u@h JOIN #second\n? rooms=2\n? room=#room 1\n" // raised, then fails
                        "< :bob!u@h PRIVMSG #second :lost\n"
@@ -116,18 +118,19 @@ private Q_SLOTS:
                        "< :me!u@h NICK :you\nDataIn| {C}03Your nick is now {B}you\n"
                        "DataIn| {C}03{B}me{B} is now known as {B}you"_s);
         for (const char* numeric : {"471", "473", "474", "475"})
-            scene(numeric,
-                  "~! register\n< :s "_L1 + QLatin1StringView(numeric) +
-                      " me #shut :Cannot join\n"
-                      "DataIn| {C}04You cannot join #shut : Cannot join\nsock.hold\n"
-                      "box|Error|You cannot join #shut : Cannot join\nsock.release\n"
-                      "<< QUIT :gone\nConnect.Enabled=true\nConnect.Caption=&Connect\n"
-                      "Disconnect.Enabled=false\n"
-                      "DataIn| {C}05You are Disconnected from Quill Harbor Server\nsock.Close\n"
-                      "lstNicks.Clear\nText1=6667\ncmdCount= Total Chatters :  [ 0 ]\n"
-                      "Login.UnLog\nLogin.cmdSignout\nmnu_Sign=Sign In\nLogin.locked=false\n"
-                      "Login.cmdSignout\nmnu_Sign=Sign In\nLogin.Show\nLogin.locked=false\n"
-                      "Channel.Hide"_L1);
+            scene(
+                numeric,
+                "~! register\n< :s "_L1 + QLatin1StringView(numeric) +
+                    " me #shut :Cannot join\n"
+                    "DataIn| {C}04You cannot join #shut : Cannot join\nsock.hold\n"
+                    "box|Error|You cannot join #shut : Cannot join\nsock.release\n"
+                    "<< QUIT :gone\nConnect.Enabled=true\nConnect.Caption=&Connect\n"
+                    "Disconnect.Enabled=false\n"
+                    "DataIn| {C}05You are Disconnected from Quill Harbor Server\nsock.Close\n"
+                    "lstNicks.Clear\nText1=6667\ncmdCount= Total Chatters :  [ 0 ]\n"
+                    "Login.UnLog\nLogin.cmdSignout\nmnu_Sign=Sign In\nLogin.locked=false\n"
+                    "Login.cmdSignout\nmnu_Sign=Sign In\nLogin.Show\nLogin.locked=false\n"
+                    "Channel.Hide\n? report=RoomRefused||You cannot join #shut : Cannot join|"_L1);
         row("topic goes without its first character", ":bob!u@h TOPIC #room :news  here",
             "Topic| news  here\nDataIn| {C}03Topic changed by {B}bob{B} : news  here\n"
             "? topic=<000000>ews  here ");
@@ -200,7 +203,8 @@ private Q_SLOTS:
         row("killed myself", ":op!u@h KILL me :x",
             "sock.Close\nlstNicks.Clear\nident.Close\nConnect.Enabled=true\n"
             "Connect.Caption=&Connect\nDisconnect.Enabled=false\n"
-            "cmdCount= Total Chatters :  [ 0 ]\nDataIn| {C}2{B}You{B} were Killed [x]");
+            "cmdCount= Total Chatters :  [ 0 ]\nDataIn| {C}2{B}You{B} were Killed [x]\n? "
+            "report=Killed|op|x|");
 
         // Nicks and lists.
         scene("nick of somebody in the room: the window follows",
@@ -213,10 +217,15 @@ private Q_SLOTS:
         // A server may change a nick before it welcomes.
         scene("own nick is padded at first", u"! named loaded\n~! connect\n~! connected\n"
                                              "~< :loaded!u@h NICK :guest7\n? nick=guest7"_s);
-        row("431", ":s 431 me :No nickname given", "usenick.Show");
-        row("432", ":s 432 me 9x :Erroneous",
-            "box|Invalid Name Or Nick Already In Use|Choose Another Nick\nusenick.Show");
-        row("433 of another nick", ":s 433 * other :In use", "usenick.Show\n? nick=me");
+        row("431", ":s 431 me :No nickname given",
+            "usenick.Show\n? report=NickRefused||no name was given|");
+        // One box at a time, however many names are refused meanwhile.
+        scene("432",
+              inRoom + u"! whileOpen < :s 432 me 9y :Erroneous\n< :s 432 me 9x :Erroneous\n"
+                       "box|Invalid Name Or Nick Already In Use|Choose Another Nick\nusenick.Show\n"
+                       "? report=NickRefused|9y|Erroneous|"_s);
+        row("433 of another nick", ":s 433 * other :In use",
+            "usenick.Show\n? nick=me\n? report=NickRefused|other|In use|");
         row("433 of mine", ":s 433 * me :In use",
             "<< NICK \nusenick.Show\n? nick=\n! named set\n< :s 433 * set :In use\n<< NICK \n"
             "usenick.Show");

@@ -43,9 +43,6 @@ struct Menus
         desk.acts[u"popup"_s] = [this](const QString&) { actions.lstNicks_MouseDown(); };
         desk.acts[u"doubleClick"_s] = [this](const QString&) { actions.lstNicks_DblClick(); };
         desk.acts[u"selectBlocked"_s] = [this](const QString&) { desk.ignored.setListIndex(0); };
-        desk.acts[u"behindTheBox"_s] = [this](const QString& row) {
-            desk.dialogs.whileOpen = [this, row] { desk.select(row); };
-        };
         desk.looks[u"away"_s] = [this] { return entry(u"mnu_status_away"_s).Caption(); };
         desk.looks[u"captions"_s] = [this] {
             return QStringList{entry(u"mnu_nicks_op"_s).Caption(),
@@ -124,7 +121,7 @@ private Q_SLOTS:
         const QString kick = u"! click nicks_kick\nprompt|Kick User|Why would you like to kick the "
                              "user 'bob' from #room?"_s;
         row("kick of whom it was before the question",
-            u"! answer too loud\n! behindTheBox @olga\n"_s + kick +
+            u"! answer too loud\n! whileOpen ! select @olga\n"_s + kick +
                 u"\n<< KICK #room bob :too loud"_s);
         row("kick without a reason", "! answer\n"_L1 + kick + u"\n<< KICK #room bob :"_s);
         row("no kick", "! answer \b\n"_L1 + kick);
