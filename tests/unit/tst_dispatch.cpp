@@ -200,11 +200,11 @@ private Q_SLOTS:
                 "You are already identified.");
         row("killed", ":op!u@h KILL bob :Killed (op (x))",
             "DataIn| {C}2{B}bob{B} was killed [Killed (op (x))]");
-        row("killed myself", ":op!u@h KILL me :x",
+        row("killed myself", ":s 324 me #room +nt\n< :op!u@h KILL me :x",
             "sock.Close\nlstNicks.Clear\nident.Close\nConnect.Enabled=true\n"
             "Connect.Caption=&Connect\nDisconnect.Enabled=false\n"
             "cmdCount= Total Chatters :  [ 0 ]\nDataIn| {C}2{B}You{B} were Killed [x]\n? "
-            "report=Killed|op|x|");
+            "report=Killed|op|x|\n? modes=\n? chatters=0");
 
         // Nicks and lists.
         scene("nick of somebody in the room: the window follows",

@@ -37,6 +37,7 @@ private Q_SLOTS:
         command("kill bob too loud", u"- KILL bob :too loud"_s);
         command("part #room bye now", u"- PART #room :bye now\n? room=#room PARTNOW"_s);
         command("part #unknown bye", u"- PART #unknown :bye\n? room=#room 1"_s);
+        command("part", u"- PART #room\n? room=#room PARTNOW"_s);
         command("me waves", u"DataIn| {C}06me waves\n- PRIVMSG #room :{A}ACTION waves{A}"_s);
         scene("me, in private", inRoom + u"! target PAL\n! command ME nods\nQuery1| {C}06me nods\n"
                                          "- PRIVMSG PAL :{A}ACTION nods{A}"_s);
