@@ -7,6 +7,7 @@
 #include "room/Room.h"
 #include "room/TopicField.h"
 #include "support/RecordingDesk.h"
+#include "support/Script.h"
 #include "support/TestSurroundings.h"
 #include "text/OwnTextStyle.h"
 #include "text/TextWriter.h"
@@ -67,8 +68,14 @@ class ChannelTest final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { loadResources(); }
-
+    void initTestCase()
+    {
+        loadResources();
+        m_script.afterLook = [this](const QString& look) {
+            if (look == "sent"_L1)
+                m_desk->server.sent.clear();
+        };
+    }
     void init()
     {
         m_desk = std::make_unique<Desk>();
@@ -157,7 +164,8 @@ private Q_SLOTS:
         row("style boxes",
             u"click Check3|click Check4|in DataOut|type x|"
             "?font bold underline Arial 10|face Courier|compose y|"
-            "?font bold underline Courier 10|click Check3|?font underline Courier 10"_s);
+            "?font bold underline Courier 10|click Check3|?font underline Courier 10|"
+            "points -3|in DataOut|type z|?font underline Courier 1"_s);
         row("picture that sends",
             u"click Image2|?sent |in DataOut|type hi|click Image2|?sent PRIVMSG #room :{C}1 hi|"
             "?input |type by key|keys Tab|?focus Image2|keys Space|"
@@ -376,118 +384,107 @@ private:
                font.families().join(u' ') + u' ' + QString::number(font.pointSize());
     }
 
-    // A script is steps, "|" between: a verb and its object, or "?", a look and what is there.
-    void play(const QString& script)
-    {
-        for (const QString& step : RecordingDesk::coded(script).split(u'|')) {
-            const QString word = step.section(u' ', 0, 0);
-            const QString rest = step.section(u' ', 1);
-            if (!word.startsWith(u'?')) {
-                QVERIFY2(m_verbs.contains(word), qPrintable(step));
-                m_verbs[word](rest);
-                continue;
-            }
-            const auto look = m_looks.value(word.mid(1));
-            QVERIFY2(look, qPrintable(step));
-            QTRY_COMPARE(QString(word + u' ' + look()), step);
-            if (word == "?sent"_L1)
-                m_desk->server.sent.clear();
-        }
-    }
-    const QHash<QString, std::function<void(const QString&)>> m_verbs{
-        {u"in"_s, [this](const QString& name) { control<QWidget>(name)->setFocus(); }},
-        {u"click"_s,
-         [this](const QString& name) {
-             click(control<QWidget>(name), Qt::LeftButton, {12, 14});
-         }},
-        {u"drag"_s, [this](const QString& name) { drag(control<QWidget>(name)); }},
-        {u"press"_s,
-         [this](const QString& name) {
-             QAccessibleInterface* button =
-                 QAccessible::queryAccessibleInterface(control<QWidget>(name));
-             QCOMPARE(button->role(), QAccessible::Button);
-             QCOMPARE(button->text(QAccessible::Name), u"Send"_s);
-             button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-         }},
-        {u"type"_s,
-         [this](const QString& text) { QTest::keyClicks(m_desk->window.focusWidget(), text); }},
-        {u"keys"_s,
-         [this](const QString& names) {
-             for (const QString& name : names.split(u' ')) {
-                 const QKeyCombination key = QKeySequence(name)[0];
-                 QTest::keyClick(m_desk->window.focusWidget(), key.key(), key.keyboardModifiers());
-             }
-         }},
-        {u"compose"_s,
-         [this](const QString& text) {
-             QInputMethodEvent event;
-             event.setCommitString(text);
-             QCoreApplication::sendEvent(m_desk->window.focusWidget(), &event);
-         }},
-        {u"drop"_s,
-         [this](const QString& text) {
-             QTest::keyClick(topicEdit(), Qt::Key_End);
-             drop(text);
-         }},
-        {u"clip"_s, [](const QString& text) { QGuiApplication::clipboard()->setText(text); }},
-        {u"lock"_s, [this](auto) { TopicField::setLocked(m_desk->window.rtbTopic(), true); }},
-        {u"unlock"_s, [this](auto) { TopicField::setLocked(m_desk->window.rtbTopic(), false); }},
-        {u"topic"_s, [this](const QString& text) { setTopic(text); }},
-        {u"show"_s,
-         [this](const QString& text) {
-             TopicField::show(m_desk->window.rtbTopic(), m_desk->writer, text);
-         }},
-        {u"line"_s, [this](const QString& text) { m_desk->writer.WriteView(view(), text); }},
-        {u"fill"_s, [this](auto) { fillView(); }},
-        {u"mark"_s,
-         [this](const QString& range) {
-             view().selectForReader(range.section(u' ', 0, 0).toInt(),
-                                    range.section(u' ', 1).toInt());
-         }},
-        {u"rows"_s,
-         [this](const QString& names) {
-             for (const QString& name : names.split(u' '))
-                 m_desk->window.lstNicks().AddItem(name);
-         }},
-        {u"text"_s, [this](const QString& text) { input()->setText(text); }},
-        {u"caret"_s, [this](const QString& at) { input()->setCursorPosition(at.toInt()); }},
-        {u"face"_s, [this](const QString& name) { m_desk->variables.FontName = name; }},
-        {u"tab"_s,
-         [this](const QString& page) {
-             auto* tabs = control<QTabBar>(u"TBar"_s);
-             QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(page.toInt()).center());
-         }},
-        {u"go"_s,
-         [this](const QString& page) {
-             const std::array routines{&Channel::myHome, &Channel::myChatRoom, &Channel::myMisc};
-             (m_desk->window.*routines[page.toUInt()])();
-         }},
-    };
-    const QHash<QString, std::function<QString()>> m_looks{
-        {u"sent"_s, [this] { return m_desk->server.sent.join(u'\n'); }},
-        {u"topic"_s, [this] { return m_desk->window.rtbTopic().Text(); }},
-        {u"input"_s, [this] { return input()->text(); }},
-        {u"caret"_s, [this] { return QString::number(input()->cursorPosition()); }},
-        {u"focus"_s, [this] { return m_desk->window.focusWidget()->objectName(); }},
-        {u"notes"_s,
-         [this] {
-             const auto* notes = control<QLabel>(u"notes"_s);
-             return notes->isVisible() ? notes->text().left(20) : QString();
-         }},
-        {u"beeps"_s, [this] { return QString::number(m_desk->around.dialogs.beeps); }},
-        {u"clip"_s, [] { return QGuiApplication::clipboard()->text(); }},
-        {u"font"_s, [this] { return fontOfInput(); }},
-        {u"page"_s, [this] { return shownPage(); }},
-        {u"view"_s,
-         [this] {
-             const bool isTop = view().verticalScrollBar()->value() == 0;
-             return view().isFollowing() ? u"follows"_s : isTop ? u"top"_s : u"up"_s;
-         }},
-    };
+    void play(const QString& script) { m_script.play(RecordingDesk::coded(script)); }
 
     std::unique_ptr<Desk> m_desk;
     QWidget* m_home = nullptr; // pages
     QWidget* m_misc = nullptr;
+    Script m_script{
+        {
+            {u"in"_s, [this](const QString& name) { control<QWidget>(name)->setFocus(); }},
+            {u"click"_s,
+             [this](const QString& name) {
+                 click(control<QWidget>(name), Qt::LeftButton, {12, 14});
+             }},
+            {u"drag"_s, [this](const QString& name) { drag(control<QWidget>(name)); }},
+            {u"press"_s,
+             [this](const QString& name) {
+                 QAccessibleInterface* button =
+                     QAccessible::queryAccessibleInterface(control<QWidget>(name));
+                 QCOMPARE(button->role(), QAccessible::Button);
+                 QCOMPARE(button->text(QAccessible::Name), u"Send"_s);
+                 button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+             }},
+            {u"type"_s,
+             [this](const QString& text) { QTest::keyClicks(m_desk->window.focusWidget(), text); }},
+            {u"keys"_s,
+             [this](const QString& names) {
+                 for (const QString& name : names.split(u' ')) {
+                     const QKeyCombination key = QKeySequence(name)[0];
+                     QTest::keyClick(m_desk->window.focusWidget(), key.key(),
+                                     key.keyboardModifiers());
+                 }
+             }},
+            {u"compose"_s,
+             [this](const QString& text) {
+                 QInputMethodEvent event;
+                 event.setCommitString(text);
+                 QCoreApplication::sendEvent(m_desk->window.focusWidget(), &event);
+             }},
+            {u"drop"_s,
+             [this](const QString& text) {
+                 QTest::keyClick(topicEdit(), Qt::Key_End);
+                 drop(text);
+             }},
+            {u"clip"_s, [](const QString& text) { QGuiApplication::clipboard()->setText(text); }},
+            {u"lock"_s, [this](auto) { TopicField::setLocked(m_desk->window.rtbTopic(), true); }},
+            {u"unlock"_s,
+             [this](auto) { TopicField::setLocked(m_desk->window.rtbTopic(), false); }},
+            {u"topic"_s, [this](const QString& text) { setTopic(text); }},
+            {u"show"_s,
+             [this](const QString& text) {
+                 TopicField::show(m_desk->window.rtbTopic(), m_desk->writer, text);
+             }},
+            {u"line"_s, [this](const QString& text) { m_desk->writer.WriteView(view(), text); }},
+            {u"fill"_s, [this](auto) { fillView(); }},
+            {u"mark"_s,
+             [this](const QString& range) {
+                 view().selectForReader(range.section(u' ', 0, 0).toInt(),
+                                        range.section(u' ', 1).toInt());
+             }},
+            {u"rows"_s,
+             [this](const QString& names) {
+                 for (const QString& name : names.split(u' '))
+                     m_desk->window.lstNicks().AddItem(name);
+             }},
+            {u"text"_s, [this](const QString& text) { input()->setText(text); }},
+            {u"caret"_s, [this](const QString& at) { input()->setCursorPosition(at.toInt()); }},
+            {u"points"_s,
+             [this](const QString& size) { m_desk->variables.FontSize = Int16(size.toInt()); }},
+            {u"face"_s, [this](const QString& name) { m_desk->variables.FontName = name; }},
+            {u"tab"_s,
+             [this](const QString& page) {
+                 auto* tabs = control<QTabBar>(u"TBar"_s);
+                 QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(page.toInt()).center());
+             }},
+            {u"go"_s,
+             [this](const QString& page) {
+                 const std::array routines{&Channel::myHome, &Channel::myChatRoom,
+                                           &Channel::myMisc};
+                 (m_desk->window.*routines[page.toUInt()])();
+             }},
+        },
+        {
+            {u"sent"_s, [this] { return m_desk->server.sent.join(u'\n'); }},
+            {u"topic"_s, [this] { return m_desk->window.rtbTopic().Text(); }},
+            {u"input"_s, [this] { return input()->text(); }},
+            {u"caret"_s, [this] { return QString::number(input()->cursorPosition()); }},
+            {u"focus"_s, [this] { return m_desk->window.focusWidget()->objectName(); }},
+            {u"notes"_s,
+             [this] {
+                 const auto* notes = control<QLabel>(u"notes"_s);
+                 return notes->isVisible() ? notes->text().left(20) : QString();
+             }},
+            {u"beeps"_s, [this] { return QString::number(m_desk->around.dialogs.beeps); }},
+            {u"clip"_s, [] { return QGuiApplication::clipboard()->text(); }},
+            {u"font"_s, [this] { return fontOfInput(); }},
+            {u"page"_s, [this] { return shownPage(); }},
+            {u"view"_s,
+             [this] {
+                 const bool isTop = view().verticalScrollBar()->value() == 0;
+                 return view().isFollowing() ? u"follows"_s : isTop ? u"top"_s : u"up"_s;
+             }},
+        }};
 };
 
 QTEST_MAIN(ChannelTest)
