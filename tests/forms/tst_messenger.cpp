@@ -35,37 +35,542 @@ class MessengerTest final : public QObject
 
 private Q_SLOTS:
     void initTestCase() { loadResources(); }
-    void init();
-    void cleanup();
+    void init()
+    {
+        // An address of its own: the last test's ports may still be taken by connections that end.
+        const QString address = TestSurroundings::ownAddress(++m_number);
+        m_server = std::make_unique<ScriptedServer>(address, firstPort);
+        QVERIFY(m_server->isListening());
+        m_client = std::make_unique<TestClient>(address, &m_events);
+        m_heard = 0;
+    }
 
-    void fromSplashToASaidLine();
-    void secondSignInReadsTheSettingsNoMore();
-    void fallbackPortAndRetry();
-    void cancel();
-    void disconnect_data();
-    void disconnect();
-    void endsByOthers_data();
-    void endsByOthers();
-    void refusedRoom();
-    void anotherNetworkIsChosen();
-    void badSetting_data();
-    void badSetting();
-    void pipesInPlaceOfFiles();
-    void toolBarIsPaleWithoutAnEngine();
-    void keepsWhatIsSaid();
-    void closingTheWindowKeepsTheSession();
-    void exit_data();
-    void exit();
-    void exitBeforeTheFirstSignIn();
-    void rankOpensTheTopic();
-    void tellsOfMentions();
-    void survivesNoise();
+    void cleanup()
+    {
+        m_client.reset();
+        m_server.reset();
+    }
+
+    void fromSplashToASaidLine()
+    {
+        TestClient client(m_client->around.address); // with its real pauses
+        client.messenger.start();
+        const auto visibleForms = [&client] {
+            QStringList names;
+            for (const QWidget* window : QApplication::topLevelWidgets()) {
+                if (window->isVisible())
+                    names += window->objectName();
+            }
+            names.sort();
+            return names.join(u' ');
+        };
+        QCOMPARE(visibleForms(), u"frmSplash"_s);
+        QVERIFY(!client.messenger.hasChatRoom());
+        QTRY_COMPARE(visibleForms(), u"Login"_s);
+        QVERIFY(!client.messenger.hasChatRoom()); // nothing of a session before the first sign-in
+
+        client.signIn(u"anna"_s, u"secret"_s);
+        QCOMPARE(client.state(), attempting);
+        QTRY_COMPARE(
+            m_server->received(),
+            padded("NICK anna\nUSER " + QSysInfo::machineHostName().toUtf8() + "Client-User:",
+                   "Quill Quill Quill Quill Harbor Messenger V 1.0"));
+        QCOMPARE(client.state(), connected);
+        QCOMPARE(client.field("Text1")->isVisible(), false);
+        QCOMPARE(visibleForms(), u"Login"_s);
+
+        forget();
+        m_server->say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
+        QTRY_COMPARE(heard(), padded("MODE anna +i\nJOIN ", "#Harbor") + "IDENTIFY secret\n");
+        QTRY_COMPARE(visibleForms(), u"Channel"_s);
+        m_server->say(":anna!u@h JOIN :#Harbor\r\n:s 332 anna #Harbor :Be kind\r\n"
+                      ":s 333 anna #Harbor bob :1000000000\r\n"
+                      ":s 353 anna = #Harbor :anna +cleo %dave @bob\r\n");
+        QTRY_COMPARE(client.chatters(), (QStringList{u"+cleo"_s, u"@bob"_s, u"anna"_s, u"dave"_s}));
+        QCOMPARE(client.topic(), u"e kind"_s); // the first letter goes, whatever it is
+        QTRY_VERIFY(client.reads(u"You have entered to the chat room"_s));
+        QVERIFY(client.reads(u"Welcome To Quill Harbor Messenger!"_s));
+        QVERIFY(!client.reads(u"Your host is s"_s)); // entering wipes what came before
+        QTRY_VERIFY(client.reads(u"Topic set by bob"_s));
+
+        forget();
+        client.say(u"hello all"_s);
+        QTRY_COMPARE(heard(), QByteArray("PRIVMSG #Harbor :\x03"
+                                         "1 hello all\n"));
+        QVERIFY(client.reads(u"<anna> hello all"_s));
+        m_server->say(":bob!u@h PRIVMSG #Harbor :hello anna\r\n");
+        QTRY_VERIFY(client.reads(u"hello anna"_s));
+        QCOMPARE(client.around.ends, 0);
+        QCOMPARE(client.around.dialogs.shown, QStringList());
+    }
+
+    void secondSignInReadsTheSettingsNoMore()
+    {
+        QVERIFY(m_client->around.writeSettings("[connect]\nfullname=Anna A\n[irc]\nquitmsg=bye\n"
+                                               "[connect]\nautojoin=<none>\n"));
+        m_client->start();
+        m_client->signIn(u"anna"_s);
+        QTRY_VERIFY(m_server->received().contains(padded("Client-User:", "Anna A")));
+        m_server->say(":s 001 anna :Welcome\r\n");
+        QVERIFY(answersPing());
+        QVERIFY(!m_server->received().contains("JOIN"));
+
+        QVERIFY(m_client->around.writeSettings("[connect]\nfullname=Other\n"));
+        m_client->signEntry().trigger();
+        QTRY_VERIFY(m_server->received().endsWith(padded("QUIT :", "bye")));
+        forget();
+        m_client->signIn(u"bea"_s);
+        QTRY_VERIFY(heard().startsWith("NICK bea\nUSER "));
+        QTRY_VERIFY(heard().endsWith(padded("Client-User:", "Anna A")));
+    }
+
+    void fallbackPortAndRetry()
+    {
+        const QString address = m_client->around.address;
+        m_server.reset();
+        m_client->start();
+        m_client->chatRoom(); // loaded, so that its timer can be hurried
+        m_client->signIn(u"anna"_s);
+        QTRY_VERIFY(m_client->connection().isWaitingToRetry());
+        QVERIFY(m_client->told().contains("Next try in "_L1));
+        m_client->signIn({}); // refused, but the wait is over all the same
+        QVERIFY(!m_client->connection().isWaitingToRetry());
+        QVERIFY(m_client->told().contains("Sign in to try again."_L1));
+        QCOMPARE(m_client->around.dialogs.shown, QStringList{u"No NickName|Enter Your NickName"_s});
+
+        // Again and again, and from now on at the other port.
+        m_client->connection().setRetryInterval(100);
+        m_client->signIn(u"anna"_s);
+        QTRY_VERIFY(m_client->conversation().count(u"port 8867"_s) >= 2);
+        QCOMPARE(m_client->conversation().count(u"port 6667"_s), 1);
+        m_server = std::make_unique<ScriptedServer>(address, fallbackPort);
+        QVERIFY(m_server->isListening());
+        QTRY_VERIFY(m_server->received().startsWith("NICK anna\n"));
+        QCOMPARE(m_client->state(), connected);
+        m_client->click("mnu_File_Disconnect");
+        QCOMPARE(m_client->window().portText(), u"6667"_s);
+    }
+
+    // Nothing of an attempt that was given up comes to life later.
+    void cancel()
+    {
+        m_client->start();
+        m_client->signIn(u"anna"_s);
+        QCOMPARE(m_client->state(), attempting);
+        m_client->messenger.login().cmdSignIn_Click();
+        QCOMPARE(m_client->state(), signedOut);
+        QVERIFY(m_client->looksSignedOut());
+        QVERIFY(!m_client->field("Text1")->isReadOnly() && !m_client->field("Text2")->isReadOnly());
+        m_client->click("mnu_File_Connect");
+        QTRY_COMPARE(m_client->state(), connected);
+        QTRY_COMPARE(m_server->received().count("NICK "), 1);
+    }
+
+    void disconnect_data()
+    {
+        QTest::addColumn<std::function<void(TestClient&)>>("way");
+        using Way = std::function<void(TestClient&)>;
+
+        QTest::newRow("by the main window's menu")
+            << Way([](TestClient& client) { client.click("mnu_File_Disconnect"); });
+        QTest::newRow("by signing out")
+            << Way([](TestClient& client) { client.signEntry().trigger(); });
+        QTest::newRow("by moving to another server") << Way([](TestClient& client) {
+            const auto move = [&client] {
+                Session& session = client.chatRoom().session;
+                DoConnect(u"irc.example"_s, client.around.dialogs, session.connection,
+                          session.commands);
+            };
+            client.around.dialogs.answerYes = false;
+            move();
+            QVERIFY(client.state() != signedOut);
+            client.around.dialogs.answerYes = true;
+            move();
+            QCOMPARE(client.around.dialogs.shown.last(),
+                     u"QuillHarborMessenger|Would you really like to connect to the server "
+                     u"'irc.example'? You will be disconnect from your current one"_s);
+        });
+    }
+
+    void disconnect()
+    {
+        QFETCH(std::function<void(TestClient&)>, way);
+        beInTheRoom();
+        way(*m_client);
+        QTRY_COMPARE(heard(), quitLine);
+        QTRY_VERIFY(m_server->peerHasGone());
+        QCOMPARE(m_client->state(), signedOut);
+        QCOMPARE(m_client->chatters(), QStringList());
+        QVERIFY(m_client->looksSignedOut());
+
+        // Talk that nobody carries is still echoed; the next session works.
+        forget();
+        m_client->say(u"anybody?"_s);
+        QVERIFY(m_client->reads(u"anybody?"_s));
+        m_client->signIn(u"anna"_s);
+        QTRY_VERIFY(heard().startsWith("NICK anna\n"));
+        QVERIFY(!heard().contains("anybody"));
+    }
+
+    void endsByOthers_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<QString>("told");
+        QTest::addColumn<bool>("staysInTheRoom"); // which window is in sight
+
+        QTest::newRow("shutdown")
+            << QByteArray("ERROR :Server shutting down")
+            << u"SERVER closed the connection: Server shutting down. Sign in to come back."_s
+            << true;
+        QTest::newRow("kick") << QByteArray(":bob!u@h KICK #Harbor anna :too loud")
+                              << u"You were kicked by bob: too loud. Sign in to come back."_s
+                              << false;
+    }
+
+    void endsByOthers()
+    {
+        QFETCH(QByteArray, line);
+        QFETCH(bool, staysInTheRoom);
+        beInTheRoom();
+        m_server->say(line + "\r\n");
+        if (staysInTheRoom)
+            m_server->closePeer();
+        QTRY_VERIFY(m_server->peerHasGone());
+        QTRY_COMPARE(m_client->state(), signedOut);
+        QTEST(m_client->told(), "told");
+        QVERIFY(m_client->inputSays().startsWith("Not connected"_L1));
+        QVERIFY(m_client->looksSignedOut());
+        QCOMPARE(m_client->window().isVisible(), staysInTheRoom);
+        QCOMPARE(m_client->messenger.login().isVisible(), !staysInTheRoom);
+        QVERIFY(m_client->field("Text1")->isReadOnly()); // only the user's own ways out unlock them
+        QCOMPARE(m_client->chatters(), QStringList());
+        QVERIFY(
+            !m_client->connection().isWaitingToRetry()); // an ended session is not taken up again
+        QCOMPARE(heard(), QByteArray());
+    }
+
+    // What the server says while the box is up waits.
+    void refusedRoom()
+    {
+        m_client->start();
+        m_client->signIn(u"anna"_s);
+        QTRY_VERIFY(m_server->received().contains("USER "));
+        m_server->say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
+        QTRY_VERIFY(heard().contains("JOIN "));
+        forget();
+
+        bool answeredBehindTheBox = true;
+        m_client->around.dialogs.whileOpen = [&] {
+            m_server->say("PING :one two\r\n");
+            // What goes through the same event loop meanwhile shows that there was time to answer.
+            ScriptedServer other(m_client->around.address, fallbackPort);
+            TestClient client(m_client->around.address, &m_events);
+            client.start();
+            client.chatRoom().main.window.setPortText(u"8867"_s);
+            client.signIn(u"cleo"_s);
+            QTRY_VERIFY(other.received().contains("USER "));
+            answeredBehindTheBox = heard().contains("PONG");
+        };
+        m_server->say(":s 471 anna #Harbor :Cannot join channel\r\n");
+        QTRY_COMPARE(m_client->state(), signedOut);
+        QCOMPARE(m_client->around.dialogs.shown,
+                 QStringList{u"Error|You cannot join #Harbor : Cannot join channel"_s});
+        QVERIFY(!answeredBehindTheBox);
+        QTRY_COMPARE(heard(), quitLine);
+        QVERIFY(!m_client->window().isVisible() && m_client->messenger.login().isVisible());
+        QVERIFY(m_client->looksSignedOut() && !m_client->field("Text1")->isReadOnly());
+    }
+
+    void anotherNetworkIsChosen()
+    {
+        m_server.reset(); // nobody is there
+        const QString other = TestSurroundings::ownAddress(++m_number);
+        ScriptedServer server(other);
+        TestSurroundings around(QString(), &m_events, m_client->around.address);
+        QVERIFY(around.writeSettings("[connect]\nserver="_ba + m_client->around.address.toLatin1() +
+                                     "\nreconnect=false\n"));
+        Messenger messenger(around);
+        auto* link = messenger.login().findChild<QToolButton*>(u"lnkNetwork"_s);
+        auto* nick = messenger.login().findChild<QLineEdit*>(u"Text1"_s);
+        const auto signIn = [nick] {
+            nick->setText(u"anna"_s);
+            QTest::keyClick(nick, Qt::Key_Return);
+        };
+        signIn();
+        QTRY_COMPARE(link->text(),
+                     QString("Network: "_L1 + m_client->around.address + " does not answer"_L1));
+        QVERIFY(!messenger.chatRoom().session.connection.isWaitingToRetry()); // as the settings say
+
+        link->click();
+        const auto* form = shown<NetworkForm>();
+        form->findChild<QComboBox*>()->setEditText(other);
+        form->findChild<QLineEdit*>(u"txtRoom"_s)->setText(u"#quay"_s);
+        form->findChild<QAbstractButton*>(u"cmdOK"_s)->click();
+        QCOMPARE(link->text(), QString("Network: "_L1 + other));
+        signIn();
+        QTRY_VERIFY(server.received().contains("USER "));
+        QVERIFY(!link->isEnabled());
+        server.say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
+        QTRY_VERIFY(server.received().contains("JOIN #quay"));
+    }
+
+    void badSetting_data()
+    {
+        QTest::addColumn<bool>("fatal");
+
+        QTest::newRow("Text1") << false; // like the button
+        QTest::newRow("Text2") << true;
+    }
+
+    void badSetting()
+    {
+        QFETCH(bool, fatal);
+        QVERIFY(m_client->around.writeSettings("[connect]\nport=many\n"));
+        m_client->start();
+        m_client->enter(u"anna"_s);
+        m_client->pressReturnIn(QTest::currentDataTag());
+        QVERIFY(!m_client->messenger.hasChatRoom());
+        QCOMPARE(m_client->around.ends, fatal ? 1 : 0);
+        QCOMPARE(
+            m_client->around.dialogs.shown,
+            fatal ? QStringList{u"Quill Harbor Messenger|Run-time error '13':\n\nType mismatch"_s}
+                  : QStringList());
+        QVERIFY(m_client->looksSignedOut());
+        QCOMPARE(m_client->around.told.size(), 1);
+        QVERIFY(m_client->around.told.first().contains("[connect] port is \"many\""_L1));
+
+        // The next touch tries again.
+        QVERIFY(m_client->around.writeSettings("[connect]\nport=7000\n"));
+        m_client->pressReturnIn(QTest::currentDataTag());
+        QTRY_VERIFY(m_server->received().startsWith("NICK anna\n")); // on the usual port
+    }
+
+    // Nobody ever writes into these pipes: who opens one waits for good.
+    void pipesInPlaceOfFiles()
+    {
+        for (const char* name : {"settings.ini", "quillharbor.store"}) {
+            const QString path =
+                m_client->around.folder.filePath("config/"_L1 + QLatin1String(name));
+            QVERIFY(mkfifo(QFile::encodeName(path).constData(), 0600) == 0);
+        }
+        m_client->start();
+        m_client->signIn(u"anna"_s);
+        QTRY_VERIFY(m_server->received().startsWith("NICK anna\n"));
+        QCOMPARE(m_client->around.told.size(), 2);
+    }
+
+    void toolBarIsPaleWithoutAnEngine()
+    {
+        beInTheRoom();
+        const auto* bar = m_client->window().findChild<QWidget*>(u"ToolBar1"_s);
+        QVERIFY(bar->isEnabled());
+        m_client->window().myHome();
+        QTRY_VERIFY(!bar->isEnabled());
+        QCOMPARE(m_client->around.enginesAsked, 1);
+    }
+
+    // Room and chatters in files of their own, without codes, whatever their names are made of; a
+    // folder that is none is told once.
+    void keepsWhatIsSaid()
+    {
+        const QTemporaryDir folder;
+        const QString log = folder.filePath(u"talk"_s);
+        QVERIFY(m_client->around.writeSettings("[log]\nfolder=" + log.toUtf8() + '\n'));
+        beInTheRoom();
+        m_server->say(":bob!u@h PRIVMSG #Harbor :\x02hi\x02 \x03"
+                      "4all\x07 :)\r\n"
+                      ":..!u@h PRIVMSG anna :\xc3\xa9\r\n");
+        const auto file = [&](const QString& name) {
+            QFile kept(log + u'/' + name + ".2003-04-05.txt"_L1);
+            kept.open(QIODevice::ReadOnly);
+            return QString::fromUtf8(kept.readAll());
+        };
+        QTRY_VERIFY(file(u"#harbor"_s).contains("[06:07:08] <bob> hi all  :)\n"_L1));
+        QTRY_VERIFY(file(u"%2E%2E"_s).endsWith(u"[06:07:08] <..> \u00e9\n"_s));
+        QVERIFY(QFile::permissions(log + "/#harbor.2003-04-05.txt"_L1) ==
+                (QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser));
+
+        // The folder goes, and a file stands in its place.
+        QVERIFY(QDir(log).removeRecursively());
+        QFile wall(log);
+        QVERIFY(wall.open(QIODevice::WriteOnly));
+        m_client->say(u"one"_s);
+        QTRY_COMPARE(m_client->around.told.size(), 1);
+        m_client->say(u"two"_s);
+        m_client->chatRoom().finishLog();
+        QCoreApplication::processEvents();
+        QCOMPARE(m_client->around.told.size(), 1);
+        QVERIFY(m_client->reads(u"two"_s));
+    }
+
+    void closingTheWindowKeepsTheSession()
+    {
+        beInTheRoom();
+        m_client->window().close();
+        QVERIFY(!m_client->window().isVisible() && m_client->messenger.login().isVisible());
+        m_client->around.tray.available = false;
+        m_client->messenger.login().close(); // would be out of reach for good
+        QVERIFY(m_client->messenger.login().isMinimized());
+        m_client->around.tray.available = true;
+        m_client->messenger.login().close();
+        QVERIFY(!m_client->messenger.login().isVisible());
+        QVERIFY(answersPing());
+        QCOMPARE(m_client->state(), connected);
+    }
+
+    void exit_data()
+    {
+        QTest::addColumn<bool>("quits");
+
+        QTest::newRow("mnu_Terminate") << true;
+        QTest::newRow("mnu_systray_exit") << true;
+        QTest::newRow("the desktop ends its session") << true;
+        QTest::newRow("mnu_Close") << false; // the sign-in form's: at once, without a word
+    }
+
+    void exit()
+    {
+        QFETCH(bool, quits);
+        beInTheRoom();
+        const QString name = QString::fromLatin1(QTest::currentDataTag());
+        if (name == "mnu_Close"_L1) {
+            m_client->messenger.login().findChild<QAction*>(name)->trigger();
+        } else if (name.startsWith("mnu_"_L1)) {
+            m_client->click(name.toLatin1());
+        } else {
+            QEvent quit(QEvent::Quit); // windows that ignore their close event can veto it
+            QCoreApplication::sendEvent(QCoreApplication::instance(), &quit);
+        }
+        QCOMPARE(m_client->around.ends, 1);
+        if (quits) {
+            QTRY_COMPARE(heard(), quitLine);
+            QTRY_VERIFY(m_server->peerHasGone());
+        } else {
+            QCOMPARE(m_client->connection().sockState(), 7);
+            QCOMPARE(heard(), QByteArray());
+        }
+    }
+
+    // A desktop that draws the menu itself asks for it when it sees the icon.
+    void exitBeforeTheFirstSignIn()
+    {
+        m_client->start();
+        QMenu* menu = m_client->around.tray.menu;
+        QVERIFY(menu);
+        menu->findChild<QAction*>(u"mnu_systray_exit"_s)->trigger();
+        QCOMPARE(m_client->around.ends, 1);
+        QVERIFY(!m_client->messenger.hasChatRoom());
+    }
+
+    void rankOpensTheTopic()
+    {
+        beInTheRoom();
+        QWidget* edit = m_client->window().findChild<QWidget*>(u"rtbTopic"_s);
+        QTest::keyClicks(edit, u"x"_s);
+        QTest::keyClick(edit, Qt::Key_Return);
+        QCOMPARE(m_client->topic(), u"topic"_s);
+        m_server->say(":bob!u@h MODE #Harbor +o :anna\r\n");
+        QTRY_VERIFY(m_client->chatters().contains(u"@anna"_s));
+        QTest::keyClick(edit, Qt::Key_Home);
+        QTest::keyClicks(edit, u"not a"_s);
+        QTest::keyClick(edit, Qt::Key_Return);
+        QTRY_COMPARE(heard(), QByteArray("TOPIC #Harbor :not a topic \n"));
+        m_server->say(":anna!u@h TOPIC #Harbor :another\r\n:bob!u@h MODE #Harbor -o :anna\r\n");
+        QTRY_COMPARE(m_client->topic(), u"nother"_s);
+        QTRY_VERIFY(m_client->chatters().contains(u"anna"_s));
+        QTest::keyClicks(edit, u"x"_s);
+        QCOMPARE(m_client->topic(), u"nother"_s);
+    }
+
+    void tellsOfMentions()
+    {
+        QVERIFY(m_client->around.writeSettings("[notify]\nmention=true\n"));
+        beInTheRoom();
+        auto& view = static_cast<ChatView&>(m_client->window().DataIn());
+        const auto marked = [&view] {
+            QStringList lines;
+            for (const qsizetype line : view.notes().marked())
+                lines += view.chatText().lineText(line).trimmed();
+            return lines;
+        };
+        const QStringList& notices = m_client->around.tray.notices;
+        QVERIFY(QTest::qWaitForWindowActive(&m_client->window()));
+        m_server->say(":bob!u@h PRIVMSG #Harbor :Hey \00304ANNA!\r\n"
+                      ":bob!u@h PRIVMSG #Harbor :annabel is not her\r\n"
+                      ":bob!u@h PRIVMSG #Harbor :\001ACTION waves at anna\001\r\n");
+        QTRY_COMPARE(marked(), QStringList({u"<bob> Hey ANNA!"_s, u"bob waves at anna"_s}));
+        QCOMPARE(notices, QStringList()); // she has seen it
+        m_client->say(u"anna said it"_s);
+        m_server->say(":anna!u@h NICK :eve\r\n");
+        QTRY_VERIFY(m_client->chatters().contains(u"eve"_s));
+
+        m_client->window().Hide();
+        ListBox& ignored = m_client->chatRoom().windows.ignoreList->List1();
+        ignored.AddItem(u"bob - Blocked"_s);
+        m_server->say(":bob!u@h PRIVMSG #Harbor :eve, look\r\n"
+                      ":kim!u@h PRIVMSG #Harbor :<b>eve</b> & \002you\002\r\n"
+                      ":kim!u@h PRIVMSG #Harbor :eve? eve?\r\n");
+        QTRY_COMPARE(marked().size(), 5);
+        QCOMPARE(notices, QStringList(u"kim|<b>eve</b> & you"_s)); // nobody blocked, and no flood
+    }
+
+    void survivesNoise()
+    {
+        // Bytes as they may come from anywhere, and lines of our own kind with too little, too much
+        // or the wrong things in them.
+        beInTheRoom();
+        QRandomGenerator random(20030405);
+        QByteArray noise;
+        while (noise.size() < 1'000'000) {
+            const int length = random.bounded(100) == 0 ? 20'000 : random.bounded(200);
+            for (int i = 0; i < length; ++i)
+                noise += static_cast<char>(random.bounded(256));
+            noise += random.bounded(2) ? "\r\n" : "\n";
+        }
+        // A line that ends the session would end the test: a random one does not, the seed is
+        // fixed.
+        m_server->say(noise);
+        QVERIFY(QTest::qWaitFor([this] { return answersPing(); }, 60'000));
+
+        const QList<QByteArray> words =
+            QByteArray(
+                "002 ping join privmsg nick part 353 mode quit kick 332 topic 333 366 324 328 "
+                "251 303 367 368 401 301 311 312 317 319 320 372 999 wallops")
+                .split(' ');
+        const QList<QByteArray> tails =
+            QByteArray("| | :| #Harbor| #Harbor +ovhklb| #Harbor +l 99999999999| #Harbor +l -1|"
+                       " anna #Harbor :-99999999999999999999| anna #Harbor bob :2147483648|"
+                       " anna #nowhere x y z|     | :\1| #Harbor :\1ACTION| bob :\1PING\1|"
+                       " #Harbor :\3\00399,99\2\x1f\x16\xf\0034,")
+                .split('|')
+            << " #Harbor :" + QByteArray(100'000, 'x') << " #Harbor bob :" + QByteArray("a\0b", 3);
+        for (const QByteArray& word : words) {
+            for (const QByteArray& tail : tails) {
+                m_server->say(word + tail + "\r\n");
+                m_server->say(":bob!u@h " + word + tail + "\r\n");
+            }
+            QVERIFY2(answersPing(), word.constData());
+        }
+        QCOMPARE(m_client->around.ends, 0);
+        QCOMPARE(m_client->state(), connected);
+        m_server->say(":cleo!u@h PRIVMSG #Harbor :still here?\r\n");
+        QTRY_VERIFY(m_client->reads(u"still here?"_s));
+    }
 
 private:
-    void beInTheRoom();
+    void beInTheRoom()
+    {
+        m_client->beInTheRoom(*m_server);
+        forget();
+    }
     QByteArray heard() const { return m_server->received().mid(m_heard); }
     void forget() { m_heard = m_server->received().size(); }
-    bool answersPing();
+    bool answersPing()
+    {
+        forget();
+        m_server->say("PING :one two\r\n");
+        return QTest::qWaitFor([this] { return heard().contains("PONG :one two\n"); });
+    }
 
     int m_number = 0;
     HastyEventLoop m_events;
@@ -73,533 +578,6 @@ private:
     std::unique_ptr<TestClient> m_client;
     qsizetype m_heard = 0;
 };
-
-void MessengerTest::init()
-{
-    // An address of its own: the last test's ports may still be taken by connections that end.
-    const QString address = TestSurroundings::ownAddress(++m_number);
-    m_server = std::make_unique<ScriptedServer>(address, firstPort);
-    QVERIFY(m_server->isListening());
-    m_client = std::make_unique<TestClient>(address, &m_events);
-    m_heard = 0;
-}
-
-void MessengerTest::cleanup()
-{
-    m_client.reset();
-    m_server.reset();
-}
-
-void MessengerTest::beInTheRoom()
-{
-    m_client->beInTheRoom(*m_server);
-    forget();
-}
-
-bool MessengerTest::answersPing()
-{
-    forget();
-    m_server->say("PING :one two\r\n");
-    return QTest::qWaitFor([this] { return heard().contains("PONG :one two\n"); });
-}
-
-void MessengerTest::fromSplashToASaidLine()
-{
-    TestClient client(m_client->around.address); // with its real pauses
-    client.messenger.start();
-    const auto visibleForms = [&client] {
-        QStringList names;
-        for (const QWidget* window : QApplication::topLevelWidgets()) {
-            if (window->isVisible())
-                names += window->objectName();
-        }
-        names.sort();
-        return names.join(u' ');
-    };
-    QCOMPARE(visibleForms(), u"frmSplash"_s);
-    QVERIFY(!client.messenger.hasChatRoom());
-    QTRY_COMPARE(visibleForms(), u"Login"_s);
-    QVERIFY(!client.messenger.hasChatRoom()); // nothing of a session before the first sign-in
-
-    client.signIn(u"anna"_s, u"secret"_s);
-    QCOMPARE(client.state(), attempting);
-    QTRY_COMPARE(m_server->received(),
-                 padded("NICK anna\nUSER " + QSysInfo::machineHostName().toUtf8() + "Client-User:",
-                        "Quill Quill Quill Quill Harbor Messenger V 1.0"));
-    QCOMPARE(client.state(), connected);
-    QCOMPARE(client.field("Text1")->isVisible(), false);
-    QCOMPARE(visibleForms(), u"Login"_s);
-
-    forget();
-    m_server->say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
-    QTRY_COMPARE(heard(), padded("MODE anna +i\nJOIN ", "#Harbor") + "IDENTIFY secret\n");
-    QTRY_COMPARE(visibleForms(), u"Channel"_s);
-    m_server->say(":anna!u@h JOIN :#Harbor\r\n:s 332 anna #Harbor :Be kind\r\n"
-                  ":s 333 anna #Harbor bob :1000000000\r\n"
-                  ":s 353 anna = #Harbor :anna +cleo %dave @bob\r\n");
-    QTRY_COMPARE(client.chatters(), (QStringList{u"+cleo"_s, u"@bob"_s, u"anna"_s, u"dave"_s}));
-    QCOMPARE(client.topic(), u"e kind"_s); // the first letter goes, whatever it is
-    QTRY_VERIFY(client.reads(u"You have entered to the chat room"_s));
-    QVERIFY(client.reads(u"Welcome To Quill Harbor Messenger!"_s));
-    QVERIFY(!client.reads(u"Your host is s"_s)); // entering wipes what came before
-    QTRY_VERIFY(client.reads(u"Topic set by bob"_s));
-
-    forget();
-    client.say(u"hello all"_s);
-    QTRY_COMPARE(heard(), QByteArray("PRIVMSG #Harbor :\x03"
-                                     "1 hello all\n"));
-    QVERIFY(client.reads(u"<anna> hello all"_s));
-    m_server->say(":bob!u@h PRIVMSG #Harbor :hello anna\r\n");
-    QTRY_VERIFY(client.reads(u"hello anna"_s));
-    QCOMPARE(client.around.ends, 0);
-    QCOMPARE(client.around.dialogs.shown, QStringList());
-}
-
-void MessengerTest::secondSignInReadsTheSettingsNoMore()
-{
-    QVERIFY(m_client->around.writeSettings("[connect]\nfullname=Anna A\n[irc]\nquitmsg=bye\n"
-                                           "[connect]\nautojoin=<none>\n"));
-    m_client->start();
-    m_client->signIn(u"anna"_s);
-    QTRY_VERIFY(m_server->received().contains(padded("Client-User:", "Anna A")));
-    m_server->say(":s 001 anna :Welcome\r\n");
-    QVERIFY(answersPing());
-    QVERIFY(!m_server->received().contains("JOIN"));
-
-    QVERIFY(m_client->around.writeSettings("[connect]\nfullname=Other\n"));
-    m_client->signEntry().trigger();
-    QTRY_VERIFY(m_server->received().endsWith(padded("QUIT :", "bye")));
-    forget();
-    m_client->signIn(u"bea"_s);
-    QTRY_VERIFY(heard().startsWith("NICK bea\nUSER "));
-    QTRY_VERIFY(heard().endsWith(padded("Client-User:", "Anna A")));
-}
-
-void MessengerTest::fallbackPortAndRetry()
-{
-    const QString address = m_client->around.address;
-    m_server.reset();
-    m_client->start();
-    m_client->chatRoom(); // loaded, so that its timer can be hurried
-    m_client->signIn(u"anna"_s);
-    QTRY_VERIFY(m_client->connection().isWaitingToRetry());
-    QVERIFY(m_client->told().contains("Next try in "_L1));
-    m_client->signIn({}); // refused, but the wait is over all the same
-    QVERIFY(!m_client->connection().isWaitingToRetry());
-    QVERIFY(m_client->told().contains("Sign in to try again."_L1));
-    QCOMPARE(m_client->around.dialogs.shown, QStringList{u"No NickName|Enter Your NickName"_s});
-
-    // Again and again, and from now on at the other port.
-    m_client->connection().setRetryInterval(100);
-    m_client->signIn(u"anna"_s);
-    QTRY_VERIFY(m_client->conversation().count(u"port 8867"_s) >= 2);
-    QCOMPARE(m_client->conversation().count(u"port 6667"_s), 1);
-    m_server = std::make_unique<ScriptedServer>(address, fallbackPort);
-    QVERIFY(m_server->isListening());
-    QTRY_VERIFY(m_server->received().startsWith("NICK anna\n"));
-    QCOMPARE(m_client->state(), connected);
-    m_client->click("mnu_File_Disconnect");
-    QCOMPARE(m_client->window().portText(), u"6667"_s);
-}
-
-// Nothing of an attempt that was given up comes to life later.
-void MessengerTest::cancel()
-{
-    m_client->start();
-    m_client->signIn(u"anna"_s);
-    QCOMPARE(m_client->state(), attempting);
-    m_client->messenger.login().cmdSignIn_Click();
-    QCOMPARE(m_client->state(), signedOut);
-    QVERIFY(m_client->looksSignedOut());
-    QVERIFY(!m_client->field("Text1")->isReadOnly() && !m_client->field("Text2")->isReadOnly());
-    m_client->click("mnu_File_Connect");
-    QTRY_COMPARE(m_client->state(), connected);
-    QTRY_COMPARE(m_server->received().count("NICK "), 1);
-}
-
-void MessengerTest::disconnect_data()
-{
-    QTest::addColumn<std::function<void(TestClient&)>>("way");
-    using Way = std::function<void(TestClient&)>;
-
-    QTest::newRow("by the main window's menu")
-        << Way([](TestClient& client) { client.click("mnu_File_Disconnect"); });
-    QTest::newRow("by signing out")
-        << Way([](TestClient& client) { client.signEntry().trigger(); });
-    QTest::newRow("by moving to another server") << Way([](TestClient& client) {
-        const auto move = [&client] {
-            Session& session = client.chatRoom().session;
-            DoConnect(u"irc.example"_s, client.around.dialogs, session.connection,
-                      session.commands);
-        };
-        client.around.dialogs.answerYes = false;
-        move();
-        QVERIFY(client.state() != signedOut);
-        client.around.dialogs.answerYes = true;
-        move();
-        QCOMPARE(client.around.dialogs.shown.last(),
-                 u"QuillHarborMessenger|Would you really like to connect to the server "
-                 u"'irc.example'? You will be disconnect from your current one"_s);
-    });
-}
-
-void MessengerTest::disconnect()
-{
-    QFETCH(std::function<void(TestClient&)>, way);
-    beInTheRoom();
-    way(*m_client);
-    QTRY_COMPARE(heard(), quitLine);
-    QTRY_VERIFY(m_server->peerHasGone());
-    QCOMPARE(m_client->state(), signedOut);
-    QCOMPARE(m_client->chatters(), QStringList());
-    QVERIFY(m_client->looksSignedOut());
-
-    // Talk that nobody carries is still echoed; the next session works.
-    forget();
-    m_client->say(u"anybody?"_s);
-    QVERIFY(m_client->reads(u"anybody?"_s));
-    m_client->signIn(u"anna"_s);
-    QTRY_VERIFY(heard().startsWith("NICK anna\n"));
-    QVERIFY(!heard().contains("anybody"));
-}
-
-void MessengerTest::endsByOthers_data()
-{
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<QString>("told");
-    QTest::addColumn<bool>("staysInTheRoom"); // which window is in sight
-
-    QTest::newRow("shutdown")
-        << QByteArray("ERROR :Server shutting down")
-        << u"SERVER closed the connection: Server shutting down. Sign in to come back."_s << true;
-    QTest::newRow("kick") << QByteArray(":bob!u@h KICK #Harbor anna :too loud")
-                          << u"You were kicked by bob: too loud. Sign in to come back."_s << false;
-}
-
-void MessengerTest::endsByOthers()
-{
-    QFETCH(QByteArray, line);
-    QFETCH(bool, staysInTheRoom);
-    beInTheRoom();
-    m_server->say(line + "\r\n");
-    if (staysInTheRoom)
-        m_server->closePeer();
-    QTRY_VERIFY(m_server->peerHasGone());
-    QTRY_COMPARE(m_client->state(), signedOut);
-    QTEST(m_client->told(), "told");
-    QVERIFY(m_client->inputSays().startsWith("Not connected"_L1));
-    QVERIFY(m_client->looksSignedOut());
-    QCOMPARE(m_client->window().isVisible(), staysInTheRoom);
-    QCOMPARE(m_client->messenger.login().isVisible(), !staysInTheRoom);
-    QVERIFY(m_client->field("Text1")->isReadOnly()); // only the user's own ways out unlock them
-    QCOMPARE(m_client->chatters(), QStringList());
-    QVERIFY(!m_client->connection().isWaitingToRetry()); // an ended session is not taken up again
-    QCOMPARE(heard(), QByteArray());
-}
-
-// What the server says while the box is up waits.
-void MessengerTest::refusedRoom()
-{
-    m_client->start();
-    m_client->signIn(u"anna"_s);
-    QTRY_VERIFY(m_server->received().contains("USER "));
-    m_server->say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
-    QTRY_VERIFY(heard().contains("JOIN "));
-    forget();
-
-    bool answeredBehindTheBox = true;
-    m_client->around.dialogs.whileOpen = [&] {
-        m_server->say("PING :one two\r\n");
-        // What goes through the same event loop meanwhile shows that there was time to answer.
-        ScriptedServer other(m_client->around.address, fallbackPort);
-        TestClient client(m_client->around.address, &m_events);
-        client.start();
-        client.chatRoom().main.window.setPortText(u"8867"_s);
-        client.signIn(u"cleo"_s);
-        QTRY_VERIFY(other.received().contains("USER "));
-        answeredBehindTheBox = heard().contains("PONG");
-    };
-    m_server->say(":s 471 anna #Harbor :Cannot join channel\r\n");
-    QTRY_COMPARE(m_client->state(), signedOut);
-    QCOMPARE(m_client->around.dialogs.shown,
-             QStringList{u"Error|You cannot join #Harbor : Cannot join channel"_s});
-    QVERIFY(!answeredBehindTheBox);
-    QTRY_COMPARE(heard(), quitLine);
-    QVERIFY(!m_client->window().isVisible() && m_client->messenger.login().isVisible());
-    QVERIFY(m_client->looksSignedOut() && !m_client->field("Text1")->isReadOnly());
-}
-
-void MessengerTest::anotherNetworkIsChosen()
-{
-    m_server.reset(); // nobody is there
-    const QString other = TestSurroundings::ownAddress(++m_number);
-    ScriptedServer server(other);
-    TestSurroundings around(QString(), &m_events, m_client->around.address);
-    QVERIFY(around.writeSettings("[connect]\nserver="_ba + m_client->around.address.toLatin1() +
-                                 "\nreconnect=false\n"));
-    Messenger messenger(around);
-    auto* link = messenger.login().findChild<QToolButton*>(u"lnkNetwork"_s);
-    auto* nick = messenger.login().findChild<QLineEdit*>(u"Text1"_s);
-    const auto signIn = [nick] {
-        nick->setText(u"anna"_s);
-        QTest::keyClick(nick, Qt::Key_Return);
-    };
-    signIn();
-    QTRY_COMPARE(link->text(),
-                 QString("Network: "_L1 + m_client->around.address + " does not answer"_L1));
-    QVERIFY(!messenger.chatRoom().session.connection.isWaitingToRetry()); // as the settings say
-
-    link->click();
-    const auto* form = shown<NetworkForm>();
-    form->findChild<QComboBox*>()->setEditText(other);
-    form->findChild<QLineEdit*>(u"txtRoom"_s)->setText(u"#quay"_s);
-    form->findChild<QAbstractButton*>(u"cmdOK"_s)->click();
-    QCOMPARE(link->text(), QString("Network: "_L1 + other));
-    signIn();
-    QTRY_VERIFY(server.received().contains("USER "));
-    QVERIFY(!link->isEnabled());
-    server.say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
-    QTRY_VERIFY(server.received().contains("JOIN #quay"));
-}
-
-void MessengerTest::badSetting_data()
-{
-    QTest::addColumn<bool>("fatal");
-
-    QTest::newRow("Text1") << false; // like the button
-    QTest::newRow("Text2") << true;
-}
-
-void MessengerTest::badSetting()
-{
-    QFETCH(bool, fatal);
-    QVERIFY(m_client->around.writeSettings("[connect]\nport=many\n"));
-    m_client->start();
-    m_client->enter(u"anna"_s);
-    m_client->pressReturnIn(QTest::currentDataTag());
-    QVERIFY(!m_client->messenger.hasChatRoom());
-    QCOMPARE(m_client->around.ends, fatal ? 1 : 0);
-    QCOMPARE(m_client->around.dialogs.shown,
-             fatal ? QStringList{u"Quill Harbor Messenger|Run-time error '13':\n\nType mismatch"_s}
-                   : QStringList());
-    QVERIFY(m_client->looksSignedOut());
-    QCOMPARE(m_client->around.told.size(), 1);
-    QVERIFY(m_client->around.told.first().contains("[connect] port is \"many\""_L1));
-
-    // The next touch tries again.
-    QVERIFY(m_client->around.writeSettings("[connect]\nport=7000\n"));
-    m_client->pressReturnIn(QTest::currentDataTag());
-    QTRY_VERIFY(m_server->received().startsWith("NICK anna\n")); // on the usual port
-}
-
-// Nobody ever writes into these pipes: who opens one waits for good.
-void MessengerTest::pipesInPlaceOfFiles()
-{
-    for (const char* name : {"settings.ini", "quillharbor.store"}) {
-        const QString path = m_client->around.folder.filePath("config/"_L1 + QLatin1String(name));
-        QVERIFY(mkfifo(QFile::encodeName(path).constData(), 0600) == 0);
-    }
-    m_client->start();
-    m_client->signIn(u"anna"_s);
-    QTRY_VERIFY(m_server->received().startsWith("NICK anna\n"));
-    QCOMPARE(m_client->around.told.size(), 2);
-}
-
-void MessengerTest::toolBarIsPaleWithoutAnEngine()
-{
-    beInTheRoom();
-    const auto* bar = m_client->window().findChild<QWidget*>(u"ToolBar1"_s);
-    QVERIFY(bar->isEnabled());
-    m_client->window().myHome();
-    QTRY_VERIFY(!bar->isEnabled());
-    QCOMPARE(m_client->around.enginesAsked, 1);
-}
-
-// Room and chatters in files of their own, without codes, whatever their names are made of; a
-// folder that is none is told once.
-void MessengerTest::keepsWhatIsSaid()
-{
-    const QTemporaryDir folder;
-    const QString log = folder.filePath(u"talk"_s);
-    QVERIFY(m_client->around.writeSettings("[log]\nfolder=" + log.toUtf8() + '\n'));
-    beInTheRoom();
-    m_server->say(":bob!u@h PRIVMSG #Harbor :\x02hi\x02 \x03"
-                  "4all\x07 :)\r\n"
-                  ":..!u@h PRIVMSG anna :\xc3\xa9\r\n");
-    const auto file = [&](const QString& name) {
-        QFile kept(log + u'/' + name + ".2003-04-05.txt"_L1);
-        kept.open(QIODevice::ReadOnly);
-        return QString::fromUtf8(kept.readAll());
-    };
-    QTRY_VERIFY(file(u"#harbor"_s).contains("[06:07:08] <bob> hi all  :)\n"_L1));
-    QTRY_VERIFY(file(u"%2E%2E"_s).endsWith(u"[06:07:08] <..> \u00e9\n"_s));
-    QVERIFY(QFile::permissions(log + "/#harbor.2003-04-05.txt"_L1) ==
-            (QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser));
-
-    // The folder goes, and a file stands in its place.
-    QVERIFY(QDir(log).removeRecursively());
-    QFile wall(log);
-    QVERIFY(wall.open(QIODevice::WriteOnly));
-    m_client->say(u"one"_s);
-    QTRY_COMPARE(m_client->around.told.size(), 1);
-    m_client->say(u"two"_s);
-    m_client->chatRoom().finishLog();
-    QCoreApplication::processEvents();
-    QCOMPARE(m_client->around.told.size(), 1);
-    QVERIFY(m_client->reads(u"two"_s));
-}
-
-void MessengerTest::closingTheWindowKeepsTheSession()
-{
-    beInTheRoom();
-    m_client->window().close();
-    QVERIFY(!m_client->window().isVisible() && m_client->messenger.login().isVisible());
-    m_client->around.tray.available = false;
-    m_client->messenger.login().close(); // would be out of reach for good
-    QVERIFY(m_client->messenger.login().isMinimized());
-    m_client->around.tray.available = true;
-    m_client->messenger.login().close();
-    QVERIFY(!m_client->messenger.login().isVisible());
-    QVERIFY(answersPing());
-    QCOMPARE(m_client->state(), connected);
-}
-
-void MessengerTest::exit_data()
-{
-    QTest::addColumn<bool>("quits");
-
-    QTest::newRow("mnu_Terminate") << true;
-    QTest::newRow("mnu_systray_exit") << true;
-    QTest::newRow("the desktop ends its session") << true;
-    QTest::newRow("mnu_Close") << false; // the sign-in form's: at once, without a word
-}
-
-void MessengerTest::exit()
-{
-    QFETCH(bool, quits);
-    beInTheRoom();
-    const QString name = QString::fromLatin1(QTest::currentDataTag());
-    if (name == "mnu_Close"_L1) {
-        m_client->messenger.login().findChild<QAction*>(name)->trigger();
-    } else if (name.startsWith("mnu_"_L1)) {
-        m_client->click(name.toLatin1());
-    } else {
-        QEvent quit(QEvent::Quit); // windows that ignore their close event can veto it
-        QCoreApplication::sendEvent(QCoreApplication::instance(), &quit);
-    }
-    QCOMPARE(m_client->around.ends, 1);
-    if (quits) {
-        QTRY_COMPARE(heard(), quitLine);
-        QTRY_VERIFY(m_server->peerHasGone());
-    } else {
-        QCOMPARE(m_client->connection().sockState(), 7);
-        QCOMPARE(heard(), QByteArray());
-    }
-}
-
-// A desktop that draws the menu itself asks for it when it sees the icon.
-void MessengerTest::exitBeforeTheFirstSignIn()
-{
-    m_client->start();
-    QMenu* menu = m_client->around.tray.menu;
-    QVERIFY(menu);
-    menu->findChild<QAction*>(u"mnu_systray_exit"_s)->trigger();
-    QCOMPARE(m_client->around.ends, 1);
-    QVERIFY(!m_client->messenger.hasChatRoom());
-}
-
-void MessengerTest::rankOpensTheTopic()
-{
-    beInTheRoom();
-    QWidget* edit = m_client->window().findChild<QWidget*>(u"rtbTopic"_s);
-    QTest::keyClicks(edit, u"x"_s);
-    QTest::keyClick(edit, Qt::Key_Return);
-    QCOMPARE(m_client->topic(), u"topic"_s);
-    m_server->say(":bob!u@h MODE #Harbor +o :anna\r\n");
-    QTRY_VERIFY(m_client->chatters().contains(u"@anna"_s));
-    QTest::keyClick(edit, Qt::Key_Home);
-    QTest::keyClicks(edit, u"not a"_s);
-    QTest::keyClick(edit, Qt::Key_Return);
-    QTRY_COMPARE(heard(), QByteArray("TOPIC #Harbor :not a topic \n"));
-    m_server->say(":anna!u@h TOPIC #Harbor :another\r\n:bob!u@h MODE #Harbor -o :anna\r\n");
-    QTRY_COMPARE(m_client->topic(), u"nother"_s);
-    QTRY_VERIFY(m_client->chatters().contains(u"anna"_s));
-    QTest::keyClicks(edit, u"x"_s);
-    QCOMPARE(m_client->topic(), u"nother"_s);
-}
-
-void MessengerTest::tellsOfMentions()
-{
-    QVERIFY(m_client->around.writeSettings("[notify]\nmention=true\n"));
-    beInTheRoom();
-    auto& view = static_cast<ChatView&>(m_client->window().DataIn());
-    const auto marked = [&view] {
-        QStringList lines;
-        for (const qsizetype line : view.notes().marked())
-            lines += view.chatText().lineText(line).trimmed();
-        return lines;
-    };
-    const QStringList& notices = m_client->around.tray.notices;
-    QVERIFY(QTest::qWaitForWindowActive(&m_client->window()));
-    m_server->say(":bob!u@h PRIVMSG #Harbor :Hey \00304ANNA!\r\n"
-                  ":bob!u@h PRIVMSG #Harbor :annabel is not her\r\n"
-                  ":bob!u@h PRIVMSG #Harbor :\001ACTION waves at anna\001\r\n");
-    QTRY_COMPARE(marked(), QStringList({u"<bob> Hey ANNA!"_s, u"bob waves at anna"_s}));
-    QCOMPARE(notices, QStringList()); // she has seen it
-    m_client->say(u"anna said it"_s);
-    m_server->say(":anna!u@h NICK :eve\r\n");
-    QTRY_VERIFY(m_client->chatters().contains(u"eve"_s));
-
-    m_client->window().Hide();
-    ListBox& ignored = m_client->chatRoom().windows.ignoreList->List1();
-    ignored.AddItem(u"bob - Blocked"_s);
-    m_server->say(":bob!u@h PRIVMSG #Harbor :eve, look\r\n"
-                  ":kim!u@h PRIVMSG #Harbor :<b>eve</b> & \002you\002\r\n"
-                  ":kim!u@h PRIVMSG #Harbor :eve? eve?\r\n");
-    QTRY_COMPARE(marked().size(), 5);
-    QCOMPARE(notices, QStringList(u"kim|<b>eve</b> & you"_s)); // nobody blocked, and no flood
-}
-
-void MessengerTest::survivesNoise()
-{
-    // Bytes as they may come from anywhere, and lines of our own kind with too little, too much or
-    // the wrong things in them.
-    beInTheRoom();
-    QRandomGenerator random(20030405);
-    QByteArray noise;
-    while (noise.size() < 1'000'000) {
-        const int length = random.bounded(100) == 0 ? 20'000 : random.bounded(200);
-        for (int i = 0; i < length; ++i)
-            noise += static_cast<char>(random.bounded(256));
-        noise += random.bounded(2) ? "\r\n" : "\n";
-    }
-    // A line that ends the session would end the test: a random one does not, the seed is fixed.
-    m_server->say(noise);
-    QVERIFY(QTest::qWaitFor([this] { return answersPing(); }, 60'000));
-
-    const QList<QByteArray> words =
-        QByteArray("002 ping join privmsg nick part 353 mode quit kick 332 topic 333 366 324 328 "
-                   "251 303 367 368 401 301 311 312 317 319 320 372 999 wallops")
-            .split(' ');
-    const QList<QByteArray> tails =
-        QByteArray("| | :| #Harbor| #Harbor +ovhklb| #Harbor +l 99999999999| #Harbor +l -1|"
-                   " anna #Harbor :-99999999999999999999| anna #Harbor bob :2147483648|"
-                   " anna #nowhere x y z|     | :\1| #Harbor :\1ACTION| bob :\1PING\1|"
-                   " #Harbor :\3\00399,99\2\x1f\x16\xf\0034,")
-            .split('|')
-        << " #Harbor :" + QByteArray(100'000, 'x') << " #Harbor bob :" + QByteArray("a\0b", 3);
-    for (const QByteArray& word : words) {
-        for (const QByteArray& tail : tails) {
-            m_server->say(word + tail + "\r\n");
-            m_server->say(":bob!u@h " + word + tail + "\r\n");
-        }
-        QVERIFY2(answersPing(), word.constData());
-    }
-    QCOMPARE(m_client->around.ends, 0);
-    QCOMPARE(m_client->state(), connected);
-    m_server->say(":cleo!u@h PRIVMSG #Harbor :still here?\r\n");
-    QTRY_VERIFY(m_client->reads(u"still here?"_s));
-}
 
 QTEST_MAIN(MessengerTest)
 #include "tst_messenger.moc"

@@ -11,6 +11,7 @@
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
 #include "platform/Motion.h"
+#include "platform/NoticeBox.h"
 #include "platform/QtDialogs.h"
 #include "platform/Resources.h"
 #include "support/TestSurroundings.h"
@@ -28,6 +29,23 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+class Yields final : public EventLoop
+{
+public:
+    void DoEvents() override
+    {
+        if (meanwhile)
+            std::exchange(meanwhile, {})();
+    }
+    void Pause(double) override {}
+
+    std::function<void()> meanwhile; // in the next one
+};
+
+} // namespace
+
 // The popup, the sound option, the choice of fonts and the two forms that tell about the program.
 class tst_smallforms final : public QObject
 {
@@ -37,328 +55,336 @@ private Q_SLOTS:
     void initTestCase() { loadResources(); }
     void init() { m_fatal.clear(); }
 
-    void popupRisesAndGoes();
-    void secondShowLeavesTheFirst();
-    void popupClicksShowTheChannel();
-    void longBodyIsWrittenSmaller();
+    void popupRisesAndGoes()
+    {
+        PopupOnDemand popup(m_popup);
+        popup.Show();
+        QVERIFY(m_popup.isVisible());
+        QPointer<frmPopup> form = &m_popup();
+        QVERIFY(form->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        QVERIFY(!form->isActiveWindow());
+        QVERIFY(form->findChild<QLabel*>(u"Label2"_s)
+                    ->text()
+                    .startsWith(u"Messenger is already running! DOUBLE CLICK HERE"_s));
 
-    void soundFollowsTheEntries();
-    void missingSoundIsSilent();
-    void shippedModulePlays();
+        const QRect screen = form->screen()->geometry();
+        tickUntil([&] { return form->height() == 116; }); // 1740 twips
+        QCOMPARE(form->y(), screen.bottom() + 1 - 2190 / 15);
+        QCOMPARE(form->x(), (screen.width() * 15 - 320 * 15 - 200) / 15);
 
-    void fontChoice_data();
-    void fontChoice();
-    void fontListsAreFilled();
+        const QRect place = form->geometry();
+        popup.setBody(u"The remote host closed the connection"_s);
+        popup.Show(); // one that is up goes on as it is
+        QVERIFY(form == &m_popup() && form->geometry() == place);
+        QCOMPARE(form->findChild<QLabel*>(u"Label2"_s)->text(),
+                 u"The remote host closed the connection"_s);
 
-    void boxGoesWithItsWindow();
-    void frameFollowsTheDesktop_data();
-    void frameFollowsTheDesktop();
-    void motionFollowsTheDesktop_data();
-    void motionFollowsTheDesktop();
-    void boxStaysOnTheScreen();
+        tickUntil([&] { return !m_popup.isLoaded(); });
+        QTRY_VERIFY(form.isNull());
+        QVERIFY2(m_fatal.isEmpty(), qPrintable(m_fatal));
+    }
 
-    void authorLinkByMouseAndKeyboard();
+    // In its last yield another one comes: the end of the first is not the end of that.
+    void popupGoesWhileItYields()
+    {
+        m_popup().Show();
+        const QPointer<frmPopup> first = &m_popup();
+        m_events.meanwhile = [this] {
+            m_popup.Unload();
+            m_popup().Show();
+        };
+        tickUntil([&] { return &m_popup() != first; });
+        QVERIFY(m_popup.isVisible());
+        QTRY_VERIFY(first.isNull());
+        m_popup.Unload();
+    }
+
+    void popupClicksShowTheChannel()
+    {
+        m_popup().Show();
+        const auto shownBy = [this](const char* target, auto click) {
+            m_channelShown = 0;
+            QWidget* label = m_popup().findChild<QWidget*>(QLatin1StringView(target));
+            click(label ? label : &m_popup(), Qt::LeftButton, Qt::NoModifier, QPoint(), -1);
+            return m_channelShown;
+        };
+        const auto once = [](auto... all) { QTest::mouseClick(all...); };
+        const auto twice = [](auto... all) { QTest::mouseDClick(all...); };
+        QCOMPARE(shownBy("Label2", once), 1);
+        QCOMPARE(shownBy("", once), 0);
+        QCOMPARE(shownBy("", twice), 1);
+        QCOMPARE(shownBy("Label1", twice), 0);
+        QVERIFY(m_popup.isVisible()); // only its timer ends it
+        m_popup.Unload();
+    }
+
+    void longBodyIsWrittenSmaller()
+    {
+        auto* label = m_popup().findChild<QLabel*>(u"Label2"_s);
+        m_popup().setBody(u"Connection refused"_s);
+        const double usual = label->font().pointSizeF();
+        m_popup().setBody(
+            u"The host name of the server is not known to any name server "_s.repeated(3));
+        QVERIFY(label->font().pointSizeF() < usual);
+        QVERIFY(label->heightForWidth(label->width()) <= label->height());
+        m_popup.Unload();
+    }
+
+    void soundFollowsTheEntries()
+    {
+        QTemporaryDir folder;
+        QFile wave(folder.filePath(u"send.wav"_s));
+        QVERIFY(wave.open(QIODevice::WriteOnly));
+        ActionEntry no;
+        ActionEntry yes;
+        no.setCheckable(true);
+        yes.setCheckable(true);
+        RecordingWaves player;
+        Sounds sounds(no, yes, player, {u"/nowhere"_s, folder.path()});
+
+        no.setChecked(true); // captioned "Yes"
+        QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::optional(true));
+        QCOMPARE(player.played, QStringList{wave.fileName()});
+
+        yes.setChecked(true); // off wins when both are ticked
+        QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::nullopt);
+        yes.setChecked(false);
+        no.setChecked(false);
+        QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::nullopt);
+        QCOMPARE(player.played.size(), 1);
+    }
+
+    void missingSoundIsSilent()
+    {
+        ActionEntry no;
+        ActionEntry yes;
+        no.setCheckable(true);
+        no.setChecked(true);
+        const Modules nothing({u"/nowhere"_s});
+        WavePlayerOnDemand player(nothing);
+        QVERIFY(!player.play(u"/nowhere/send.wav"_s));
+        Sounds sounds(no, yes, player, {u"/nowhere"_s});
+        QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::optional(false));
+    }
+
+    void shippedModulePlays()
+    {
+        const QString program = QCoreApplication::applicationDirPath() + "/../src"_L1;
+        const Modules modules({program + "/modules"_L1});
+        WavePlayerOnDemand player(modules);
+        QVERIFY(player.play(program + "/send.wav"_L1));
+        QVERIFY(player.play(program + "/send.wav"_L1)); // while the first may still sound
+        QVERIFY(!player.play(u"/nowhere/send.wav"_s));
+    }
+
+    void fontChoice_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("size");
+        QTest::addColumn<QString>("expectedName");
+        QTest::addColumn<int>("expectedSize");
+        QTest::newRow("not installed") << u"No Such Face"_s << u"14"_s << u"No Such Face"_s << 14;
+        QTest::newRow("beginning of an installed one") << u"De"_s << u"9"_s << u"De"_s << 9;
+        QTest::newRow("no name keeps the old") << QString() << u"12"_s << u"Arial"_s << 12;
+        QTest::newRow("emptied size keeps the old") << u"Arial"_s << QString() << u"Arial"_s << 10;
+        QTest::newRow("size beyond all") << u"Arial"_s << u"99999"_s << u"Arial"_s << 10;
+        QTest::newRow("below zero") << u"Arial"_s << u"-3"_s << u"Arial"_s << -3;
+    }
+
+    void fontChoice()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, size);
+        SessionVariables variables;
+        variables.FontName = u"Arial"_s.leftJustified(255, QChar(0));
+        variables.FontSize = 10;
+        FormSlot<FontOption> slot(
+            [&] { return std::make_unique<FontOption>(m_handlers, variables); });
+        slot->Show();
+        auto* cmbFontName = slot->findChild<QComboBox*>(u"cmbFontName"_s);
+        auto* cmbFontSize = slot->findChild<QComboBox*>(u"cmbFontSize"_s);
+        QCOMPARE(cmbFontSize->currentText(), u"10"_s);
+
+        for (const auto& [combo, text] :
+             {std::pair(cmbFontName, name), std::pair(cmbFontSize, size)}) {
+            combo->setFocus();
+            combo->lineEdit()->clear();
+            QTest::keyClicks(combo, text);
+        }
+        slot->findChild<xpButton*>()->setFocus();
+        QTest::keyClick(slot->findChild<xpButton*>(), Qt::Key_Space);
+
+        QVERIFY2(m_fatal.isEmpty(), qPrintable(m_fatal));
+        QVERIFY(!slot.isLoaded());
+        QTEST(beforeNul(variables.FontName), "expectedName");
+        QTEST(static_cast<int>(variables.FontSize), "expectedSize");
+    }
+
+    void fontListsAreFilled()
+    {
+        const QStringList families = QFontDatabase::families();
+        QVERIFY(!families.isEmpty());
+        SessionVariables variables;
+        variables.FontName = families.last().toUpper();
+        FontOption form(m_handlers, variables);
+        form.Form_Load();
+
+        const auto* names = form.findChild<QComboBox*>(u"cmbFontName"_s);
+        QCOMPARE(names->count(), families.size());
+        QCOMPARE(names->currentText(), families.last());
+        const auto* sizes = form.findChild<QComboBox*>(u"cmbFontSize"_s);
+        QCOMPARE(sizes->count(), families.size());
+        QCOMPARE(sizes->itemText(0), u"0"_s);
+        QCOMPARE(sizes->itemText(sizes->count() - 1), QString::number(families.size() - 1));
+    }
+
+    void boxGoesWithItsWindow()
+    {
+        QtDialogs dialogs;
+        const auto behindBox = [](auto act) {
+            auto* window = new QWidget;
+            window->show();
+            QVERIFY(QTest::qWaitForWindowActive(window));
+            QTimer::singleShot(0, window, [window] { delete window; });
+            act();
+        };
+        behindBox([&] { QVERIFY(!dialogs.askYesNo(u"Yes?"_s, u"Question"_s)); });
+        behindBox([&] { QCOMPARE(dialogs.InputBox(u"Name"_s, u"Question"_s), QString()); });
+
+        QTimer::singleShot(0, this, [] {
+            auto* line = QApplication::activeModalWidget()->findChild<QLineEdit*>();
+            QTest::keyClicks(line, u"anna"_s);
+            QTest::keyClick(line, Qt::Key_Return);
+        });
+        QCOMPARE(dialogs.InputBox(u"Name"_s, u"Question"_s), u"anna"_s);
+    }
+
+    void frameFollowsTheDesktop_data()
+    {
+        QTest::addColumn<QColor>("ground"); // of the desktop
+        QTest::addColumn<QColor>("word");
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<double>("atLeast"); // of contrast
+
+        QTest::newRow("light") << QColor(239, 239, 239) << QColor(0, 0, 0) << false << 7.0;
+        QTest::newRow("dark") << QColor(49, 54, 59) << QColor(239, 240, 241) << true << 7.0;
+        QTest::newRow("black on white")
+            << QColor(255, 255, 255) << QColor(0, 0, 0) << false << 20.9;
+        QTest::newRow("white on black") << QColor(0, 0, 0) << QColor(255, 255, 255) << true << 20.9;
+    }
+
+    void frameFollowsTheDesktop()
+    {
+        QFETCH(QColor, ground);
+        QFETCH(QColor, word);
+        const QPalette before = QApplication::palette();
+        const QString styleBefore = qApp->styleSheet();
+        QPalette desktop(ground);
+        desktop.setColor(QPalette::Window, ground);
+        desktop.setColor(QPalette::WindowText, word);
+        QApplication::setPalette(desktop);
+        applyTheme(*qApp);
+        const QPalette ours = QApplication::palette();
+        qApp->setStyleSheet(styleBefore);
+        QApplication::setPalette(before);
+
+        const QColor window = ours.color(QPalette::Window);
+        const QColor text = ours.color(QPalette::WindowText);
+        QTEST(window.lightness() < text.lightness(), "dark");
+        QFETCH(double, atLeast);
+        QVERIFY(contrast(window.rgb(), text.rgb()) >= atLeast);
+        QCOMPARE(ours.color(QPalette::Base), QColor(Qt::white)); // the paper stays light
+        QVERIFY(ours.color(QPalette::Text).lightness() < 50);
+    }
+
+    void motionFollowsTheDesktop_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<bool>("reduced");
+
+        QTest::newRow("nothing said") << u"other"_s << QByteArray() << false;
+        QTest::newRow("none") << u"kdeglobals"_s << QByteArray("[KDE]\nAnimationDurationFactor=0\n")
+                              << true;
+        QTest::newRow("slower") << u"kdeglobals"_s
+                                << QByteArray("[KDE]\nAnimationDurationFactor=1.5\n") << false;
+        QTest::newRow("off") << u"gtk-3.0/settings.ini"_s
+                             << QByteArray("[Settings]\ngtk-enable-animations=false\n") << true;
+        QTest::newRow("on") << u"gtk-4.0/settings.ini"_s
+                            << QByteArray("[Settings]\ngtk-enable-animations=1\n") << false;
+    }
+
+    void motionFollowsTheDesktop()
+    {
+        QFETCH(QString, file);
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(file);
+        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+        QFile settings(path);
+        QVERIFY(settings.open(QIODevice::WriteOnly));
+        QFETCH(QByteArray, content);
+        settings.write(content);
+        settings.close();
+        QTEST(isMotionReducedIn(folder.path()), "reduced");
+    }
+
+    void boxStaysOnTheScreen()
+    {
+        const QString text = u"a refusal of many words "_s.repeated(1000);
+        QTimer::singleShot(0, this, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            QVERIFY(box->height() < box->screen()->availableGeometry().height());
+            QCOMPARE(box->detailedText(), text);
+            box->accept();
+        });
+        QtDialogs().MsgBox(text, u"Refused"_s, Dialogs::Icon::Critical);
+    }
+
+    void noticesJoinOneBox()
+    {
+        NoticeBox box;
+        for (const QString& line : {u"<b>one"_s, u"two"_s, u"<b>one"_s})
+            box.tell(line);
+        QPointer<QMessageBox> first = shown<QMessageBox>();
+        QCOMPARE(first->text(), u"<b>one\n\ntwo"_s);
+        QCOMPARE(first->textFormat(), Qt::PlainText);
+        QVERIFY(!first->isModal());
+        first->close();
+        QTRY_VERIFY(!first);
+        box.tell(u"two"_s); // what was put away is told anew
+        QCOMPARE(shown<QMessageBox>()->text(), u"two"_s);
+        shown<QMessageBox>()->close();
+    }
+
+    void authorLinkByMouseAndKeyboard()
+    {
+        QStringList opened;
+        Author form(m_handlers, [&](const QString& address) { opened += address; });
+        form.Show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        auto* link = form.findChild<QLabel*>(u"Label10"_s);
+        QTest::mouseClick(link, Qt::LeftButton, {}, QPoint(12, link->height() / 2));
+        QCOMPARE(opened, QStringList{u"http://localhost:8667/qhmauthor"_s});
+        QTest::keyClick(&form, Qt::Key_Tab);
+        QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+        QCOMPARE(opened.size(), 2);
+    }
 
 private:
     QString m_fatal;
     const Handlers m_handlers{[this](const QString& message) { m_fatal = message; }};
-    QtEventLoop m_events;
+    Yields m_events;
     int m_channelShown = 0;
+    // Its timer ticks until it is so.
+    void tickUntil(const std::function<bool()>& done)
+    {
+        for (int tick = 0; tick < 2000 && !done(); ++tick)
+            QMetaObject::invokeMethod(m_popup().findChild<QTimer*>(), "timeout");
+    }
     FormSlot<frmPopup> m_popup{[this] {
         return std::make_unique<frmPopup>(m_handlers, m_events, [this] { ++m_channelShown; });
     }};
 };
-
-void tst_smallforms::popupRisesAndGoes()
-{
-    PopupOnDemand popup(m_popup);
-    popup.Show();
-    QVERIFY(m_popup.isVisible());
-    QPointer<frmPopup> form = &m_popup();
-    QVERIFY(form->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-    QVERIFY(!form->isActiveWindow());
-    QVERIFY(form->findChild<QLabel*>(u"Label2"_s)
-                ->text()
-                .startsWith(u"Messenger is already running! DOUBLE CLICK HERE"_s));
-
-    const QRect screen = form->screen()->geometry();
-    QTRY_COMPARE(form->height(), 116); // 1740 twips
-    QCOMPARE(form->y(), screen.bottom() + 1 - 2190 / 15);
-    QCOMPARE(form->x(), (screen.width() * 15 - 320 * 15 - 200) / 15);
-
-    QTRY_VERIFY_WITH_TIMEOUT(!m_popup.isLoaded(), 10000);
-    QTRY_VERIFY(form.isNull());
-    QVERIFY2(m_fatal.isEmpty(), qPrintable(m_fatal));
-}
-
-void tst_smallforms::secondShowLeavesTheFirst()
-{
-    PopupOnDemand popup(m_popup);
-    popup.Show();
-    popup.setBody(u"The remote host closed the connection"_s);
-    const auto* form = &m_popup();
-    QTRY_COMPARE(form->height(), 116);
-    const QRect place = form->geometry();
-
-    popup.Show();
-    QCOMPARE(&m_popup(), form);
-    QCOMPARE(form->geometry(), place);
-    QCOMPARE(form->findChild<QLabel*>(u"Label2"_s)->text(),
-             u"The remote host closed the connection"_s);
-    m_popup.Unload();
-}
-
-void tst_smallforms::popupClicksShowTheChannel()
-{
-    m_popup().Show();
-    const auto shownBy = [this](const char* target, auto click) {
-        m_channelShown = 0;
-        QWidget* label = m_popup().findChild<QWidget*>(QLatin1StringView(target));
-        click(label ? label : &m_popup(), Qt::LeftButton, Qt::NoModifier, QPoint(), -1);
-        return m_channelShown;
-    };
-    const auto once = [](auto... all) { QTest::mouseClick(all...); };
-    const auto twice = [](auto... all) { QTest::mouseDClick(all...); };
-    QCOMPARE(shownBy("Label2", once), 1);
-    QCOMPARE(shownBy("", once), 0);
-    QCOMPARE(shownBy("", twice), 1);
-    QCOMPARE(shownBy("Label1", twice), 0);
-    QVERIFY(m_popup.isVisible()); // only its timer ends it
-    m_popup.Unload();
-}
-
-void tst_smallforms::longBodyIsWrittenSmaller()
-{
-    auto* label = m_popup().findChild<QLabel*>(u"Label2"_s);
-    m_popup().setBody(u"Connection refused"_s);
-    const double usual = label->font().pointSizeF();
-    m_popup().setBody(
-        u"The host name of the server is not known to any name server "_s.repeated(3));
-    QVERIFY(label->font().pointSizeF() < usual);
-    QVERIFY(label->heightForWidth(label->width()) <= label->height());
-    m_popup.Unload();
-}
-
-void tst_smallforms::soundFollowsTheEntries()
-{
-    QTemporaryDir folder;
-    QFile wave(folder.filePath(u"send.wav"_s));
-    QVERIFY(wave.open(QIODevice::WriteOnly));
-    ActionEntry no;
-    ActionEntry yes;
-    no.setCheckable(true);
-    yes.setCheckable(true);
-    RecordingWaves player;
-    Sounds sounds(no, yes, player, {u"/nowhere"_s, folder.path()});
-
-    no.setChecked(true); // captioned "Yes"
-    QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::optional(true));
-    QCOMPARE(player.played, QStringList{wave.fileName()});
-
-    yes.setChecked(true); // off wins when both are ticked
-    QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::nullopt);
-    yes.setChecked(false);
-    no.setChecked(false);
-    QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::nullopt);
-    QCOMPARE(player.played.size(), 1);
-}
-
-void tst_smallforms::missingSoundIsSilent()
-{
-    ActionEntry no;
-    ActionEntry yes;
-    no.setCheckable(true);
-    no.setChecked(true);
-    const Modules nothing({u"/nowhere"_s});
-    WavePlayerOnDemand player(nothing);
-    QVERIFY(!player.play(u"/nowhere/send.wav"_s));
-    Sounds sounds(no, yes, player, {u"/nowhere"_s});
-    QCOMPARE(sounds.PlayWave(u"send.wav"_s), std::optional(false));
-}
-
-void tst_smallforms::shippedModulePlays()
-{
-    const QString program = QCoreApplication::applicationDirPath() + "/../src"_L1;
-    const Modules modules({program + "/modules"_L1});
-    WavePlayerOnDemand player(modules);
-    QVERIFY(player.play(program + "/send.wav"_L1));
-    QVERIFY(player.play(program + "/send.wav"_L1)); // while the first may still sound
-    QVERIFY(!player.play(u"/nowhere/send.wav"_s));
-}
-
-void tst_smallforms::fontChoice_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("size");
-    QTest::addColumn<QString>("expectedName");
-    QTest::addColumn<int>("expectedSize");
-    QTest::newRow("not installed") << u"No Such Face"_s << u"14"_s << u"No Such Face"_s << 14;
-    QTest::newRow("beginning of an installed one") << u"De"_s << u"9"_s << u"De"_s << 9;
-    QTest::newRow("no name keeps the old") << QString() << u"12"_s << u"Arial"_s << 12;
-    QTest::newRow("emptied size keeps the old") << u"Arial"_s << QString() << u"Arial"_s << 10;
-    QTest::newRow("size beyond all") << u"Arial"_s << u"99999"_s << u"Arial"_s << 10;
-    QTest::newRow("below zero") << u"Arial"_s << u"-3"_s << u"Arial"_s << -3;
-}
-
-void tst_smallforms::fontChoice()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, size);
-    SessionVariables variables;
-    variables.FontName = u"Arial"_s.leftJustified(255, QChar(0));
-    variables.FontSize = 10;
-    FormSlot<FontOption> slot([&] { return std::make_unique<FontOption>(m_handlers, variables); });
-    slot->Show();
-    auto* cmbFontName = slot->findChild<QComboBox*>(u"cmbFontName"_s);
-    auto* cmbFontSize = slot->findChild<QComboBox*>(u"cmbFontSize"_s);
-    QCOMPARE(cmbFontSize->currentText(), u"10"_s);
-
-    for (const auto& [combo, text] : {std::pair(cmbFontName, name), std::pair(cmbFontSize, size)}) {
-        combo->setFocus();
-        combo->lineEdit()->clear();
-        QTest::keyClicks(combo, text);
-    }
-    slot->findChild<xpButton*>()->setFocus();
-    QTest::keyClick(slot->findChild<xpButton*>(), Qt::Key_Space);
-
-    QVERIFY2(m_fatal.isEmpty(), qPrintable(m_fatal));
-    QVERIFY(!slot.isLoaded());
-    QTEST(beforeNul(variables.FontName), "expectedName");
-    QTEST(static_cast<int>(variables.FontSize), "expectedSize");
-}
-
-void tst_smallforms::fontListsAreFilled()
-{
-    const QStringList families = QFontDatabase::families();
-    QVERIFY(!families.isEmpty());
-    SessionVariables variables;
-    variables.FontName = families.last().toUpper();
-    FontOption form(m_handlers, variables);
-    form.Form_Load();
-
-    const auto* names = form.findChild<QComboBox*>(u"cmbFontName"_s);
-    QCOMPARE(names->count(), families.size());
-    QCOMPARE(names->currentText(), families.last());
-    const auto* sizes = form.findChild<QComboBox*>(u"cmbFontSize"_s);
-    QCOMPARE(sizes->count(), families.size());
-    QCOMPARE(sizes->itemText(0), u"0"_s);
-    QCOMPARE(sizes->itemText(sizes->count() - 1), QString::number(families.size() - 1));
-}
-
-void tst_smallforms::boxGoesWithItsWindow()
-{
-    QtDialogs dialogs;
-    const auto behindBox = [](auto act) {
-        auto* window = new QWidget;
-        window->show();
-        QVERIFY(QTest::qWaitForWindowActive(window));
-        QTimer::singleShot(0, window, [window] { delete window; });
-        act();
-    };
-    behindBox([&] { QVERIFY(!dialogs.askYesNo(u"Yes?"_s, u"Question"_s)); });
-    behindBox([&] { QCOMPARE(dialogs.InputBox(u"Name"_s, u"Question"_s), QString()); });
-
-    QTimer::singleShot(0, this, [] {
-        auto* line = QApplication::activeModalWidget()->findChild<QLineEdit*>();
-        QTest::keyClicks(line, u"anna"_s);
-        QTest::keyClick(line, Qt::Key_Return);
-    });
-    QCOMPARE(dialogs.InputBox(u"Name"_s, u"Question"_s), u"anna"_s);
-}
-
-void tst_smallforms::frameFollowsTheDesktop_data()
-{
-    QTest::addColumn<QColor>("ground"); // of the desktop
-    QTest::addColumn<QColor>("word");
-    QTest::addColumn<bool>("dark");
-    QTest::addColumn<double>("atLeast"); // of contrast
-
-    QTest::newRow("light") << QColor(239, 239, 239) << QColor(0, 0, 0) << false << 7.0;
-    QTest::newRow("dark") << QColor(49, 54, 59) << QColor(239, 240, 241) << true << 7.0;
-    QTest::newRow("black on white") << QColor(255, 255, 255) << QColor(0, 0, 0) << false << 20.9;
-    QTest::newRow("white on black") << QColor(0, 0, 0) << QColor(255, 255, 255) << true << 20.9;
-}
-
-void tst_smallforms::frameFollowsTheDesktop()
-{
-    QFETCH(QColor, ground);
-    QFETCH(QColor, word);
-    const QPalette before = QApplication::palette();
-    const QString styleBefore = qApp->styleSheet();
-    QPalette desktop(ground);
-    desktop.setColor(QPalette::Window, ground);
-    desktop.setColor(QPalette::WindowText, word);
-    QApplication::setPalette(desktop);
-    applyTheme(*qApp);
-    const QPalette ours = QApplication::palette();
-    qApp->setStyleSheet(styleBefore);
-    QApplication::setPalette(before);
-
-    const QColor window = ours.color(QPalette::Window);
-    const QColor text = ours.color(QPalette::WindowText);
-    QTEST(window.lightness() < text.lightness(), "dark");
-    QFETCH(double, atLeast);
-    QVERIFY(contrast(window.rgb(), text.rgb()) >= atLeast);
-    QCOMPARE(ours.color(QPalette::Base), QColor(Qt::white)); // the paper stays light
-    QVERIFY(ours.color(QPalette::Text).lightness() < 50);
-}
-
-void tst_smallforms::motionFollowsTheDesktop_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<bool>("reduced");
-
-    QTest::newRow("nothing said") << u"other"_s << QByteArray() << false;
-    QTest::newRow("none") << u"kdeglobals"_s << QByteArray("[KDE]\nAnimationDurationFactor=0\n")
-                          << true;
-    QTest::newRow("slower") << u"kdeglobals"_s << QByteArray("[KDE]\nAnimationDurationFactor=1.5\n")
-                            << false;
-    QTest::newRow("off") << u"gtk-3.0/settings.ini"_s
-                         << QByteArray("[Settings]\ngtk-enable-animations=false\n") << true;
-    QTest::newRow("on") << u"gtk-4.0/settings.ini"_s
-                        << QByteArray("[Settings]\ngtk-enable-animations=1\n") << false;
-}
-
-void tst_smallforms::motionFollowsTheDesktop()
-{
-    QFETCH(QString, file);
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(file);
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-    QFile settings(path);
-    QVERIFY(settings.open(QIODevice::WriteOnly));
-    QFETCH(QByteArray, content);
-    settings.write(content);
-    settings.close();
-    QTEST(isMotionReducedIn(folder.path()), "reduced");
-}
-
-void tst_smallforms::boxStaysOnTheScreen()
-{
-    const QString text = u"a refusal of many words "_s.repeated(1000);
-    QTimer::singleShot(0, this, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        QVERIFY(box->height() < box->screen()->availableGeometry().height());
-        QCOMPARE(box->detailedText(), text);
-        box->accept();
-    });
-    QtDialogs().MsgBox(text, u"Refused"_s, Dialogs::Icon::Critical);
-}
-
-void tst_smallforms::authorLinkByMouseAndKeyboard()
-{
-    QStringList opened;
-    Author form(m_handlers, [&](const QString& address) { opened += address; });
-    form.Show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
-    auto* link = form.findChild<QLabel*>(u"Label10"_s);
-    QTest::mouseClick(link, Qt::LeftButton, {}, QPoint(12, link->height() / 2));
-    QCOMPARE(opened, QStringList{u"http://localhost:8667/qhmauthor"_s});
-    QTest::keyClick(&form, Qt::Key_Tab);
-    QTest::keyClick(form.focusWidget(), Qt::Key_Return);
-    QCOMPARE(opened.size(), 2);
-}
 
 QTEST_MAIN(tst_smallforms)
 #include "tst_smallforms.moc"

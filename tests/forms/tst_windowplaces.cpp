@@ -21,131 +21,127 @@ class WindowPlacesTest final : public QObject
 
 private Q_SLOTS:
     void initTestCase() { loadResources(); }
-    void fits_data();
-    void fits();
-    void privateWindows_data();
-    void privateWindows();
-    void aSessionOfWindows();
-    void offScreenIsBroughtBack();
-};
+    void fits_data()
+    {
+        QTest::addColumn<QRect>("frame");
+        QTest::addColumn<QRect>("expected"); // on a screen of 800 by 600
 
-void WindowPlacesTest::fits_data()
-{
-    QTest::addColumn<QRect>("frame");
-    QTest::addColumn<QRect>("expected"); // on a screen of 800 by 600
-
-    QTest::newRow("inside") << QRect(10, 20, 300, 200) << QRect(10, 20, 300, 200);
-    QTest::newRow("too large") << QRect(-50, -60, 960, 640) << QRect(0, 0, 800, 600);
-    QTest::newRow("beyond the edges") << QRect(700, 580, 300, 200) << QRect(500, 400, 300, 200);
-    QTest::newRow("another screen") << QRect(-2000, -90, 300, 200) << QRect(0, 0, 300, 200);
-}
-
-void WindowPlacesTest::fits()
-{
-    QFETCH(QRect, frame);
-    QTEST(fitted(frame, QRect(0, 0, 800, 600)), "expected");
-}
-
-void WindowPlacesTest::privateWindows_data()
-{
-    QTest::addColumn<QRect>("room");
-    QTest::addColumn<QSize>("screen");
-    QTest::addColumn<QString>("side");
-
-    QTest::newRow("wide screen") << QRect(100, 100, 960, 640) << QSize(1920, 1080) << u"right"_s;
-    QTest::newRow("room at the right")
-        << QRect(950, 60, 960, 640) << QSize(1920, 1080) << u"left"_s;
-    QTest::newRow("800 by 600") << QRect(8, 20, 780, 560) << QSize(800, 600) << u"over"_s;
-    QTest::newRow("1080p at 200 %") << QRect(0, 0, 960, 540) << QSize(960, 540) << u"over"_s;
-    QTest::newRow("no room in sight") << QRect() << QSize(1280, 900) << u"anywhere"_s;
-}
-
-void WindowPlacesTest::privateWindows()
-{
-    QFETCH(QRect, room);
-    QFETCH(QSize, screen);
-    QFETCH(QString, side);
-    const QRect whole(QPoint(), screen);
-    const QRect input(room.left(), room.bottom() - 50, room.width(), 51);
-    QList<QPoint> taken;
-    for (int i = 0; i < 4; ++i) {
-        const QRect frame =
-            PrivatePlace{
-                .wanted = {624, 512},
-                .smallest = {360, 330},
-                .room = room,
-                .inputTop = input.top(),
-                .screen = whole,
-                .taken = taken,
-            }
-                .find();
-        QVERIFY(whole.contains(frame));
-        QVERIFY(!frame.intersects(input));
-        QVERIFY(!taken.contains(frame.topLeft()));
-        if (side == "right"_L1)
-            QVERIFY(frame.left() > room.right());
-        if (side == "left"_L1)
-            QVERIFY(frame.right() < room.left());
-        taken += frame.topLeft();
+        QTest::newRow("inside") << QRect(10, 20, 300, 200) << QRect(10, 20, 300, 200);
+        QTest::newRow("too large") << QRect(-50, -60, 960, 640) << QRect(0, 0, 800, 600);
+        QTest::newRow("beyond the edges") << QRect(700, 580, 300, 200) << QRect(500, 400, 300, 200);
+        QTest::newRow("another screen") << QRect(-2000, -90, 300, 200) << QRect(0, 0, 300, 200);
     }
-}
 
-// Comes up, is moved about, and comes up again as it was left, the private window beside the room
-// and the palette at its button.
-void WindowPlacesTest::aSessionOfWindows()
-{
-    const QTemporaryDir folder;
-    const QString file = folder.filePath(u"state/windows.ini"_s);
-    TestSurroundings around(u"127.0.0.1"_s);
-    const Handlers handlers([](const QString& text) { QFAIL(qPrintable(text)); });
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    QSize sizeLeft;
-    for (int session = 0; session < 2; ++session) {
+    void fits()
+    {
+        QFETCH(QRect, frame);
+        QTEST(fitted(frame, QRect(0, 0, 800, 600)), "expected");
+    }
+
+    void privateWindows_data()
+    {
+        QTest::addColumn<QRect>("room");
+        QTest::addColumn<QSize>("screen");
+        QTest::addColumn<QString>("side");
+
+        QTest::newRow("wide screen")
+            << QRect(100, 100, 960, 640) << QSize(1920, 1080) << u"right"_s;
+        QTest::newRow("room at the right")
+            << QRect(950, 60, 960, 640) << QSize(1920, 1080) << u"left"_s;
+        QTest::newRow("800 by 600") << QRect(8, 20, 780, 560) << QSize(800, 600) << u"over"_s;
+        QTest::newRow("1080p at 200 %") << QRect(0, 0, 960, 540) << QSize(960, 540) << u"over"_s;
+        QTest::newRow("no room in sight") << QRect() << QSize(1280, 900) << u"anywhere"_s;
+    }
+
+    void privateWindows()
+    {
+        QFETCH(QRect, room);
+        QFETCH(QSize, screen);
+        QFETCH(QString, side);
+        const QRect whole(QPoint(), screen);
+        const QRect input(room.left(), room.bottom() - 50, room.width(), 51);
+        QList<QPoint> taken;
+        for (int i = 0; i < 4; ++i) {
+            const QRect frame =
+                PrivatePlace{
+                    .wanted = {624, 512},
+                    .smallest = {360, 330},
+                    .room = room,
+                    .inputTop = input.top(),
+                    .screen = whole,
+                    .taken = taken,
+                }
+                    .find();
+            QVERIFY(whole.contains(frame));
+            QVERIFY(!frame.intersects(input));
+            QVERIFY(!taken.contains(frame.topLeft()));
+            if (side == "right"_L1)
+                QVERIFY(frame.left() > room.right());
+            if (side == "left"_L1)
+                QVERIFY(frame.right() < room.left());
+            taken += frame.topLeft();
+        }
+    }
+
+    // Comes up, is moved about, and comes up again as it was left, the private window beside the
+    // room and the palette at its button.
+    void aSessionOfWindows()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(u"state/windows.ini"_s);
+        TestSurroundings around(u"127.0.0.1"_s);
+        const Handlers handlers([](const QString& text) { QFAIL(qPrintable(text)); });
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        QSize sizeLeft;
+        for (int session = 0; session < 2; ++session) {
+            QObject application;
+            auto* places = new WindowPlaces(&application, file);
+            qApp->installEventFilter(places);
+            Channel room(handlers, around.dialogs, nullptr);
+            room.Show();
+            QVERIFY(QTest::qWaitForWindowActive(&room));
+            QVERIFY(screen.contains(room.frameGeometry()));
+            if (session == 0)
+                room.resize(room.minimumSize());
+            else
+                QCOMPARE(room.size(), sizeLeft);
+            sizeLeft = room.size();
+
+            frmSmileys palette(handlers);
+            palette.Show();
+            const auto* button = room.findChild<QWidget*>(u"check1"_s);
+            QVERIFY(screen.contains(palette.geometry()));
+            QVERIFY(palette.geometry().bottom() <= button->mapToGlobal(QPoint()).y());
+
+            QueryForm talk;
+            talk.show();
+            QVERIFY(screen.contains(talk.geometry()));
+            const auto* input = room.findChild<QWidget*>(u"DataOut"_s);
+            QVERIFY(
+                !talk.geometry().intersects(QRect(input->mapToGlobal(QPoint()), input->size())));
+            places->rememberOpenOnes();
+        }
+        QVERIFY(QFile::exists(file));
+    }
+
+    void offScreenIsBroughtBack()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(u"windows.ini"_s);
+        QFile lost(file);
+        QVERIFY(lost.open(QIODevice::WriteOnly));
+        lost.write("[Channel]\nplace=@Point(9000 -7000)\nsize=@Size(5000 4000)\nmaximized=maybe\n");
+        lost.close();
         QObject application;
-        auto* places = new WindowPlaces(&application, file);
-        qApp->installEventFilter(places);
+        qApp->installEventFilter(new WindowPlaces(&application, file));
+        TestSurroundings around(u"127.0.0.1"_s);
+        const Handlers handlers([](const QString& text) { QFAIL(qPrintable(text)); });
         Channel room(handlers, around.dialogs, nullptr);
         room.Show();
-        QVERIFY(QTest::qWaitForWindowActive(&room));
-        QVERIFY(screen.contains(room.frameGeometry()));
-        if (session == 0)
-            room.resize(room.minimumSize());
-        else
-            QCOMPARE(room.size(), sizeLeft);
-        sizeLeft = room.size();
-
-        frmSmileys palette(handlers);
-        palette.Show();
-        const auto* button = room.findChild<QWidget*>(u"check1"_s);
-        QVERIFY(screen.contains(palette.geometry()));
-        QVERIFY(palette.geometry().bottom() <= button->mapToGlobal(QPoint()).y());
-
-        QueryForm talk;
-        talk.show();
-        QVERIFY(screen.contains(talk.geometry()));
-        const auto* input = room.findChild<QWidget*>(u"DataOut"_s);
-        QVERIFY(!talk.geometry().intersects(QRect(input->mapToGlobal(QPoint()), input->size())));
-        places->rememberOpenOnes();
+        QVERIFY(
+            QGuiApplication::primaryScreen()->availableGeometry().contains(room.frameGeometry()));
     }
-    QVERIFY(QFile::exists(file));
-}
-
-void WindowPlacesTest::offScreenIsBroughtBack()
-{
-    const QTemporaryDir folder;
-    const QString file = folder.filePath(u"windows.ini"_s);
-    QFile lost(file);
-    QVERIFY(lost.open(QIODevice::WriteOnly));
-    lost.write("[Channel]\nplace=@Point(9000 -7000)\nsize=@Size(5000 4000)\nmaximized=maybe\n");
-    lost.close();
-    QObject application;
-    qApp->installEventFilter(new WindowPlaces(&application, file));
-    TestSurroundings around(u"127.0.0.1"_s);
-    const Handlers handlers([](const QString& text) { QFAIL(qPrintable(text)); });
-    Channel room(handlers, around.dialogs, nullptr);
-    room.Show();
-    QVERIFY(QGuiApplication::primaryScreen()->availableGeometry().contains(room.frameGeometry()));
-}
+};
 
 QTEST_MAIN(WindowPlacesTest)
 #include "tst_windowplaces.moc"

@@ -35,19 +35,161 @@ class WindowsTest final : public QObject
 
 private Q_SLOTS:
     void initTestCase() { loadResources(); }
-    void init();
-    void cleanup();
+    void init()
+    {
+        const QString address = TestSurroundings::ownAddress(++m_number);
+        m_server = std::make_unique<ScriptedServer>(address);
+        m_client = std::make_unique<TestClient>(address, &m_events, QString(), &m_boxes);
+        m_client->beInTheRoom(*m_server, "@anna bob");
+        QTRY_VERIFY(window().isActiveWindow());
+    }
 
-    void nickFormBehindAPrompt();
-    void exitBesideAPrompt();
-    void focusComesBackToTheInput();
-    void escapeClosesSmallWindows();
-    void colorGivesTheInputTheFocus();
-    void textsAreShownAsTheyStand();
+    void cleanup()
+    {
+        m_client.reset();
+        m_server.reset();
+    }
+
+    void nickFormBehindAPrompt()
+    {
+        bool bothUsed = false;
+        whileBoxIsOpen([&] {
+            say(":s 431 anna :No nickname given");
+            QTRY_VERIFY(shown<usenick>());
+            QVERIFY(!window().findChild<QWidget*>(u"DataOut"_s)->isEnabled());
+            typeInto(shown<usenick>(), shown<usenick>()->findChild<QLineEdit*>(), u"anne"_s);
+            QTRY_VERIFY(m_server->received().endsWith("NICK anne\n"));
+            QVERIFY(!shown<usenick>() && box());
+            typeInto(box(), box()->findChild<QLineEdit*>(), u"loud"_s);
+            bothUsed = true;
+        });
+        kickBob();
+        QVERIFY(bothUsed);
+        QTRY_VERIFY(m_server->received().endsWith("KICK #Harbor bob :loud\n"));
+    }
+
+    void exitBesideAPrompt()
+    {
+        whileBoxIsOpen([&] {
+            say(":s 431 anna :No nickname given");
+            QTRY_VERIFY(shown<usenick>());
+            QMenu* menu = m_client->around.tray.menu;
+            menu->popup({});
+            QTest::mouseClick(menu->windowHandle(), Qt::LeftButton, {},
+                              menu->actionGeometry(menu->actions().last()).center());
+            QTRY_COMPARE(m_client->around.ends, 1);
+        });
+        kickBob();
+        QCOMPARE(m_client->around.ends, 1);
+    }
+
+    void focusComesBackToTheInput()
+    {
+        auto* input = window().findChild<QLineEdit*>(u"DataOut"_s);
+        QVERIFY(input->hasFocus());
+        m_client->click("mnu_File_changenick");
+        QTRY_VERIFY(shown<frmchange>());
+        for (QWidget* part :
+             {window().findChild<QWidget*>(u"TBar"_s),
+              static_cast<QWidget*>(window().menus().bar()), static_cast<QWidget*>(input)})
+            QVERIFY(!part->isEnabled());
+        shown<frmchange>()->close();
+        window().activateWindow();
+        QTRY_VERIFY(input->isEnabled() && input->hasFocus());
+    }
+
+    void escapeClosesSmallWindows()
+    {
+        const auto byEntry = [this](const char* entry) {
+            return [this, entry] { m_client->click(entry); };
+        };
+        const std::vector<std::function<void()>> ways{
+            byEntry("mnu_View_Buddylist"),
+            byEntry("mnu_ingorelist"),
+            byEntry("mnu_view_fontsize"),
+            byEntry("mnu_About"),
+            byEntry("mnu_author"),
+            byEntry("mnu_File_changenick"),
+            byEntry("mnu_File_changepass"),
+            byEntry("mnu_register_nickname"),
+            [this] { say(":s 431 anna :No nickname given"); },
+            [this] { say(":s 368 anna #Harbor :End"); },
+        };
+        const auto smallOne = [] {
+            auto* form = qobject_cast<Form*>(QApplication::activeWindow());
+            return form && form->isVisible() ? form : nullptr;
+        };
+        for (const auto& show : ways) {
+            show();
+            QTRY_VERIFY(smallOne());
+            QTest::keyClick(smallOne()->windowHandle(), Qt::Key_Escape);
+            QTRY_VERIFY(!shown<Form>());
+        }
+    }
+
+    void colorGivesTheInputTheFocus()
+    {
+        say(":bob!u@h PRIVMSG anna :hello");
+        QTRY_VERIFY(shown<QueryForm>());
+        shown<QueryForm>()->activateWindow();
+        QTRY_VERIFY(shown<QueryForm>()->isActiveWindow());
+        shown<QueryForm>()->link(QueryForm::Label8).click();
+        QTRY_VERIFY(shown<frmcolor>());
+        QTest::mouseClick(shown<frmcolor>()->findChild<QWidget*>(u"lblcin4"_s), Qt::LeftButton);
+        QTRY_VERIFY(window().isActiveWindow());
+        QVERIFY(window().findChild<QWidget*>(u"DataOut"_s)->hasFocus());
+    }
+
+    // What is said may be markup that makes the toolkit open files.
+    void textsAreShownAsTheyStand()
+    {
+        const QString markup = u"<img src='nowhere'>&b"_s;
+        QStringList guessing;
+        int looks = 0;
+        const auto look = [&] {
+            ++looks;
+            for (const QWidget* widget : QApplication::allWidgets()) {
+                const auto* label = qobject_cast<const QLabel*>(widget);
+                const bool own = widget->objectName() == "Label10"_L1; // our link
+                if (label && !own && label->textFormat() != Qt::PlainText &&
+                    label->pixmap().isNull())
+                    guessing += widget->objectName() + u": "_s + label->text();
+                if (label && label->buddy() && label->text().contains(u'&'))
+                    guessing += "mnemonic: "_L1 + label->text();
+                const QString tip = widget->toolTip();
+                if (Qt::mightBeRichText(tip) && !tip.startsWith("<qt>"_L1))
+                    guessing += "tip: "_L1 + tip;
+            }
+        };
+        for (const char* entry :
+             {"mnu_View_Buddylist", "mnu_ingorelist", "mnu_view_fontsize", "mnu_About",
+              "mnu_author", "mnu_File_changenick", "mnu_File_changepass", "mnu_register_nickname"})
+            m_client->click(entry);
+        window().findChild<QToolButton*>(u"check1"_s)->click(); // the palettes
+        window().findChild<QToolButton*>(u"check2"_s)->click();
+        say(":s 431 anna :No nickname given\r\n:s 368 anna #Harbor :End\r\n"
+            ":<b>x!u@<i>&lt;h PRIVMSG anna :hello");
+        QTRY_VERIFY(shown<QueryForm>() && shown<usenick>());
+        whileBoxIsOpen(look);
+        m_boxes.MsgBox(markup, markup, Dialogs::Icon::Question);
+        whileBoxIsOpen([&] {
+            look();
+            QVERIFY(std::ranges::any_of(box()->findChildren<QLabel*>(), [&](const QLabel* label) {
+                return label->text() == markup;
+            }));
+        });
+        m_boxes.InputBox(markup, markup);
+        QCOMPARE(looks, 2);
+        QCOMPARE(guessing, QStringList());
+    }
 
 private:
     void say(const QByteArray& line) { m_server->say(line + "\r\n"); }
-    void kickBob();
+    void kickBob()
+    {
+        window().lstNicks().setListIndex(1);
+        m_client->click("mnu_nicks_kick");
+    }
     void whileBoxIsOpen(std::function<void()> act);
     Channel& window() { return m_client->window(); }
 
@@ -58,21 +200,6 @@ private:
     std::unique_ptr<TestClient> m_client;
 };
 
-void WindowsTest::init()
-{
-    const QString address = TestSurroundings::ownAddress(++m_number);
-    m_server = std::make_unique<ScriptedServer>(address);
-    m_client = std::make_unique<TestClient>(address, &m_events, QString(), &m_boxes);
-    m_client->beInTheRoom(*m_server, "@anna bob");
-    QTRY_VERIFY(window().isActiveWindow());
-}
-
-void WindowsTest::cleanup()
-{
-    m_client.reset();
-    m_server.reset();
-}
-
 // In the next box; one that is left open is closed.
 void WindowsTest::whileBoxIsOpen(std::function<void()> act)
 {
@@ -81,143 +208,6 @@ void WindowsTest::whileBoxIsOpen(std::function<void()> act)
         if (box())
             box()->reject();
     });
-}
-
-void WindowsTest::kickBob()
-{
-    window().lstNicks().setListIndex(1);
-    m_client->click("mnu_nicks_kick");
-}
-
-void WindowsTest::nickFormBehindAPrompt()
-{
-    bool bothUsed = false;
-    whileBoxIsOpen([&] {
-        say(":s 431 anna :No nickname given");
-        QTRY_VERIFY(shown<usenick>());
-        QVERIFY(!window().findChild<QWidget*>(u"DataOut"_s)->isEnabled());
-        typeInto(shown<usenick>(), shown<usenick>()->findChild<QLineEdit*>(), u"anne"_s);
-        QTRY_VERIFY(m_server->received().endsWith("NICK anne\n"));
-        QVERIFY(!shown<usenick>() && box());
-        typeInto(box(), box()->findChild<QLineEdit*>(), u"loud"_s);
-        bothUsed = true;
-    });
-    kickBob();
-    QVERIFY(bothUsed);
-    QTRY_VERIFY(m_server->received().endsWith("KICK #Harbor bob :loud\n"));
-}
-
-void WindowsTest::exitBesideAPrompt()
-{
-    whileBoxIsOpen([&] {
-        say(":s 431 anna :No nickname given");
-        QTRY_VERIFY(shown<usenick>());
-        QMenu* menu = m_client->around.tray.menu;
-        menu->popup({});
-        QTest::mouseClick(menu->windowHandle(), Qt::LeftButton, {},
-                          menu->actionGeometry(menu->actions().last()).center());
-        QTRY_COMPARE(m_client->around.ends, 1);
-    });
-    kickBob();
-    QCOMPARE(m_client->around.ends, 1);
-}
-
-void WindowsTest::focusComesBackToTheInput()
-{
-    auto* input = window().findChild<QLineEdit*>(u"DataOut"_s);
-    QVERIFY(input->hasFocus());
-    m_client->click("mnu_File_changenick");
-    QTRY_VERIFY(shown<frmchange>());
-    for (QWidget* part :
-         {window().findChild<QWidget*>(u"TBar"_s), static_cast<QWidget*>(window().menus().bar()),
-          static_cast<QWidget*>(input)})
-        QVERIFY(!part->isEnabled());
-    shown<frmchange>()->close();
-    window().activateWindow();
-    QTRY_VERIFY(input->isEnabled() && input->hasFocus());
-}
-
-void WindowsTest::escapeClosesSmallWindows()
-{
-    const auto byEntry = [this](const char* entry) {
-        return [this, entry] { m_client->click(entry); };
-    };
-    const std::vector<std::function<void()>> ways{
-        byEntry("mnu_View_Buddylist"),
-        byEntry("mnu_ingorelist"),
-        byEntry("mnu_view_fontsize"),
-        byEntry("mnu_About"),
-        byEntry("mnu_author"),
-        byEntry("mnu_File_changenick"),
-        byEntry("mnu_File_changepass"),
-        byEntry("mnu_register_nickname"),
-        [this] { say(":s 431 anna :No nickname given"); },
-        [this] { say(":s 368 anna #Harbor :End"); },
-    };
-    const auto smallOne = [] {
-        auto* form = qobject_cast<Form*>(QApplication::activeWindow());
-        return form && form->isVisible() ? form : nullptr;
-    };
-    for (const auto& show : ways) {
-        show();
-        QTRY_VERIFY(smallOne());
-        QTest::keyClick(smallOne()->windowHandle(), Qt::Key_Escape);
-        QTRY_VERIFY(!shown<Form>());
-    }
-}
-
-void WindowsTest::colorGivesTheInputTheFocus()
-{
-    say(":bob!u@h PRIVMSG anna :hello");
-    QTRY_VERIFY(shown<QueryForm>());
-    shown<QueryForm>()->activateWindow();
-    QTRY_VERIFY(shown<QueryForm>()->isActiveWindow());
-    shown<QueryForm>()->link(QueryForm::Label8).click();
-    QTRY_VERIFY(shown<frmcolor>());
-    QTest::mouseClick(shown<frmcolor>()->findChild<QWidget*>(u"lblcin4"_s), Qt::LeftButton);
-    QTRY_VERIFY(window().isActiveWindow());
-    QVERIFY(window().findChild<QWidget*>(u"DataOut"_s)->hasFocus());
-}
-
-// What is said may be markup that makes the toolkit open files.
-void WindowsTest::textsAreShownAsTheyStand()
-{
-    const QString markup = u"<img src='nowhere'>&b"_s;
-    QStringList guessing;
-    int looks = 0;
-    const auto look = [&] {
-        ++looks;
-        for (const QWidget* widget : QApplication::allWidgets()) {
-            const auto* label = qobject_cast<const QLabel*>(widget);
-            const bool own = widget->objectName() == "Label10"_L1; // our link
-            if (label && !own && label->textFormat() != Qt::PlainText && label->pixmap().isNull())
-                guessing += widget->objectName() + u": "_s + label->text();
-            if (label && label->buddy() && label->text().contains(u'&'))
-                guessing += "mnemonic: "_L1 + label->text();
-            const QString tip = widget->toolTip();
-            if (Qt::mightBeRichText(tip) && !tip.startsWith("<qt>"_L1))
-                guessing += "tip: "_L1 + tip;
-        }
-    };
-    for (const char* entry :
-         {"mnu_View_Buddylist", "mnu_ingorelist", "mnu_view_fontsize", "mnu_About", "mnu_author",
-          "mnu_File_changenick", "mnu_File_changepass", "mnu_register_nickname"})
-        m_client->click(entry);
-    window().findChild<QToolButton*>(u"check1"_s)->click(); // the palettes
-    window().findChild<QToolButton*>(u"check2"_s)->click();
-    say(":s 431 anna :No nickname given\r\n:s 368 anna #Harbor :End\r\n"
-        ":<b>x!u@<i>&lt;h PRIVMSG anna :hello");
-    QTRY_VERIFY(shown<QueryForm>() && shown<usenick>());
-    whileBoxIsOpen(look);
-    m_boxes.MsgBox(markup, markup, Dialogs::Icon::Question);
-    whileBoxIsOpen([&] {
-        look();
-        QVERIFY(std::ranges::any_of(box()->findChildren<QLabel*>(),
-                                    [&](const QLabel* label) { return label->text() == markup; }));
-    });
-    m_boxes.InputBox(markup, markup);
-    QCOMPARE(looks, 2);
-    QCOMPARE(guessing, QStringList());
 }
 
 QTEST_MAIN(WindowsTest)
