@@ -408,13 +408,7 @@ private:
             {u"type"_s,
              [this](const QString& text) { QTest::keyClicks(m_desk->window.focusWidget(), text); }},
             {u"keys"_s,
-             [this](const QString& names) {
-                 for (const QString& name : names.split(u' ')) {
-                     const QKeyCombination key = QKeySequence(name)[0];
-                     QTest::keyClick(m_desk->window.focusWidget(), key.key(),
-                                     key.keyboardModifiers());
-                 }
-             }},
+             [this](const QString& names) { pressKeys(m_desk->window.focusWidget(), names); }},
             {u"compose"_s,
              [this](const QString& text) {
                  QInputMethodEvent event;

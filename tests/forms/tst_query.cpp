@@ -6,8 +6,8 @@
 #include "platform/Handlers.h"
 #include "platform/Resources.h"
 #include "room/ChannelTable.h"
-#include "support/RecordingPorts.h"
-#include "support/StandIns.h"
+#include "support/RecordingDesk.h"
+#include "support/Script.h"
 #include "support/TestSurroundings.h"
 #include "talk/Query.h"
 #include "talk/QueryTable.h"
@@ -197,153 +197,129 @@ private Q_SLOTS:
         QCOMPARE(desk.fatal, QStringList());
     }
 
-    void lines_data()
+    void uses_data()
     {
-        QTest::addColumn<QString>("said");  // by the peer; or
-        QTest::addColumn<QString>("typed"); // by oneself
-        QTest::addColumn<QString>("view");
-        QTest::addColumn<QStringList>("sent");
-
-        const QString none;
-        QTest::newRow("line") << u"hi"_s << none << u"<0000ff><Ann><000000> hi \n"_s
-                              << QStringList();
-        QTest::newRow("version request")
-            << u"\1VERSION\1"_s << none << none
-            << QStringList{u"CTCPREPLY Ann VERSION :Tarnwyk Messenger for Windows9x"_s};
-        // The room reads these as a command, a raw line and a line for bots.
+        QTest::addColumn<QString>("script");
+        const auto row = [](const char* name, const QString& script) {
+            QTest::newRow(name) << script;
+        };
+        row("line", u"hear hi|?view <0000ff><Ann><000000> hi|?unread 1|?sounds send.wav|?sent "_s);
+        row("version request", u"hear {A}VERSION{A}|?view |?unread 1|?sounds send.wav|"
+                               "?sent CTCPREPLY Ann VERSION :Tarnwyk Messenger for Windows9x"_s);
+        // The room reads these as a command, a raw line and a line for bots; none is remembered.
         for (const QString& typed : {u"two words"_s, u"/me"_s, u"IRC LIST"_s, u"!help"_s})
-            QTest::newRow(qPrintable(typed))
-                << none << typed << QString("<ff0000><Me> <000000> "_L1 + typed + " \n"_L1)
-                << QStringList{u"PRIVMSG Ann \x03\x31 "_s + typed};
-    }
-    void lines()
-    {
-        QFETCH(QString, said);
-        QFETCH(QString, typed);
-        Desk desk;
-        Query& query = desk.open(u"Ann"_s);
-        ChatView& view = query.window()->DataIn();
-        const qsizetype start = view.chatText().length();
-        QLineEdit& box = query.window()->DataOut();
-        if (typed.isEmpty()) {
-            query.PutText(u"Ann"_s, said);
-        } else {
-            QTest::keyClicks(&box, typed);
-            QTest::keyClick(&box, Qt::Key_Return);
-            QTest::keyClick(&box, Qt::Key_Up); // what was sent is not remembered
-        }
-        QTEST(runsOf(view, start), "view");
-        QTEST(desk.server.sent, "sent");
-        QCOMPARE(box.text(), QString());
-        QCOMPARE(desk.boxes.beeps, typed.isEmpty() ? 0 : 1);
-        QCOMPARE(query.Unread(), said.isEmpty() ? 0 : 1);
-        QCOMPARE(desk.sounds, said.isEmpty() ? QStringList() : QStringList{u"send.wav"_s});
-    }
-
-    void typing()
-    {
-        Desk desk;
-        Query& query = desk.open(u"Ann"_s);
-        QLineEdit& box = query.window()->DataOut();
-        QVERIFY(box.hasFocus());
-
-        box.setText(u"   "_s);
-        desk.neighbours.color = qRgb(255, 0, 0);
-        QTest::keyClick(&box, Qt::Key_Return); // nothing to send: not even the colour changes
-        QCOMPARE(box.text(), u"   "_s);
-        QCOMPARE(desk.server.sent, QStringList());
-        QCOMPARE(box.palette().color(QPalette::Text).rgb(), qRgb(0, 0, 0));
-
-        box.clear();
-        QTest::keyClick(&box, Qt::Key_A);
-        QCOMPARE(box.palette().color(QPalette::Text).rgb(), qRgb(255, 0, 0));
-
-        // A renamed peer is written to under the new name, whatever the caption says.
-        query.setPeer(u"Ann2"_s);
-        query.setCaption(u"other"_s);
-        desk.style = {u"4"_s, u"\2"_s, u"\x1f"_s};
-        QTest::mouseClick(&query.window()->Image2(), Qt::LeftButton);
-        QCOMPARE(desk.server.sent, QStringList{u"PRIVMSG Ann2 \2\3"
-                                               u"4 \x1f"
-                                               u"a"_s});
-        QCOMPARE(query.window()->windowTitle(), u"Ann2"_s);
-
+            row(qPrintable(typed),
+                "?focus DataOut|type "_L1 + typed + "|keys Return|?input |?view "_L1 +
+                    "<ff0000><Me> <000000> "_L1 + typed + "|?sent PRIVMSG Ann {C}1 "_L1 + typed +
+                    "|?unread 0|?sounds |keys Up|?beeps 1|?input "_L1);
+        // Where nothing is sent not even the colour changes.
+        row("colour of the line",
+            u"text    |color red|keys Return|?input    |?sent |?color #000000|"
+            "text |keys A|?color #ff0000"_s);
+        // Written to under the new name, whatever the caption says.
+        row("renamed", u"text a|peer Ann2|caption other|style|click Image2|"
+                       "?sent PRIVMSG Ann2 {B}{C}4 {U}a|?title Ann2"_s);
         // No display server takes a title of megabytes. The nick itself stays whole.
-        query.setPeer(QString(5000, u'n'));
-        QVERIFY(query.window()->windowTitle().size() < 2000);
-        box.setText(u"b"_s);
-        QTest::mouseClick(&query.window()->Image2(), Qt::LeftButton);
-        QVERIFY(desk.server.sent.last().startsWith(u"PRIVMSG "_s + QString(5000, u'n') + u' '));
-
-        // A pasted line end does not become a second line to the server.
-        QGuiApplication::clipboard()->setText(u"one\r\nQUIT\n:two"_s);
-        box.paste();
-        QCOMPARE(box.text(), u"one QUIT :two"_s);
-
-        QTest::keyClick(&box, Qt::Key_Down);
-        QCOMPARE(desk.boxes.beeps, 1);
-        query.DoHistory(u"old"_s);
-        QTest::keyClick(&box, Qt::Key_Up);
-        QCOMPARE(box.text(), u"old"_s);
-        QCOMPARE(desk.boxes.beeps, 1);
+        const QString endless(5000, u'n');
+        row("endless nick", "peer "_L1 + endless + "|?title "_L1 + endless.left(1000) +
+                                u"…|text b|click Image2|?sent PRIVMSG "_s + endless + " {C}1 b"_L1);
+        row("pasted lines", u"clip one\r\nQUIT\n:two|keys Ctrl+V|?input one QUIT :two"_s);
+        row("history", u"keys Down|?beeps 1|remember old|keys Up|?input old|?beeps 1"_s);
+        row("keys between input and view",
+            u"fill|keys PgUp|?follows no|in DataIn|type m|?focus DataOut|type ine|keys Return|"
+            "?sent PRIVMSG Ann {C}1 mine|?follows yes"_s);
+        for (const char* place : {"", "DataIn", "DataOut", "Image2"})
+            row(qPrintable("looked at, "_L1 + QLatin1StringView(place)),
+                "hear hi|?flashing yes|over "_L1 + QLatin1StringView(place) +
+                    "|?unread 0|?flashing no"_L1);
+        for (const char* place : {"lblNick", "Label4"})
+            row(qPrintable("not looked at, "_L1 + QLatin1StringView(place)),
+                "hear hi|over "_L1 + QLatin1StringView(place) + "|?unread 1|?flashing yes"_L1);
+        row("looked at by a key", u"hear hi|keys x|?unread 0|?flashing no"_s);
+        row("looked at by the program",
+            u"hear {A}VERSION{A}|?unread 1|in Label5|focus|?unread 0|?focus DataOut|?flashing no"_s);
+        row("own action", u"rows @Eve|answer waves|click LabelAction|?sent to Eve: me waves|"
+                          "?boxes Action Message-Type Your Own Action Message"_s);
+        row("own action to oneself",
+            u"rows +Me|answer waves|click LabelAction|?sent to Me: me waves|?boxes Error-You "
+            u"cannot "
+            "do that to yourself! Action Message-Type Your Own Action Message"_s);
+        row("own action to nobody", u"click LabelAction|?sent to : me "_s);
     }
-
-    void keysBetweenInputAndView()
+    void uses()
     {
-        Desk desk;
-        QueryForm& form = *desk.open(u"Ann"_s).window();
-        for (int i = 0; i < 100; ++i)
-            desk.writer.WriteView(form.DataIn(), u"said before"_s);
-        QTest::keyClick(&form.DataOut(), Qt::Key_PageUp);
-        QVERIFY(!form.DataIn().isFollowing());
-        form.DataIn().setFocus();
-        QTest::keyClicks(&form.DataIn(), u"m"_s);
-        QVERIFY(form.DataOut().hasFocus());
-        QTest::keyClicks(&form.DataOut(), u"ine"_s);
-        QTest::keyClick(&form.DataOut(), Qt::Key_Return);
-        QVERIFY(form.DataIn().Text().endsWith(u"mine \r\n"_s));
-        QVERIFY(form.DataIn().isFollowing());
-    }
-
-    void flashingStopsWhenLookedAt()
-    {
+        QFETCH(QString, script);
         Desk desk;
         Query& query = desk.open(u"Ann"_s);
         QueryForm& form = *query.window();
-        const std::pair<QWidget*, bool> places[]{
-            {&form, true},
-            {surfaceOf(form), true},
-            {&form.DataOut(), true},
-            {&form.Image2(), true},
-            {form.findChild<QWidget*>(u"lblNick"_s), false},
-            {&form.link(QueryForm::Label4), false},
+        const qsizetype start = form.DataIn().chatText().length();
+        const auto control = [&](const QString& name) {
+            QWidget* found = name.isEmpty() ? &form : form.findChild<QWidget*>(name);
+            return found == &form.DataIn() ? surfaceOf(form) : found;
         };
-        for (const auto& [widget, stops] : places) {
-            query.PutText(u"Ann"_s, u"hi"_s);
-            moveOver(widget, {2, 2});
-            QCOMPARE(query.Unread(), stops ? 0 : 1);
-            QCOMPARE(form.flsh().isActive(), !stops);
-            moveOver(&form, {2, 2});
-        }
+        const auto focus = [&] { return form.focusWidget(); };
+        const auto yesNo = [](bool yes) { return yes ? u"yes"_s : u"no"_s; };
+        const Script player(
+            {
+                {u"hear"_s, [&](const QString& text) { query.PutText(u"Ann"_s, text); }},
+                {u"type"_s, [&](const QString& text) { QTest::keyClicks(focus(), text); }},
+                {u"keys"_s, [&](const QString& names) { pressKeys(focus(), names); }},
+                {u"text"_s, [&](const QString& text) { form.DataOut().setText(text); }},
+                {u"clip"_s,
+                 [](const QString& text) { QGuiApplication::clipboard()->setText(text); }},
+                {u"in"_s, [&](const QString& name) { form.findChild<QWidget*>(name)->setFocus(); }},
+                {u"click"_s,
+                 [&](const QString& name) { QTest::mouseClick(control(name), Qt::LeftButton); }},
+                {u"over"_s,
+                 [&](const QString& name) {
+                     moveOver(control(name), {2, 2});
+                 }},
+                {u"focus"_s, [&](auto) { query.SetFocus(); }},
+                {u"peer"_s, [&](const QString& nick) { query.setPeer(nick); }},
+                {u"caption"_s, [&](const QString& caption) { query.setCaption(caption); }},
+                {u"remember"_s, [&](const QString& text) { query.DoHistory(text); }},
+                {u"color"_s,
+                 [&](const QString& name) { desk.neighbours.color = QColor(name).rgb(); }},
+                {u"style"_s,
+                 [&](auto) {
+                     desk.style = {u"4"_s, u"\2"_s, u"\x1f"_s};
+                 }},
+                {u"answer"_s, [&](const QString& text) { desk.boxes.answerText = text; }},
+                {u"rows"_s,
+                 [&](const QString& row) {
+                     desk.window.nicks.AddItem(row);
+                     desk.window.nicks.setListIndex(0);
+                 }},
+                {u"fill"_s,
+                 [&](auto) {
+                     for (int i = 0; i < 100; ++i)
+                         desk.writer.WriteView(form.DataIn(), u"said before"_s);
+                 }},
+            },
+            {
+                {u"view"_s, [&] { return runsOf(form.DataIn(), start).remove(u" \n"_s); }},
+                {u"sent"_s, [&] { return desk.server.sent.join(u'\n'); }},
+                {u"input"_s, [&] { return form.DataOut().text(); }},
+                {u"color"_s, [&] { return form.DataOut().palette().color(QPalette::Text).name(); }},
+                {u"title"_s, [&] { return form.windowTitle(); }},
+                {u"focus"_s, [&] { return focus()->objectName(); }},
+                {u"follows"_s, [&] { return yesNo(form.DataIn().isFollowing()); }},
+                {u"flashing"_s, [&] { return yesNo(form.flsh().isActive()); }},
+                {u"unread"_s, [&] { return QString::number(query.Unread()); }},
+                {u"sounds"_s, [&] { return desk.sounds.join(u' '); }},
+                {u"beeps"_s, [&] { return QString::number(desk.boxes.beeps); }},
+                {u"boxes"_s, [&] { return desk.boxes.shown.join(u' ').replace(u'|', u'-'); }},
+            });
+        player.play(RecordingDesk::coded(script));
     }
 
     void flashing()
     {
         Desk desk;
         Query& query = desk.open(u"Ann"_s);
-        QueryForm& form = *query.window();
-        QCOMPARE(form.flsh().interval(), 500);
+        QCOMPARE(query.window()->flsh().interval(), 500);
         query.PutText(u"Ann"_s, u"hi"_s);
         QTRY_VERIFY(desk.flashes >= 2);
-        QTest::keyClick(&form.DataOut(), Qt::Key_X);
-        QCOMPARE(query.Unread(), 0);
-        query.PutText(u"Ann"_s, u"\1VERSION\1"_s);
-        QCOMPARE(query.Unread(), 1);
-        form.link(QueryForm::Label5).setFocus();
-        query.SetFocus();
-        QCOMPARE(query.Unread(), 0);
-        QVERIFY(form.DataOut().hasFocus());
-        QVERIFY(!form.flsh().isActive());
     }
 
     void clicksInTheView_data()
@@ -437,28 +413,6 @@ private Q_SLOTS:
         QCOMPARE(desk.flashes, 0);
         QCOMPARE(desk.boxes.shown, QStringList());
         QCOMPARE(desk.fatal, QStringList());
-    }
-
-    void ownAction()
-    {
-        Desk desk;
-        Query& query = desk.open(u"Ann"_s);
-        const auto sent = [&](const QString& selected, const QString& answer) {
-            desk.boxes.shown.clear();
-            desk.window.nicks.Clear();
-            desk.window.nicks.AddItem(selected);
-            desk.window.nicks.setListIndex(selected.isEmpty() ? -1 : 0);
-            desk.boxes.answerText = answer;
-            QTest::mouseClick(&query.window()->link(QueryForm::LabelAction), Qt::LeftButton);
-            return std::exchange(desk.server.sent, {}).join(u'|');
-        };
-        const QString asked = u"Action Message|Type Your Own Action Message"_s;
-        QCOMPARE(sent(u"@Eve"_s, u"waves"_s), u"to Eve: me waves"_s);
-        QCOMPARE(desk.boxes.shown, QStringList{asked});
-        QCOMPARE(sent(u"+Me"_s, u"waves"_s), u"to Me: me waves"_s);
-        QCOMPARE(desk.boxes.shown,
-                 QStringList({u"Error|You cannot do that to yourself!"_s, asked}));
-        QCOMPARE(sent({}, {}), u"to : me "_s);
     }
 };
 

@@ -1,9 +1,20 @@
 #pragma once
 
 #include <QHash>
+#include <QKeySequence>
 #include <QTest>
+#include <QWidget>
 
 #include <functional>
+
+// Keys by their names, "Home Ctrl+C".
+inline void pressKeys(QWidget* target, const QString& names)
+{
+    for (const QString& name : names.split(QLatin1Char(' '))) {
+        const QKeyCombination key = QKeySequence(name)[0];
+        QTest::keyClick(target, key.key(), key.keyboardModifiers());
+    }
+}
 
 // What a user does and what is to be seen then, as a script: steps with "|" between. A step is a
 // verb and its object, or "?" with a look and what it shows: "type hi|keys Return|?input ".
