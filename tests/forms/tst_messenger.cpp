@@ -1,5 +1,6 @@
 #include "platform/Resources.h"
 #include "session/DoConnect.h"
+#include "support/Script.h"
 #include "support/TestClient.h"
 
 #include <QRandomGenerator>
@@ -34,7 +35,14 @@ class MessengerTest final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { loadResources(); }
+    void initTestCase()
+    {
+        loadResources();
+        m_script.afterLook = [this](const QString& look) {
+            if (look == "sent"_L1)
+                forget();
+        };
+    }
     void init()
     {
         // An address of its own: the last test's ports may still be taken by connections that end.
@@ -104,24 +112,86 @@ private Q_SLOTS:
         QCOMPARE(client.around.dialogs.shown, QStringList());
     }
 
-    void secondSignInReadsTheSettingsNoMore()
+    void sessions_data()
     {
-        QVERIFY(m_client->around.writeSettings("[connect]\nfullname=Anna A\n[irc]\nquitmsg=bye\n"
-                                               "[connect]\nautojoin=<none>\n"));
-        m_client->start();
-        m_client->signIn(u"anna"_s);
-        QTRY_VERIFY(m_server->received().contains(padded("Client-User:", "Anna A")));
-        m_server->say(":s 001 anna :Welcome\r\n");
-        QVERIFY(answersPing());
-        QVERIFY(!m_server->received().contains("JOIN"));
+        QTest::addColumn<QString>("script");
+        const auto row = [](const char* name, const QString& script) {
+            QTest::newRow(name) << script;
+        };
 
-        QVERIFY(m_client->around.writeSettings("[connect]\nfullname=Other\n"));
-        m_client->signEntry().trigger();
-        QTRY_VERIFY(m_server->received().endsWith(padded("QUIT :", "bye")));
-        forget();
-        m_client->signIn(u"bea"_s);
-        QTRY_VERIFY(heard().startsWith("NICK bea\nUSER "));
-        QTRY_VERIFY(heard().endsWith(padded("Client-User:", "Anna A")));
+        row("the settings are read once",
+            u"settings [connect]\nfullname=Anna "
+            u"A\n[irc]\nquitmsg=bye\n[connect]\nautojoin=<none>\n|"
+            "start|sign in anna|?sent NICK anna\nUSER PCClient-User:Anna A\n|"
+            "hear :s 001 anna :Welcome\r\nPING :x|?sent MODE anna +i\nPONG :x\n|"
+            "settings [connect]\nfullname=Other\n|sign out|?sent QUIT :bye\n|sign in bea|"
+            "?sent NICK bea\nUSER PCClient-User:Anna A\n"_s);
+        // From a field like a button it is passed over, from the other one it ends the program. The
+        // next touch tries again, on the usual port.
+        const QString bad = u"settings [connect]\nport=many\n|start|sign by "_s;
+        const QString good =
+            u"|?loaded no|?looks out|?notices 1|settings [connect]\nport=7000\n|"_s;
+        row("a bad setting", bad + "Text1|?ends 0|?boxes "_L1 + good + "sign by Text1|"_L1 +
+                                 "?state &Connect off on"_L1);
+        row("a bad setting is fatal",
+            bad +
+                "Text2|?ends 1|?boxes Quill Harbor Messenger: Run-time error '13':\n\nType mismatch"_L1 +
+                good + "sign by Text2|?state &Connect off on"_L1);
+
+        // Nothing of an attempt that was given up comes to life later.
+        row("cancelled", u"start|sign in anna|?state &Cancel on off|button|?state &Connect on off|"
+                         "?looks out|?locked |entry mnu_File_Connect|?state &Connect off on|"
+                         "?sent NICK anna\nUSER PCClient-User:Quill Quill Quill Quill Harbor "
+                         "Messenger V 1.0\n"_s);
+        // Talk that nobody carries is still echoed; the next session works.
+        const QString ended =
+            u"|?sent QUIT :Quill Harbor Messenger v 1.0\n|?peer gone|"
+            "?state &Connect on off|?chatters |?looks out|?locked |say hello?|"
+            "?last <anna> hello?|sign in anna|?sent NICK anna\nUSER PCClient-User:"
+            "Quill Quill Quill Quill Harbor Messenger V 1.0\n"_s;
+        row("disconnected by the menu", "room|entry mnu_File_Disconnect"_L1 + ended);
+        row("disconnected by signing out", "room|sign out"_L1 + ended);
+        row("disconnected by moving to another server",
+            "room|refuse|move|?state &Connect off on|?boxes QuillHarborMessenger: Would you really "
+            "like to connect to the server 'irc.example'? You will be disconnect from your current "
+            "one|agree|move"_L1 +
+                ended);
+        // Only the user's own ways out unlock the fields, and an ended session is not taken up
+        // again.
+        const QString over = u"|?peer gone|?state &Connect on off|?chatters |?looks out|"
+                             "?locked Text1 Text2|?input Not connected: nobody hears what you type "
+                             "here|?waits no|?sent "_s;
+        row("shut down by the server", "room|hear ERROR :Server shutting down|drop"_L1 + over +
+                                           "|?windows Channel|?told SERVER closed the connection: "
+                                           "Server shutting down. Sign in "
+                                           "to come back."_L1);
+        row("kicked", "room|hear :bob!u@h KICK #Harbor anna :too loud"_L1 + over +
+                          "|?windows Login|?told You were kicked by bob: too loud. Sign in to come "
+                          "back."_L1);
+
+        row("closed windows", u"room|close room|?windows Login|tray away|close sign-in|"
+                              "?windows Login minimized|tray there|close sign-in|?windows |"
+                              "hear PING :x|?sent PONG :x\n|?state &Connect off on"_s);
+        for (const char* way : {"entry mnu_Terminate", "entry mnu_systray_exit", "desktop ends"})
+            row(way, "room|"_L1 + QLatin1StringView(way) +
+                         "|?ends 1|?sent QUIT :Quill Harbor Messenger v 1.0\n|?peer gone"_L1);
+        row("the sign-in form's end, at once and without a word",
+            u"room|signin mnu_Close|?ends 1|?peer there|?sent "_s);
+        // A desktop that draws the menu itself asks for it when it sees the icon.
+        row("end before the first sign-in", u"start|tray mnu_systray_exit|?ends 1|?loaded no"_s);
+
+        row("a rank opens the topic",
+            u"room|topic x|?topic topic|hear :bob!u@h MODE #Harbor +o :anna|?chatters @anna @bob|"
+            "topic not a|?sent TOPIC #Harbor :not a topic \n|hear :anna!u@h TOPIC #Harbor :another|"
+            "hear :bob!u@h MODE #Harbor -o :anna|?topic nother|?chatters @bob anna|topic x|"
+            "?topic nother"_s);
+        row("the tool bar is pale without an engine",
+            u"room|?tools there|page home|?tools pale|?engines 1"_s);
+    }
+    void sessions()
+    {
+        QFETCH(QString, script);
+        m_script.play(script);
     }
 
     void fallbackPortAndRetry()
@@ -149,104 +219,6 @@ private Q_SLOTS:
         QCOMPARE(m_client->state(), connected);
         m_client->click("mnu_File_Disconnect");
         QCOMPARE(m_client->window().portText(), u"6667"_s);
-    }
-
-    // Nothing of an attempt that was given up comes to life later.
-    void cancel()
-    {
-        m_client->start();
-        m_client->signIn(u"anna"_s);
-        QCOMPARE(m_client->state(), attempting);
-        m_client->messenger.login().cmdSignIn_Click();
-        QCOMPARE(m_client->state(), signedOut);
-        QVERIFY(m_client->looksSignedOut());
-        QVERIFY(!m_client->field("Text1")->isReadOnly() && !m_client->field("Text2")->isReadOnly());
-        m_client->click("mnu_File_Connect");
-        QTRY_COMPARE(m_client->state(), connected);
-        QTRY_COMPARE(m_server->received().count("NICK "), 1);
-    }
-
-    void disconnect_data()
-    {
-        QTest::addColumn<std::function<void(TestClient&)>>("way");
-        using Way = std::function<void(TestClient&)>;
-
-        QTest::newRow("by the main window's menu")
-            << Way([](TestClient& client) { client.click("mnu_File_Disconnect"); });
-        QTest::newRow("by signing out")
-            << Way([](TestClient& client) { client.signEntry().trigger(); });
-        QTest::newRow("by moving to another server") << Way([](TestClient& client) {
-            const auto move = [&client] {
-                Session& session = client.chatRoom().session;
-                DoConnect(u"irc.example"_s, client.around.dialogs, session.connection,
-                          session.commands);
-            };
-            client.around.dialogs.answerYes = false;
-            move();
-            QVERIFY(client.state() != signedOut);
-            client.around.dialogs.answerYes = true;
-            move();
-            QCOMPARE(client.around.dialogs.shown.last(),
-                     u"QuillHarborMessenger|Would you really like to connect to the server "
-                     u"'irc.example'? You will be disconnect from your current one"_s);
-        });
-    }
-
-    void disconnect()
-    {
-        QFETCH(std::function<void(TestClient&)>, way);
-        beInTheRoom();
-        way(*m_client);
-        QTRY_COMPARE(heard(), quitLine);
-        QTRY_VERIFY(m_server->peerHasGone());
-        QCOMPARE(m_client->state(), signedOut);
-        QCOMPARE(m_client->chatters(), QStringList());
-        QVERIFY(m_client->looksSignedOut());
-
-        // Talk that nobody carries is still echoed; the next session works.
-        forget();
-        m_client->say(u"anybody?"_s);
-        QVERIFY(m_client->reads(u"anybody?"_s));
-        m_client->signIn(u"anna"_s);
-        QTRY_VERIFY(heard().startsWith("NICK anna\n"));
-        QVERIFY(!heard().contains("anybody"));
-    }
-
-    void endsByOthers_data()
-    {
-        QTest::addColumn<QByteArray>("line");
-        QTest::addColumn<QString>("told");
-        QTest::addColumn<bool>("staysInTheRoom"); // which window is in sight
-
-        QTest::newRow("shutdown")
-            << QByteArray("ERROR :Server shutting down")
-            << u"SERVER closed the connection: Server shutting down. Sign in to come back."_s
-            << true;
-        QTest::newRow("kick") << QByteArray(":bob!u@h KICK #Harbor anna :too loud")
-                              << u"You were kicked by bob: too loud. Sign in to come back."_s
-                              << false;
-    }
-
-    void endsByOthers()
-    {
-        QFETCH(QByteArray, line);
-        QFETCH(bool, staysInTheRoom);
-        beInTheRoom();
-        m_server->say(line + "\r\n");
-        if (staysInTheRoom)
-            m_server->closePeer();
-        QTRY_VERIFY(m_server->peerHasGone());
-        QTRY_COMPARE(m_client->state(), signedOut);
-        QTEST(m_client->told(), "told");
-        QVERIFY(m_client->inputSays().startsWith("Not connected"_L1));
-        QVERIFY(m_client->looksSignedOut());
-        QCOMPARE(m_client->window().isVisible(), staysInTheRoom);
-        QCOMPARE(m_client->messenger.login().isVisible(), !staysInTheRoom);
-        QVERIFY(m_client->field("Text1")->isReadOnly()); // only the user's own ways out unlock them
-        QCOMPARE(m_client->chatters(), QStringList());
-        QVERIFY(
-            !m_client->connection().isWaitingToRetry()); // an ended session is not taken up again
-        QCOMPARE(heard(), QByteArray());
     }
 
     // What the server says while the box is up waits.
@@ -314,37 +286,6 @@ private Q_SLOTS:
         QTRY_VERIFY(server.received().contains("JOIN #quay"));
     }
 
-    void badSetting_data()
-    {
-        QTest::addColumn<bool>("fatal");
-
-        QTest::newRow("Text1") << false; // like the button
-        QTest::newRow("Text2") << true;
-    }
-
-    void badSetting()
-    {
-        QFETCH(bool, fatal);
-        QVERIFY(m_client->around.writeSettings("[connect]\nport=many\n"));
-        m_client->start();
-        m_client->enter(u"anna"_s);
-        m_client->pressReturnIn(QTest::currentDataTag());
-        QVERIFY(!m_client->messenger.hasChatRoom());
-        QCOMPARE(m_client->around.ends, fatal ? 1 : 0);
-        QCOMPARE(
-            m_client->around.dialogs.shown,
-            fatal ? QStringList{u"Quill Harbor Messenger|Run-time error '13':\n\nType mismatch"_s}
-                  : QStringList());
-        QVERIFY(m_client->looksSignedOut());
-        QCOMPARE(m_client->around.told.size(), 1);
-        QVERIFY(m_client->around.told.first().contains("[connect] port is \"many\""_L1));
-
-        // The next touch tries again.
-        QVERIFY(m_client->around.writeSettings("[connect]\nport=7000\n"));
-        m_client->pressReturnIn(QTest::currentDataTag());
-        QTRY_VERIFY(m_server->received().startsWith("NICK anna\n")); // on the usual port
-    }
-
     // Nobody ever writes into these pipes: who opens one waits for good.
     void pipesInPlaceOfFiles()
     {
@@ -357,16 +298,6 @@ private Q_SLOTS:
         m_client->signIn(u"anna"_s);
         QTRY_VERIFY(m_server->received().startsWith("NICK anna\n"));
         QCOMPARE(m_client->around.told.size(), 2);
-    }
-
-    void toolBarIsPaleWithoutAnEngine()
-    {
-        beInTheRoom();
-        const auto* bar = m_client->window().findChild<QWidget*>(u"ToolBar1"_s);
-        QVERIFY(bar->isEnabled());
-        m_client->window().myHome();
-        QTRY_VERIFY(!bar->isEnabled());
-        QCOMPARE(m_client->around.enginesAsked, 1);
     }
 
     // Room and chatters in files of their own, without codes, whatever their names are made of; a
@@ -401,85 +332,6 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(m_client->around.told.size(), 1);
         QVERIFY(m_client->reads(u"two"_s));
-    }
-
-    void closingTheWindowKeepsTheSession()
-    {
-        beInTheRoom();
-        m_client->window().close();
-        QVERIFY(!m_client->window().isVisible() && m_client->messenger.login().isVisible());
-        m_client->around.tray.available = false;
-        m_client->messenger.login().close(); // would be out of reach for good
-        QVERIFY(m_client->messenger.login().isMinimized());
-        m_client->around.tray.available = true;
-        m_client->messenger.login().close();
-        QVERIFY(!m_client->messenger.login().isVisible());
-        QVERIFY(answersPing());
-        QCOMPARE(m_client->state(), connected);
-    }
-
-    void exit_data()
-    {
-        QTest::addColumn<bool>("quits");
-
-        QTest::newRow("mnu_Terminate") << true;
-        QTest::newRow("mnu_systray_exit") << true;
-        QTest::newRow("the desktop ends its session") << true;
-        QTest::newRow("mnu_Close") << false; // the sign-in form's: at once, without a word
-    }
-
-    void exit()
-    {
-        QFETCH(bool, quits);
-        beInTheRoom();
-        const QString name = QString::fromLatin1(QTest::currentDataTag());
-        if (name == "mnu_Close"_L1) {
-            m_client->messenger.login().findChild<QAction*>(name)->trigger();
-        } else if (name.startsWith("mnu_"_L1)) {
-            m_client->click(name.toLatin1());
-        } else {
-            QEvent quit(QEvent::Quit); // windows that ignore their close event can veto it
-            QCoreApplication::sendEvent(QCoreApplication::instance(), &quit);
-        }
-        QCOMPARE(m_client->around.ends, 1);
-        if (quits) {
-            QTRY_COMPARE(heard(), quitLine);
-            QTRY_VERIFY(m_server->peerHasGone());
-        } else {
-            QCOMPARE(m_client->connection().sockState(), 7);
-            QCOMPARE(heard(), QByteArray());
-        }
-    }
-
-    // A desktop that draws the menu itself asks for it when it sees the icon.
-    void exitBeforeTheFirstSignIn()
-    {
-        m_client->start();
-        QMenu* menu = m_client->around.tray.menu;
-        QVERIFY(menu);
-        menu->findChild<QAction*>(u"mnu_systray_exit"_s)->trigger();
-        QCOMPARE(m_client->around.ends, 1);
-        QVERIFY(!m_client->messenger.hasChatRoom());
-    }
-
-    void rankOpensTheTopic()
-    {
-        beInTheRoom();
-        QWidget* edit = m_client->window().findChild<QWidget*>(u"rtbTopic"_s);
-        QTest::keyClicks(edit, u"x"_s);
-        QTest::keyClick(edit, Qt::Key_Return);
-        QCOMPARE(m_client->topic(), u"topic"_s);
-        m_server->say(":bob!u@h MODE #Harbor +o :anna\r\n");
-        QTRY_VERIFY(m_client->chatters().contains(u"@anna"_s));
-        QTest::keyClick(edit, Qt::Key_Home);
-        QTest::keyClicks(edit, u"not a"_s);
-        QTest::keyClick(edit, Qt::Key_Return);
-        QTRY_COMPARE(heard(), QByteArray("TOPIC #Harbor :not a topic \n"));
-        m_server->say(":anna!u@h TOPIC #Harbor :another\r\n:bob!u@h MODE #Harbor -o :anna\r\n");
-        QTRY_COMPARE(m_client->topic(), u"nother"_s);
-        QTRY_VERIFY(m_client->chatters().contains(u"anna"_s));
-        QTest::keyClicks(edit, u"x"_s);
-        QCOMPARE(m_client->topic(), u"nother"_s);
     }
 
     void tellsOfMentions()
@@ -572,11 +424,124 @@ private:
         return QTest::qWaitFor([this] { return heard().contains("PONG :one two\n"); });
     }
 
+    static QAction* entryOf(QWidget& owner, const QString& name)
+    {
+        return owner.findChild<QAction*>(name);
+    }
+
     int m_number = 0;
     HastyEventLoop m_events;
     std::unique_ptr<ScriptedServer> m_server;
     std::unique_ptr<TestClient> m_client;
     qsizetype m_heard = 0;
+
+    Script m_script{
+        {
+            {u"settings"_s,
+             [this](const QString& text) {
+                 QVERIFY(m_client->around.writeSettings(text.toUtf8()));
+             }},
+            {u"start"_s, [this](auto) { m_client->start(); }},
+            {u"room"_s, [this](auto) { beInTheRoom(); }},
+            {u"sign"_s,
+             [this](const QString& how) {
+                 if (how == "out"_L1) {
+                     m_client->signEntry().trigger();
+                 } else if (how.startsWith("in "_L1)) {
+                     m_client->signIn(how.mid(3));
+                 } else {
+                     m_client->enter(u"anna"_s);
+                     m_client->pressReturnIn(how.mid(3).toLatin1());
+                 }
+             }},
+            {u"button"_s, [this](auto) { m_client->messenger.login().cmdSignIn_Click(); }},
+            {u"entry"_s, [this](const QString& name) { m_client->click(name.toLatin1()); }},
+            {u"signin"_s,
+             [this](const QString& name) {
+                 entryOf(m_client->messenger.login(), name)->trigger();
+             }},
+            {u"tray"_s,
+             [this](const QString& what) {
+                 if (QAction* entry = entryOf(*m_client->around.tray.menu, what))
+                     entry->trigger();
+                 else
+                     m_client->around.tray.available = what == "there"_L1;
+             }},
+            {u"hear"_s, [this](const QString& lines) { m_server->say(lines.toUtf8() + "\r\n"); }},
+            {u"drop"_s, [this](auto) { m_server->closePeer(); }},
+            {u"say"_s, [this](const QString& text) { m_client->say(text); }},
+            {u"refuse"_s, [this](auto) { m_client->around.dialogs.answerYes = false; }},
+            {u"agree"_s, [this](auto) { m_client->around.dialogs.answerYes = true; }},
+            {u"move"_s,
+             [this](auto) {
+                 Session& session = m_client->chatRoom().session;
+                 DoConnect(u"irc.example"_s, m_client->around.dialogs, session.connection,
+                           session.commands);
+             }},
+            {u"close"_s,
+             [this](const QString& which) {
+                 QWidget& signIn = m_client->messenger.login();
+                 (which == "room"_L1 ? m_client->window() : signIn).close();
+             }},
+            {u"desktop"_s,
+             [](auto) {
+                 QEvent quit(QEvent::Quit); // windows that ignore their close event can veto it
+                 QCoreApplication::sendEvent(QCoreApplication::instance(), &quit);
+             }},
+            {u"topic"_s,
+             [this](const QString& text) {
+                 auto* edit = m_client->window().findChild<QWidget*>(u"rtbTopic"_s);
+                 QTest::keyClick(edit, Qt::Key_Home);
+                 QTest::keyClicks(edit, text);
+                 QTest::keyClick(edit, Qt::Key_Return);
+             }},
+            {u"page"_s, [this](auto) { m_client->window().myHome(); }},
+        },
+        {
+            {u"sent"_s,
+             [this] {
+                 return QString::fromUtf8(heard())
+                     .remove(QChar(u'\0'))
+                     .replace(QSysInfo::machineHostName(), u"PC"_s);
+             }},
+            {u"peer"_s, [this] { return m_server->peerHasGone() ? u"gone"_s : u"there"_s; }},
+            {u"state"_s, [this] { return m_client->state(); }},
+            {u"told"_s, [this] { return m_client->told(); }},
+            {u"input"_s, [this] { return m_client->inputSays(); }},
+            {u"looks"_s, [this] { return m_client->looksSignedOut() ? u"out"_s : u"in"_s; }},
+            {u"locked"_s,
+             [this] {
+                 QStringList locked;
+                 for (const char* name : {"Text1", "Text2"})
+                     locked += m_client->field(name)->isReadOnly() ? QString::fromLatin1(name)
+                                                                   : QString();
+                 return locked.join(u' ').trimmed();
+             }},
+            {u"waits"_s,
+             [this] { return m_client->connection().isWaitingToRetry() ? u"yes"_s : u"no"_s; }},
+            {u"chatters"_s, [this] { return m_client->chatters().join(u' '); }},
+            {u"topic"_s, [this] { return m_client->topic(); }},
+            {u"last"_s, [this] { return m_client->conversation().trimmed().section(u'\n', -1); }},
+            {u"windows"_s,
+             [this] {
+                 QString names = shown<Login>() ? u"Login"_s : QString();
+                 names += shown<Login>() && shown<Login>()->isMinimized() ? " minimized"_L1 : ""_L1;
+                 return QString(names + (shown<Channel>() ? "Channel"_L1 : ""_L1));
+             }},
+            {u"loaded"_s,
+             [this] { return m_client->messenger.hasChatRoom() ? u"yes"_s : u"no"_s; }},
+            {u"boxes"_s,
+             [this] { return m_client->around.dialogs.shown.join(u' ').replace(u'|', ": "_L1); }},
+            {u"notices"_s, [this] { return QString::number(m_client->around.told.size()); }},
+            {u"ends"_s, [this] { return QString::number(m_client->around.ends); }},
+            {u"engines"_s, [this] { return QString::number(m_client->around.enginesAsked); }},
+            {u"tools"_s,
+             [this] {
+                 return m_client->window().findChild<QWidget*>(u"ToolBar1"_s)->isEnabled()
+                            ? u"there"_s
+                            : u"pale"_s;
+             }},
+        }};
 };
 
 QTEST_MAIN(MessengerTest)
