@@ -323,7 +323,7 @@ private Q_SLOTS:
         PlainPass plainPass(plain, seed % 2 ? PlainPass::OfTheCall : PlainPass::OfTheView);
         keep(quick, quickPass);
         keep(plain, plainPass);
-        for (int i = 0; i < 2000; ++i) {
+        for (int i = 0; i < 1000; ++i) {
             const RandomChange change(random, plain.TextLength());
             change.applyTo(quick);
             change.applyTo(plain);
@@ -334,7 +334,7 @@ private Q_SLOTS:
             const qsizetype lately = std::max<qsizetype>(plain.TextLength() - 100, 0);
             QVERIFY2(quick.runs(lately) == plain.runs(lately), which);
         }
-        QVERIFY(quick.linesAppended() > 100); // what was foreseen came true
+        QVERIFY(quick.linesAppended() > 50); // what was foreseen came true
     }
 
     // Views that have a line end for one character move what is put into its middle.
@@ -367,22 +367,20 @@ private Q_SLOTS:
         QCOMPARE(readFor(line), early);
     }
 
-    // As deep as nested passes would go, the stack would not hold them.
+    // Each change moves the rest of the line: there are but a few.
     void oneLineOfThousands()
     {
         const SessionVariables variables;
         MemoryView view;
         SmileyPass pass(view);
         keep(view, pass);
-        TextWriter(variables).WriteView(view, u"x"_s + u":)"_s.repeated(2000));
-        QCOMPARE(view.pictures().size(), 2000);
-        QCOMPARE(view.TextLength(), 2000 + u"x \r\n"_s.size());
-        QVERIFY(view.changes() < 5); // each one moves the rest of the line
-
-        const int before = view.changes();
-        TextWriter(variables).WriteView(view, u"x"_s + u":) ;)brb"_s.repeated(2000));
-        QCOMPARE(view.pictures().size(), 2000 + 3 * 2000);
-        QVERIFY(view.changes() - before < 5);
+        for (const QString& codes : {u":)"_s, u":) ;)brb"_s}) { // in the first line and behind it
+            const qsizetype pictures = view.pictures().size();
+            const int changes = view.changes();
+            TextWriter(variables).WriteView(view, u'x' + codes.repeated(2000));
+            QCOMPARE(view.pictures().size() - pictures, 2000 * (codes.size() == 2 ? 1 : 3));
+            QVERIFY(view.changes() - changes < 5);
+        }
     }
 };
 
