@@ -7,7 +7,6 @@
 #include "controls/ActionEntry.h"
 #include "desktop/NotificationArea.h"
 #include "settings/Settings.h"
-#include "view/PictureCache.h"
 #include "view/ViewLook.h"
 
 #include <QApplication>
@@ -43,9 +42,8 @@ Mentions::Desk mentionsDesk(const ChatRoomParts& given, const SmallWindows& wind
 } // namespace
 
 MainRoom::MainRoom(const ChatRoomParts& given, SmallWindows& windows, Session& session)
-    : pictures(std::make_shared<PictureCache>())
-    , look(lookOf(given.settings))
-    , window(given.handlers, given.dialogs, pictures, look)
+    : look(lookOf(given.settings))
+    , window(given.handlers, given.dialogs, look)
     , room(window)
     , channels(room)
     , writer(given.variables)

@@ -16,7 +16,6 @@
 
 #include <memory>
 
-class PictureCache;
 class ViewLook;
 struct ChatRoomParts;
 struct Session;
@@ -28,8 +27,7 @@ struct MainRoom
     // Windows and session need not stand yet: here they are only remembered.
     MainRoom(const ChatRoomParts& given, SmallWindows& windows, Session& session);
 
-    std::shared_ptr<PictureCache> pictures; // of the smileys, shared by all conversations
-    std::shared_ptr<ViewLook> look;         // of all conversations
+    std::shared_ptr<ViewLook> look; // of all conversations
     Channel window;
     Room room;
     ChannelTable channels;

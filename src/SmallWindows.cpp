@@ -47,7 +47,6 @@ Query::Desk SmallWindows::queryDesk(MainRoom& main, Session& session)
                 return session.commands.ProcessInput(target, text);
             },
         .PlayWave = [&main](const QString& name) { main.sounds.PlayWave(name); },
-        .pictures = main.pictures,
         .look = main.look,
         .written = [&main](RichTextBox& view, const QString& nick,
                            const QString& text) { main.mentions.privateLine(view, nick, text); },

@@ -53,15 +53,13 @@ private:
 
 QPixmap svgPixmap(const QString& resource, const QSize& size, qreal devicePixelRatio)
 {
-    const QString key = QStringLiteral("%1 %2 %3 %4")
-                            .arg(resource)
-                            .arg(size.width())
-                            .arg(size.height())
-                            .arg(devicePixelRatio);
+    const QSize pixels = size * devicePixelRatio;
+    const QString key = resource % u' ' % QString::number(pixels.width()) % u' ' %
+                        QString::number(pixels.height()) % u' ' % QString::number(devicePixelRatio);
     QPixmap pixmap;
-    if (QPixmapCache::find(key, &pixmap))
+    if (QPixmapCache::find(key, &pixmap) || pixels.isEmpty())
         return pixmap;
-    pixmap = QPixmap(size * devicePixelRatio);
+    pixmap = QPixmap(pixels);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     QSvgRenderer(resource).render(&painter);

@@ -4,7 +4,7 @@
 #include <QWidget>
 
 // A drawing of the program's resources in logical pixels, rendered for a screen's device pixel
-// ratio and kept while the toolkit's pixmap cache holds it.
+// ratio and kept while the toolkit's pixmap cache holds it. Transparent where it cannot be read.
 QPixmap svgPixmap(const QString& resource, const QSize& size, qreal devicePixelRatio);
 
 // A widget that shows one drawing, stretched to its size.

@@ -74,16 +74,14 @@ QIcon colorIcon(const QColor& color)
 
 } // namespace
 
-Channel::Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<PictureCache> pictures,
-                 std::shared_ptr<ViewLook> look)
+Channel::Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<ViewLook> look)
     : m_handlers(handlers)
     , m_dialogs(dialogs)
     , m_menus(new MenuTree(this))
     , TBar(named(new QTabBar(this), u"TBar"_s, u"Pages"_s))
     , m_lock(new LineLock(this))
     , m_pages(new QStackedWidget(this))
-    , m_dataIn(named(new ChatView(nullptr, std::move(pictures), std::move(look)), u"DataIn"_s,
-                     u"Conversation"_s))
+    , m_dataIn(named(new ChatView(nullptr, std::move(look)), u"DataIn"_s, u"Conversation"_s))
     , m_smileys(*m_dataIn)
 {
     setObjectName(u"Channel"_s);

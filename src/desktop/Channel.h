@@ -39,8 +39,7 @@ public:
         std::function<int(int character)> inputKeyPress;
     };
 
-    Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<PictureCache> pictures,
-            std::shared_ptr<ViewLook> look = nullptr);
+    Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<ViewLook> look = nullptr);
     ~Channel() override;
     Q_DISABLE_COPY_MOVE(Channel)
 

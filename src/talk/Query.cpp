@@ -33,7 +33,7 @@ QueryForm& Query::form()
 {
     if (m_form)
         return *m_form;
-    m_form = std::make_unique<QueryForm>(m_desk.pictures, m_desk.look);
+    m_form = std::make_unique<QueryForm>(m_desk.look);
     m_form->setConnected(m_desk.connected);
     connectForm(*m_form);
     try {

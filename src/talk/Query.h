@@ -20,7 +20,6 @@ class EventLoop;
 class Handlers;
 class LineSink;
 class LinkOpener;
-class PictureCache;
 struct OwnTextStyle;
 struct SessionVariables;
 class TextWriter;
@@ -60,7 +59,6 @@ public:
         QueryNeighbours& neighbours;
         std::function<QString(const QString& target, const QString& text)> ProcessInput;
         std::function<void(const QString& name)> PlayWave; // asks the sound option itself
-        std::shared_ptr<PictureCache> pictures;            // of the smileys, shared by all views
         std::function<void(QWidget& window)> FlashWindow = ::FlashWindow;
         std::shared_ptr<ViewLook> look = nullptr; // of all views
         IncomingText::Written written = {};

@@ -85,10 +85,10 @@ QLabel* newLabel(const QString& name, const QString& caption, QWidget* parent)
 
 } // namespace
 
-QueryForm::QueryForm(std::shared_ptr<PictureCache> pictures, std::shared_ptr<ViewLook> look)
+QueryForm::QueryForm(std::shared_ptr<ViewLook> look)
     : m_lblNick(newLabel(u"lblNick"_s, u"Chatter"_s, this))
     , m_lblHost(newLabel(u"lblHost"_s, u"user@host"_s, this))
-    , m_dataIn(new ChatView(this, std::move(pictures), std::move(look)))
+    , m_dataIn(new ChatView(this, std::move(look)))
     , m_smileys(*m_dataIn)
     , m_dataOut(new QLineEdit(this))
     , m_inputKeys(*m_dataIn, *m_dataOut)

@@ -23,8 +23,7 @@ class QueryForm final : public Form
 public:
     enum Link { Label4, Label5, Label6, Label7, Label8, cmdOptions, LabelAction, LinkCount };
 
-    explicit QueryForm(std::shared_ptr<PictureCache> pictures = nullptr,
-                       std::shared_ptr<ViewLook> look = nullptr);
+    explicit QueryForm(std::shared_ptr<ViewLook> look = nullptr);
 
     ChatView& DataIn() { return *m_dataIn; }
     QLineEdit& DataOut() { return *m_dataOut; }

@@ -7,7 +7,6 @@
 #include "view/LineDecor.h"
 #include "view/MarkedScrollBar.h"
 #include "view/NewMessagesChip.h"
-#include "view/PictureCache.h"
 #include "view/ViewLook.h"
 
 #include <QAccessible>
@@ -88,8 +87,7 @@ qint64 secondsNow()
 
 } // namespace
 
-ChatView::ChatView(QWidget* parent, std::shared_ptr<PictureCache> pictures,
-                   std::shared_ptr<ViewLook> look)
+ChatView::ChatView(QWidget* parent, std::shared_ptr<ViewLook> look)
     : QAbstractScrollArea(parent)
     , m_spoken(m_text, m_tables)
     , m_notes(secondsNow)
@@ -99,7 +97,6 @@ ChatView::ChatView(QWidget* parent, std::shared_ptr<PictureCache> pictures,
     , m_geometry(m_text, m_layout, m_scroll)
     , m_reader(m_text)
     , m_links(m_text, m_tables)
-    , m_pictures(pictures ? std::move(pictures) : std::make_shared<PictureCache>())
     , m_accessibleChanges(this, m_text, m_spoken, tellAccessibility)
     , m_announcer(new LineAnnouncer(this))
     , m_findBar(new FindBar(this))
@@ -504,7 +501,7 @@ void ChatView::paintEvent(QPaintEvent* event)
                 static_cast<int>(std::clamp<qsizetype>(m_reader.start() - start, 0, beyond));
             selection.end =
                 static_cast<int>(std::clamp<qsizetype>(m_reader.end() - start, 0, beyond));
-            layout.draw(painter, {leftMargin(), top}, selection, *m_pictures, clip);
+            layout.draw(painter, {leftMargin(), top}, selection, clip);
             if (m_hotLink && m_text.lineAt(m_hotLink->start) == line)
                 layout.underline(
                     painter, {leftMargin(), top}, static_cast<int>(m_hotLink->start - start),

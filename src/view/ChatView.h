@@ -21,7 +21,6 @@
 class FindBar;
 class LineAnnouncer;
 class NewMessagesChip;
-class PictureCache;
 class QMenu;
 class ViewLook;
 
@@ -38,8 +37,7 @@ class ChatView final : public QAbstractScrollArea, public RichTextBox
 {
     Q_OBJECT
 public:
-    explicit ChatView(QWidget* parent = nullptr, std::shared_ptr<PictureCache> pictures = nullptr,
-                      std::shared_ptr<ViewLook> look = nullptr);
+    explicit ChatView(QWidget* parent = nullptr, std::shared_ptr<ViewLook> look = nullptr);
     ~ChatView() override;
 
     QString Text() const override;
@@ -185,7 +183,6 @@ private:
     ReaderSelection m_reader;
     ViewLinks m_links;
     std::optional<ViewLinks::Link> m_hotLink; // under the pointer
-    std::shared_ptr<PictureCache> m_pictures;
 
     qsizetype m_selStart = 0; // positions
     qsizetype m_selEnd = 0;

@@ -1,6 +1,6 @@
 #include "view/LineLayout.h"
 
-#include "view/PictureCache.h"
+#include "controls/SvgPicture.h"
 #include "view/RichTextBox.h"
 #include "view/StyleFormats.h"
 
@@ -127,7 +127,7 @@ QRect LineLayout::characterRect(const Row& row, int column)
 }
 
 void LineLayout::draw(QPainter& painter, QPoint at, const Selection& selection,
-                      PictureCache& pictures, const QRect& clip) const
+                      const QRect& clip) const
 {
     if (m_rows.empty())
         return;
@@ -142,7 +142,7 @@ void LineLayout::draw(QPainter& painter, QPoint at, const Selection& selection,
         if (isInSight || m_segments.size() == 1)
             segment.layout->draw(&painter, at, selectionFormats(segment, selection), clip);
     }
-    drawPictures(painter, at, pictures, *first, *last);
+    drawPictures(painter, at, *first, *last);
 }
 
 // Those of some columns, in order.
@@ -295,8 +295,7 @@ QList<QTextLayout::FormatRange> LineLayout::selectionFormats(const Segment& segm
     return ranges;
 }
 
-void LineLayout::drawPictures(QPainter& painter, QPoint at, PictureCache& pictures,
-                              const Row& first, const Row& last) const
+void LineLayout::drawPictures(QPainter& painter, QPoint at, const Row& first, const Row& last) const
 {
     const qreal ratio = painter.device()->devicePixelRatioF();
     for (const Picture& picture : picturesIn(first.start, last.end)) {
@@ -306,6 +305,6 @@ void LineLayout::drawPictures(QPainter& painter, QPoint at, PictureCache& pictur
         const QRect character = characterRect(picture.column).translated(at);
         const int top = at.y() + qRound(row.baseline - extent.ascent);
         painter.drawPixmap(QRect({character.left(), top}, size),
-                           pictures.pixmap(*picture.picture, ratio));
+                           svgPixmap(picture.picture->resource, size, ratio));
     }
 }

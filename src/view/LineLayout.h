@@ -9,7 +9,6 @@
 #include <span>
 #include <vector>
 
-class PictureCache;
 class QPainter;
 class QPalette;
 class StyleFormats;
@@ -55,8 +54,7 @@ public:
         QColor background;
         QColor foreground;
     };
-    void draw(QPainter& painter, QPoint at, const Selection& selection, PictureCache& pictures,
-              const QRect& clip) const;
+    void draw(QPainter& painter, QPoint at, const Selection& selection, const QRect& clip) const;
 
     void underline(QPainter& painter, QPoint at, int start, int end, const QColor& color) const;
 
@@ -88,8 +86,7 @@ private:
     void fillGrounds(QPainter& painter, QPoint at, const QRect& clip) const;
     void fillSelection(QPainter& painter, QPoint at, const Selection& selection,
                        const Row& row) const;
-    void drawPictures(QPainter& painter, QPoint at, PictureCache& pictures, const Row& first,
-                      const Row& last) const;
+    void drawPictures(QPainter& painter, QPoint at, const Row& first, const Row& last) const;
     std::span<const Picture> picturesIn(int from, int to) const;
 
     QString m_text; // a stand-in where a picture is

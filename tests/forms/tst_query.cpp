@@ -94,7 +94,6 @@ struct Desk
                         return QString(u"to "_s + target + u": "_s + text);
                     },
                 .PlayWave = [this](const QString& name) { sounds += name; },
-                .pictures = nullptr,
                 .FlashWindow = [this](QWidget&) { ++flashes; }};
     }
 
