@@ -1,114 +1,48 @@
 #include "fuzz/Feed.h"
 
+#include <QByteArrayList>
 #include <QRandomGenerator>
 
 namespace {
 
-// What stands where in the lines of a server: a source, a command word, what it is about.
-constexpr const char* sources[]{":me!i@h ", ":bob!u@h ", ":s ",  ":BOB!u@h ", ":zed!z@z ",
-                                ":x!y ",    ":@ ",       ":!@ ", ":n! ",      ":c\rd!u@h ",
-                                "",         " ",         ": "};
-constexpr const char* words[]{
-    "PRIVMSG", "NOTICE",  "JOIN",  "PART",   "QUIT",         "NICK", "MODE", "KICK", "TOPIC",
-    "PING",    "KILL",    "ERROR", "INVITE", "WALL",         "001",  "002",  "005",  "251",
-    "301",     "303",     "305",   "311",    "312",          "317",  "319",  "320",  "324",
-    "328",     "329",     "331",   "332",    "333",          "346",  "348",  "349",  "353",
-    "366",     "367",     "368",   "372",    "376",          "401",  "403",  "421",  "422",
-    "431",     "432",     "433",   "461",    "471",          "473",  "475",  "482",  "484",
-    "999",     "privmsg", "join",  "CAP",    "AUTHENTICATE", "900",  "903",  "904",  "AWAY",
-    "PONG",    "hello",   "\x01",  "0",      "-1",           ":x",   "307"};
-constexpr const char* pieces[]{" me",
-                               " #room",
-                               " #ROOM",
-                               " :",
-                               " bob",
-                               " cid",
-                               " = ",
-                               " #other",
-                               " :#room",
-                               " +o",
-                               " -o",
-                               " +ohv",
-                               " +b",
-                               " +k key",
-                               " +l 12",
-                               " +l x",
-                               " -l",
-                               " +imnpst",
-                               " :\x01"
-                               "VERSION\x01",
-                               " :\x01PING 1\x01",
-                               " :\x01"
-                               "ACTION x\x01",
-                               " :\x01",
-                               " \x01\x01",
-                               " :@me +bob ~x &y %z",
-                               " 86400",
-                               " 99999999999",
-                               " -1",
-                               " *!*@*",
-                               " :a\rb",
-                               " $me",
-                               " \x02"
-                               "b\x02",
-                               " \x03",
-                               " \x03"
-                               "04",
-                               " \x03"
-                               "12,4",
-                               " \x03,",
-                               " \x16r\x16",
-                               " \x1fu",
-                               " \x0f",
-                               " :)",
-                               " :-SS",
-                               " http://a.b",
-                               " www.a.b/#c",
-                               "  ",
-                               " <none>",
-                               " \t",
-                               " \xe4\xf6",
-                               " \x80\x81",
-                               ":",
-                               " 2",
-                               " 31",
-                               " 2cool",
-                               " bob - Blocked"};
-constexpr const char* inputs[]{"me waves",   "query bob hi",  "query new x", "msg bob $+ x",
-                               "part #room", "users",         "es \0034x",   "sv $version",
-                               "nick $me",   "raw $randnick", "bl",          "$+ $+ $time",
-                               "!bots",      "IRC RAW x",     " ",           "join $chan"};
-constexpr const char* lines[]{"[load]",
-                              "[LOAD]",
-                              "startup=True",
-                              " StartUp\t=  x ",
-                              "; comment",
-                              "# more",
-                              "junk",
-                              "=",
-                              "[",
-                              "[]",
-                              "[irc]",
-                              "a=\"b\"",
-                              "startup",
-                              "\xef\xbb\xbf[load]",
-                              "startup=",
-                              "[load"};
-
-constexpr const char* addresses[]{
-    "://host",    "s://host:6697",         "://[::1]:1", "://a b", ":",
-    "://h:99999", "s://\xc3\xa4.example/", "://h:-1",    "://@"};
-
-template<std::size_t size>
-const char* any(QRandomGenerator& random, const char* const (&table)[size])
+QByteArrayList listed(const char* texts)
 {
-    return table[random.bounded(static_cast<int>(size))];
+    return QByteArray(texts).split('|');
+}
+
+// What stands where in the lines of a server: a source, a command word, what it is about.
+const QByteArrayList sources =
+    listed(":me!i@h |:bob!u@h |:s |:BOB!u@h |:zed!z@z |:x!y |:@ |:!@ |:n! |:c\rd!u@h || |: ");
+const QByteArrayList words =
+    listed("PRIVMSG|NOTICE|JOIN|PART|QUIT|NICK|MODE|KICK|TOPIC|PING|KILL|ERROR|INVITE|WALL|001|"
+           "002|005|251|301|303|305|311|312|317|319|320|324|328|329|331|332|333|346|348|349|353|"
+           "366|367|368|372|376|401|403|421|422|431|432|433|461|471|473|475|482|484|999|privmsg|"
+           "join|CAP|AUTHENTICATE|900|903|904|AWAY|PONG|hello|\1|0|-1|:x|307");
+const QByteArrayList pieces =
+    listed(" me| #room| #ROOM| :| bob| cid| = | #other| :#room| +o| -o| +ohv| +b| +k key| +l 12|"
+           " +l x| -l| +imnpst| :\1VERSION\1| :\1PING 1\1| :\1ACTION x\1| :\1| \1\1|"
+           " :@me +bob ~x &y %z| 86400| 99999999999| -1| *!*@*| :a\rb| $me| \2b\2| \3| \00304|"
+           " \00312,4| \3,| \26r\26| \37u| \17| :)| :-SS| http://a.b| www.a.b/#c|  | <none>| \t|"
+           " \344\366| \200\201|:| 2| 31| 2cool| bob - Blocked");
+const QByteArrayList inputs =
+    listed("me waves|query bob hi|query new x|msg bob $+ x|part #room|users|es \0034x|sv $version|"
+           "nick $me|raw $randnick|bl|$+ $+ $time|!bots|IRC RAW x| |join $chan");
+const QByteArrayList lines =
+    listed("[load]|[LOAD]|startup=True| StartUp\t=  x |; comment|# more|junk|=|[|[]|[irc]|a=\"b\"|"
+           "startup|\357\273\277[load]|startup=|[load");
+
+const QByteArrayList addresses =
+    listed("://host|s://host:6697|://[::1]:1|://a b|:|://h:99999|s://\xc3\xa4.example/|://h:-1|"
+           "://@");
+
+const QByteArray& any(QRandomGenerator& random, const QByteArrayList& texts)
+{
+    return texts[random.bounded(static_cast<int>(texts.size()))];
 }
 
 QByteArray lineEnd(QRandomGenerator& random)
 {
-    constexpr const char* ends[]{"\r\n", "\r\n", "\r\n",     "\n", "\r",
-                                 "\n\n", "\xff", "\r\n\xff", ""};
+    static const QByteArrayList ends = listed("\r\n|\r\n|\r\n|\n|\r|\n\n|\xff|\r\n\xff|");
     return any(random, ends);
 }
 
@@ -125,8 +59,7 @@ QByteArray serverLines(QRandomGenerator& random)
     return bytes;
 }
 
-template<std::size_t size>
-QByteArray linesOf(QRandomGenerator& random, const char* const (&table)[size])
+QByteArray linesOf(QRandomGenerator& random, const QByteArrayList& table)
 {
     QByteArray bytes;
     for (int left = random.bounded(1, 12); left > 0; --left) {

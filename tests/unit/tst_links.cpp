@@ -56,7 +56,6 @@ private Q_SLOTS:
         QTest::addColumn<bool>("pointer");
         QTest::addColumn<QString>("leaves"); // as what; empty: not at all
 
-        QTest::newRow("http") << u"http://a.org/x"_s << true << true << u"http://a.org/x"_s;
         QTest::newRow("https has no rule")
             << u"https://a.org"_s << false << false << u"https://a.org"_s;
         QTest::newRow("https page")
@@ -67,8 +66,6 @@ private Q_SLOTS:
         QTest::newRow("mail with a file")
             << u"mailto:a@a.org?Attach=/etc/passwd"_s << true << true << QString();
         QTest::newRow("bare address") << u"www.a.org"_s << true << true << u"http://www.a.org"_s;
-        QTest::newRow("bare, upper case")
-            << u"WWW.a.org"_s << true << true << u"http://www.a.org"_s;
         QTest::newRow("page by its end") << u"page.HTML"_s << true << true << QString();
         QTest::newRow("end with a full stop") << u"page.htm."_s << false << false << QString();
         QTest::newRow("local page") << u"file:///etc/index.html"_s << true << true << QString();
@@ -79,7 +76,6 @@ private Q_SLOTS:
         QTest::newRow("address inside") << u"see:http://a.org"_s << false << false << QString();
         QTest::newRow("word behind a line end")
             << u"\nhttp://a.org"_s << false << false << QString();
-        QTest::newRow("nothing") << QString() << false << false << QString();
     }
     void words()
     {
@@ -115,18 +111,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("word");
 
         const QString line = u"<Ann> see (http://a.org/x), now \r\n#room is full \r\n"_s;
-        QTest::newRow("first letter") << line << u"http"_s << 0 << QString();
-        QTest::newRow("second letter, brackets") << line << u"http"_s << 1 << u"http://a.org/x"_s;
-        QTest::newRow("bracket behind") << line << u")"_s << 0 << u"http://a.org/x"_s;
-        QTest::newRow("blank behind a word") << line << u"see"_s << 3 << u"see"_s;
-        QTest::newRow("first word of all") << line << u"Ann"_s << 1 << QString();
+        QTest::newRow("in brackets") << line << u"http"_s << 1 << u"http://a.org/x"_s;
         QTest::newRow("first word of a line") << line << u"#room"_s << 1 << u"\n#room"_s;
-        QTest::newRow("line feed") << line << u"\n"_s << 0 << u"\n#room"_s;
         QTest::newRow("last word without an end") << u"a last"_s << u"last"_s << 2 << u"las"_s;
         QTest::newRow("between characters of two units")
             << u"🙂 🙂www.a.org 🙂"_s << u"www"_s << 1 << u"🙂www.a.org"_s;
         QTest::newRow("last word ends in one") << u"a last🙂"_s << u"last"_s << 2 << u"last"_s;
-        QTest::newRow("past the end") << u"one two "_s << u"two"_s << 4 << QString();
     }
     void wordAt()
     {
