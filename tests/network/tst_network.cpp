@@ -61,14 +61,9 @@ private Q_SLOTS:
     void talksInPrivate();
     void shortVisits();
     void ownsTheRoom();
-    void isKicked();
-    void refusedRooms_data();
-    void refusedRooms();
-    void refusedNicks();
     void pingBehindABox();
     void passwordOfTheNick();
     void registration();
-    void buddies();
 
 private:
     std::unique_ptr<TestClient> newClient() const;
@@ -305,72 +300,6 @@ void NetworkTest::ownsTheRoom()
     QVERIFY(moe.hears(" 474 "));
 }
 
-void NetworkTest::isKicked()
-{
-    const auto master = peerInRoom("harbormaster", "lighthouse");
-    const auto client = clientInRoom(u"ida"_s);
-    master->send("KICK #Harbor ida :you, too");
-    QTRY_VERIFY(client->reads(u"You were kicked from #Harbor by harbormaster [ you, too ]"_s));
-    QTRY_COMPARE(client->state(), u"&Connect on off"_s);
-    QVERIFY(client->looksSignedOut());
-    QCOMPARE(client->chatters(), QStringList());
-    master->forget();
-    const auto isGone = [&] { // from the server, not only from the room
-        master->send("WHOIS ida");
-        return master->has(" 401 ");
-    };
-    QTRY_VERIFY(isGone());
-
-    // Signed in again, she is let in: the server's greeting shows her the way.
-    client->field("Text1")->setReadOnly(false);
-    client->signIn(u"ida"_s);
-    QVERIFY(master->hears("JOIN :#Harbor"));
-    QVERIFY(isThere(*client, u"ida"_s));
-}
-
-void NetworkTest::refusedRooms_data()
-{
-    QTest::addColumn<QByteArray>("room");
-    QTest::addColumn<QString>("reason");
-
-    QTest::newRow("by invitation") << QByteArray("#closed") << u"invite only"_s;
-    QTest::newRow("with a key") << QByteArray("#keyed") << u"incorrect channel key"_s;
-}
-
-void NetworkTest::refusedRooms()
-{
-    QFETCH(QByteArray, room);
-    QFETCH(QString, reason);
-    const auto client = newClient();
-    QVERIFY(client->around.writeSettings("[connect]\nautojoin=" + room + '\n'));
-    client->signIn(u"jo"_s);
-    QTRY_COMPARE_WITH_TIMEOUT(client->around.dialogs.shown.size(), 1, patience);
-    const QString box = client->around.dialogs.shown.first();
-    QVERIFY2(box.startsWith(QString("Error|You cannot join "_L1 + QString::fromLatin1(room))),
-             qPrintable(box));
-    QVERIFY2(box.contains(reason), qPrintable(box));
-    QTRY_VERIFY(client->looksSignedOut());
-}
-
-void NetworkTest::refusedNicks()
-{
-    const QString title = u"NickName Already In Use Or Invalid"_s;
-    const auto dora = peerInRoom("dora");
-    const auto client = newClient();
-    client->signIn(u"dora"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(formTitled(title), patience);
-    answer(title, u"dorothy"_s);
-    QVERIFY(isThere(*client, u"dorothy"_s));
-
-    client->say(u"IRC NICK 9lives"_s);
-    QTRY_COMPARE(client->around.dialogs.shown,
-                 QStringList{u"Invalid Name Or Nick Already In Use|Choose Another Nick"_s});
-    QTRY_VERIFY(formTitled(title));
-    answer(title, u"dot"_s);
-    QVERIFY(dora->hears("NICK :dot"));
-    QVERIFY(isThere(*client, u"dot"_s));
-}
-
 void NetworkTest::pingBehindABox()
 {
     const auto client = clientInRoom(u"kay"_s);
@@ -418,27 +347,6 @@ void NetworkTest::registration()
     client->signIn(u"newt"_s, u"salamander"_s);
     QTRY_VERIFY_WITH_TIMEOUT(client->reads(u"Password accepted - you are now recognized."_s),
                              patience);
-}
-
-void NetworkTest::buddies()
-{
-    const auto client = clientInRoom(u"ben"_s);
-    client->click("mnu_View_Buddylist");
-    QWidget* list = formTitled(u"View Whois Online"_s);
-    QVERIFY(list);
-    auto* rows = list->findChild<ListBoxWidget*>(u"lstNicks"_s);
-    const auto online = [&] { // asked until it is answered as expected
-        press(list, u"cmdRefresh"_s);
-        const bool one = QTest::qWaitFor([&] { return rows->ListCount() == 1; }, 50);
-        return one ? rows->List(0) : QString();
-    };
-    client->around.dialogs.answerText = u"carl"_s;
-    press(list, u"cmdAdd"_s);
-    {
-        const auto carl = peerInRoom("carl");
-        QTRY_COMPARE(online(), u"carl"_s);
-    }
-    QTRY_COMPARE(online(), QString());
 }
 
 QTEST_MAIN(NetworkTest)
