@@ -50,6 +50,7 @@ public:
     void beginEdit() override {}
     void endEdit() override {}
 
+    const Style& styleAt(qsizetype offset) const { return m_styles[offset]; }
     // The pictures from the start of the text on, by their codes.
     QStringList pictures() const { return m_pictures.values(); }
     int changes() const { return m_changes; }
