@@ -39,10 +39,10 @@ struct Pair
         return done;
     }
 
-    ScriptedServer server;
-    TcpWinsock sock;
     QStringList events;
     QByteArray heard; // what is longer than a word
+    ScriptedServer server;
+    TcpWinsock sock;
 };
 
 // A socket that waits for peers.
