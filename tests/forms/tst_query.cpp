@@ -166,6 +166,28 @@ class tst_query : public QObject
 private Q_SLOTS:
     void initTestCase() { loadResources(); }
 
+    // A star stands for a picture.
+    void words()
+    {
+        Desk desk;
+        QueryForm& form = *desk.open(u"Ann"_s).window();
+        form.setConnected(false);
+        QStringList words;
+        for (const auto link :
+             {QueryForm::cmdOptions, QueryForm::Label6, QueryForm::Label5, QueryForm::Label4,
+              QueryForm::LabelAction, QueryForm::Label7, QueryForm::Label8}) {
+            const bool drawn = !form.link(link).icon().pixmap(16).isNull();
+            words += form.link(link).text() + (drawn ? u"*"_s : QString());
+        }
+        for (const QString& name : {u"DataIn"_s, u"DataOut"_s, u"Image2"_s})
+            words += form.findChild<QWidget*>(name)->accessibleName();
+        words += form.findChild<QWidget*>(u"Image2"_s)->toolTip();
+        words += form.findChild<QLineEdit*>(u"DataOut"_s)->placeholderText();
+        QCOMPARE(words.join(u'|'),
+                 u"BuddyList*|IgnoreList*|Author|Close|Own Action*|Font Settings*|Colour Settings*|"
+                 "Conversation|Message|Send|Send|Not connected: nobody hears what you type here"_s);
+    }
+
     void aPlaceOutlivesItsWindow()
     {
         Desk desk;

@@ -391,10 +391,10 @@ private Q_SLOTS:
                                             {u"/a\\b"_s, "/a\\\\\\\\b"_ba},
                                             {u"/a\nb"_s, "/a\\nb"_ba}}) {
             key.SetValue(u"QuillHarborMessenger"_s, program);
-            const QByteArray content = contentOf(entry);
-            QVERIFY(content.startsWith("[Desktop Entry]\n"));
-            QVERIFY(content.contains("\nType=Application\n"));
-            QCOMPARE(content.mid(content.indexOf("\nExec=") + 6), '"' + exec + "\"\n");
+            QCOMPARE(contentOf(entry), "[Desktop Entry]\nType=Application\n"
+                                       "Name=Quill Harbor Messenger\nIcon=quillharbor\n"
+                                       "Terminal=false\nExec=\"" +
+                                           exec + "\"\n");
         }
         RunKey(path(u"autostart"_s)).DeleteValue(u"QuillHarborMessenger"_s); // not an open one
         key.DeleteValue(u"Another"_s);
