@@ -293,6 +293,24 @@ private Q_SLOTS:
             QVERIFY(line.startsWith("PRIVMSG #room :\001ACTION "_L1) && line.endsWith(u'\001'));
     }
 
+    // With the name before it under which others see the line, it is as long as a line may be.
+    void linesAreFull()
+    {
+        for (const auto& [line, name] :
+             {std::pair("s 001 you :Welcome to it you!i@h", u"you!i@h"_s),
+              {"s 396 me hidden.example :is your host", u"me!ident@hidden.example"_s},
+              {"s 396 me other@hidden :is your host", u"me!other@hidden"_s},
+              {"me!ident@host NICK :longername", u"longername!ident@host"_s},
+              {"ME!i@elsewhere JOIN :#other", u"me!i@elsewhere"_s}}) {
+            Edge edge;
+            edge.enter();
+            edge.hear(u':' + QLatin1StringView(line));
+            edge.lines.send(u"PART #room :see "_s + QString(600, u'x'));
+            const QString relayed = u':' + name + u' ' + edge.take().join(u'|');
+            QCOMPARE(relayed.size(), 510);
+        }
+    }
+
     void pace()
     {
         Edge edge;
