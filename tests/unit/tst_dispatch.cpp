@@ -210,8 +210,10 @@ private Q_SLOTS:
         scene("nick of somebody in the room: the window follows",
               inRoom +
                   u"~! open bob\n< :BOB!u@h NICK :rob\nQuery2.Caption=rob\nQuery2.lblNick=rob\n"
-                  "DataIn| {C}03{B}BOB{B} is now known as {B}rob\n? rows=@me rob"_s);
-        row("nick of somebody elsewhere", ":pal!u@h NICK :chum", "");
+                  "DataIn| {C}03{B}BOB{B} is now known as {B}rob\n? rows=@me rob\n"
+                  "~< :rob!u@h PRIVMSG me :x\n? windows=2"_s);
+        row("nick of somebody elsewhere", ":pal!u@h NICK :chum",
+            "~< :pal!u@h PRIVMSG me :x\n? windows=1");
         row("own nick in another case is somebody else", ":ME!u@h NICK :my",
             "DataIn| {C}03{B}ME{B} is now known as {B}my\n? nick=me");
         // A server may change a nick before it welcomes.
