@@ -8,6 +8,7 @@
 #include "room/Room.h"
 #include "settings/UserStore.h"
 #include "support/RecordingPorts.h"
+#include "support/Script.h"
 #include "support/StandIns.h"
 #include "talk/QueryTable.h"
 
@@ -19,24 +20,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QStringList rowsOf(const ListBox& list)
+QString rowsOf(const ListBox& list)
 {
     QStringList rows;
     for (int row = 0; row < list.ListCount(); ++row)
         rows += list.List(row);
-    return rows;
-}
-
-void click(QWidget& form, const QString& name)
-{
-    QTest::mouseClick(form.findChild<xpButton*>(name), Qt::LeftButton);
-}
-
-void doubleClick(ListBoxWidget& list, int row)
-{
-    const QPoint place = list.visualItemRect(list.item(row)).center();
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
-    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
+    return rows.join(u',');
 }
 
 struct Desk
@@ -70,6 +59,7 @@ struct Desk
 
 } // namespace
 
+// The buddy list and the ignore list.
 class tst_contacts : public QObject
 {
     Q_OBJECT
@@ -100,116 +90,156 @@ private Q_SLOTS:
                  u"First choose a chatter in the room's list. Then Add asks for the name."_s);
     }
 
-    void watchedNamesSurviveOnlyAnUnload()
+    void uses_data()
     {
-        Desk desk;
-        {
-            const auto form = desk.buddyList();
-            auto* setup = form->findChild<ListBoxWidget*>(u"lstSetup"_s);
-            QCOMPARE(rowsOf(*setup), QStringList{QString()}); // the row of the first use
-            QCOMPARE(desk.server.sent, QStringList());
-            for (const QString& nick : {u"Ann"_s, u"Bob"_s})
-                setup->AddItem(nick);
-            form->Form_Unload();
-            setup->AddItem(u"Late"_s);
-        }
-        const auto form = desk.buddyList();
-        auto* setup = form->findChild<ListBoxWidget*>(u"lstSetup"_s);
-        QCOMPARE(rowsOf(*setup), QStringList({QString(), u"Ann"_s, u"Bob"_s}));
-        setup->Clear();
-        form->Form_Unload();
-        QCOMPARE(rowsOf(*desk.buddyList()->findChild<ListBoxWidget*>(u"lstSetup"_s)),
-                 QStringList());
-        QCOMPARE(desk.store.GetSetting(u"ListSetup"_s, u"Sect"_s, u"boty12"_s), u"Bob"_s);
-    }
-
-    void adding_data()
-    {
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<int>("state");
-        QTest::addColumn<bool>("adds");
-        QTest::addColumn<bool>("asks"); // the server, at once
-
-        const int connected = Winsock::Connected;
-        QTest::newRow("new") << u"Bob"_s << connected << true << true;
-        QTest::newRow("blanks go") << u" B ob "_s << connected << true << true;
-        QTest::newRow("connecting") << u"Bob"_s << int(Winsock::Connecting) << true << true;
-        QTest::newRow("not connected") << u"Bob"_s << int(Winsock::Closed) << true << false;
-        QTest::newRow("other case") << u"aNN"_s << connected << false << false;
-        QTest::newRow("only blanks") << u"  "_s << connected << false << false;
-    }
-    void adding()
-    {
-        QFETCH(QString, answer);
-        QFETCH(int, state);
-        QFETCH(bool, adds);
-        QFETCH(bool, asks);
-        Desk desk;
-        const auto form = desk.buddyList();
-        form->show();
-        auto* setup = form->findChild<ListBoxWidget*>(u"lstSetup"_s);
-        setup->Clear();
-        setup->AddItem(u"Ann"_s);
-        desk.server.state = state;
-        desk.boxes.answerText = answer;
-        click(*form, u"Command2"_s);
-        click(*form, u"cmdAdd"_s);
-        QCOMPARE(desk.boxes.shown, QStringList{u"Whois Online|Enter a nickname to add"_s});
-        QCOMPARE(rowsOf(*setup).join(u' '), adds ? u"Ann Bob"_s : u"Ann"_s);
-        QCOMPARE(desk.server.sent.join(u'|'), asks ? u"ISON Ann Bob "_s : QString());
-    }
-
-    void everySecondTickPolls()
-    {
-        Desk desk;
-        ListBoxWidget setup(ListBoxWidget::Order::AsAdded);
-        const WatchedNames names({setup, desk.boxes, desk.store});
-        BuddyPolling polling(names, desk.server);
-        for (int tick = 0; tick < 4; ++tick)
-            polling.tmrRefresh_Timer();
-        QCOMPARE(desk.server.sent, QStringList()); // an empty list asks nothing
-        setup.AddItem({});
-        setup.AddItem(u"Ann"_s);
-        for (int tick = 0; tick < 5; ++tick)
-            polling.tmrRefresh_Timer();
-        QCOMPARE(desk.server.sent, QStringList({u"ISON  Ann "_s, u"ISON  Ann "_s}));
-
-        const auto form = desk.buddyList();
-        auto* timer = form->findChild<QTimer*>(u"tmrRefresh"_s);
-        QVERIFY(timer->isActive());
-        QCOMPARE(timer->interval(), 60000);
-    }
-
-    void oneListLiesOverTheOther()
-    {
-        Desk desk;
-        const auto form = desk.buddyList();
-        form->show();
-        const auto shown = [&form] {
-            QStringList names{form->findChild<QLabel*>(u"lblWhich"_s)->text()};
-            for (const QString& name : {u"lstNicks"_s, u"lstSetup"_s, u"cmdAdd"_s, u"cmdRem"_s}) {
-                if (form->findChild<QWidget*>(name)->isVisible())
-                    names += name;
-            }
-            return names;
+        QTest::addColumn<QString>("script");
+        const auto row = [](const char* name, const QString& script) {
+            QTest::newRow(name) << script;
         };
-        const QStringList online{u"Online"_s, u"lstNicks"_s};
-        QCOMPARE(shown(), online);
-        click(*form, u"Command2"_s);
-        QCOMPARE(shown(), QStringList({u"Setup"_s, u"lstSetup"_s, u"cmdAdd"_s, u"cmdRem"_s}));
 
-        auto* setup = form->findChild<ListBoxWidget*>(u"lstSetup"_s);
-        setup->AddItem(u"Ann"_s);
-        click(*form, u"cmdRem"_s); // no row is selected
-        QCOMPARE(setup->ListCount(), 2);
-        setup->setListIndex(0);
-        click(*form, u"cmdRem"_s);
-        QCOMPARE(rowsOf(*setup), QStringList{u"Ann"_s});
+        row("watched names survive only an unload",
+            u"?watched |?sent |watch Ann|watch Bob|keep|watch Late|again|?watched ,Ann,Bob|"
+            "press cmdClear|keep|again|?watched |?kept Bob"_s);
+        const QString asked = u"|?boxes Whois Online: Enter a nickname to add"_s;
+        const QString ann = u"press cmdClear|watch Ann|press Command2|answer "_s;
+        row("added", ann + "Bob|press cmdAdd|?watched Ann,Bob|?sent ISON Ann Bob "_L1 + asked);
+        row("blanks go", ann + " B ob |press cmdAdd|?watched Ann,Bob|?sent ISON Ann Bob "_L1);
+        row("connecting", ann + "Bob|state 6|press cmdAdd|?watched Ann,Bob|?sent ISON Ann Bob "_L1);
+        row("not connected", ann + "Bob|state 0|press cmdAdd|?watched Ann,Bob|?sent "_L1);
+        row("known in other case", ann + "aNN|press cmdAdd|?watched Ann|?sent "_L1 + asked);
+        row("only blanks", ann + "  |press cmdAdd|?watched Ann|?sent "_L1);
+        row("every second tick asks", u"press cmdClear|tick 4|?sent |watch |watch Ann|tick 5|"
+                                      "?sent ISON  Ann \nISON  Ann |?polls 60000"_s);
+        row("one list lies over the other",
+            u"?lies Online lstNicks|press Command2|?lies Setup lstSetup cmdAdd cmdRem|watch Ann|"
+            "press cmdRem|?watched ,Ann|select 0|press cmdRem|?watched Ann|press Command1|"
+            "?lies Online lstNicks|press cmdClear|?watched "_s);
+        row("a double click talks", u"online Ann Bob|use 0|?talks Ann|?fatal "_s);
+        row("a double click on one who is blocked ends the program",
+            u"blocked BOB|online Ann Bob|use 1|?talks |?fatal Run-time error '13':\n\nType mismatch"_s);
 
-        click(*form, u"Command1"_s);
-        QCOMPARE(shown(), online);
-        click(*form, u"cmdClear"_s); // clears the watched names, whichever list is on view
-        QCOMPARE(setup->ListCount(), 0);
+        // The ignore list; one has to select somebody in the room first.
+        const QString question = u"?boxes IgnoreList: Add a nickname to IgnoreList"_s;
+        const QString stays = u"|?rows old - Blocked|?sent |?hint no"_s;
+        const auto block = [&](const char* name, int roomRow, const char* nick,
+                               const QString& outcome) {
+            row(name, "room "_L1 + QString::number(roomRow) + "|blocked old|answer "_L1 +
+                          QLatin1StringView(nick) + "|block cmdAdd|"_L1 + outcome);
+        };
+        const auto done = [&](const QString& nick) -> QString {
+            return question + "|?rows old - Blocked,"_L1 + nick + " - Blocked|?sent PRIVMSG "_L1 +
+                   nick + u" \3" + u"4\2You've been ignored by Me[Tarnwyk Messenger Zephyr]"_s;
+        };
+        block("nobody selected in the room", -1, "Eve",
+              u"?boxes |?rows old - Blocked|?sent |?hint yes"_s);
+        block("blocked", 0, "Eve", done(u"Eve"_s));
+        block("twice", 0, "old", done(u"old"_s));
+        block("oneself in other case", 1, "mE", done(u"mE"_s));
+        block("oneself", 1, "Me", question + " Block: You can't block yourself?"_L1 + stays);
+        block("operator", 0, "oPer", question + " Block: You can't block a Operator"_L1 + stays);
+        block("half-operator", 0, "Half",
+              question + " Block: You can't block a Operator"_L1 + stays);
+        row("a row is selected", "room 0|blocked old|mark 0|answer Eve|block cmdAdd|"_L1 +
+                                     question + " Block: Are you trying to add same nick?"_L1 +
+                                     stays);
+        row("closing keeps the rows",
+            u"blocked a|blocked b|close|?hint no|block cmdRemove|?rows a - Blocked,b - Blocked|"
+            "mark 0|block cmdRemove|?rows b - Blocked|open a|?talks a|block cmdClear|?rows |?sent "_s);
+    }
+    void uses()
+    {
+        QFETCH(QString, script);
+        Desk desk;
+        desk.variables.MyNick = u"Me"_s;
+        for (const QString& nick : {u"@Oper"_s, u"%Half"_s, u"Me"_s})
+            desk.room.nicks.AddNick(nick);
+        auto form = desk.buddyList();
+        form->show();
+        ListBox& rows = desk.ignored.List1();
+        const auto list = [&](const char* name) -> ListBoxWidget& {
+            return *form->findChild<ListBoxWidget*>(QLatin1StringView(name));
+        };
+        const auto press = [](QWidget& of, const QString& name) {
+            QTest::mouseClick(of.findChild<xpButton*>(name), Qt::LeftButton);
+        };
+        const Script player(
+            {
+                {u"watch"_s, [&](const QString& nick) { list("lstSetup").AddItem(nick); }},
+                {u"keep"_s, [&](auto) { form->Form_Unload(); }},
+                {u"again"_s, [&](auto) { form = desk.buddyList(); }},
+                {u"answer"_s, [&](const QString& text) { desk.boxes.answerText = text; }},
+                {u"state"_s, [&](const QString& state) { desk.server.state = state.toInt(); }},
+                {u"press"_s, [&](const QString& name) { press(*form, name); }},
+                {u"tick"_s,
+                 [&](const QString& times) {
+                     desk.server.sent.clear();
+                     for (int tick = 0; tick < times.toInt(); ++tick)
+                         QMetaObject::invokeMethod(form->findChild<QTimer*>(u"tmrRefresh"_s),
+                                                   "timeout");
+                 }},
+                {u"select"_s,
+                 [&](const QString& row) { list("lstSetup").setListIndex(row.toInt()); }},
+                {u"online"_s, [&](const QString& nicks) { form->AddUsers(nicks); }},
+                {u"use"_s,
+                 [&](const QString& row) {
+                     ListBoxWidget& online = list("lstNicks");
+                     const QPoint place = online.visualItemRect(online.item(row.toInt())).center();
+                     QTest::mouseClick(online.viewport(), Qt::LeftButton, {}, place);
+                     QTest::mouseDClick(online.viewport(), Qt::LeftButton, {}, place);
+                 }},
+                {u"room"_s,
+                 [&](const QString& row) { desk.window.nicks.setListIndex(row.toInt()); }},
+                {u"blocked"_s, [&](const QString& nick) { rows.AddItem(nick + " - Blocked"_L1); }},
+                {u"mark"_s, [&](const QString& row) { rows.setListIndex(row.toInt()); }},
+                {u"block"_s,
+                 [&](const QString& name) {
+                     desk.ignored.Show();
+                     press(desk.ignored, name);
+                 }},
+                {u"close"_s,
+                 [&](auto) {
+                     desk.ignored.Show();
+                     desk.ignored.close();
+                     QVERIFY(!desk.ignored.isVisible());
+                 }},
+                {u"open"_s, [&](const QString& nick) { desk.queries.OpenQuery(nick, {}); }},
+            },
+            {
+                {u"watched"_s, [&] { return rowsOf(list("lstSetup")); }},
+                {u"rows"_s, [&] { return rowsOf(rows); }},
+                {u"kept"_s,
+                 [&] { return desk.store.GetSetting(u"ListSetup"_s, u"Sect"_s, u"boty12"_s); }},
+                {u"sent"_s, [&] { return desk.server.sent.join(u'\n'); }},
+                {u"boxes"_s, [&] { return desk.boxes.shown.join(u' ').replace(u'|', ": "_L1); }},
+                {u"fatal"_s, [&] { return desk.fatal.join(u' '); }},
+                {u"polls"_s,
+                 [&] {
+                     const auto* timer = form->findChild<QTimer*>(u"tmrRefresh"_s);
+                     return timer->isActive() ? QString::number(timer->interval()) : QString();
+                 }},
+                {u"hint"_s,
+                 [&] {
+                     const auto* hint = desk.ignored.findChild<QLabel*>(u"whatToDo"_s);
+                     return hint->isVisible() ? u"yes"_s : u"no"_s;
+                 }},
+                {u"talks"_s,
+                 [&] {
+                     QStringList nicks;
+                     for (const auto& window : desk.windows.windows)
+                         nicks += window->QueryNick;
+                     return nicks.join(u' ');
+                 }},
+                {u"lies"_s,
+                 [&] {
+                     QString names = form->findChild<QLabel*>(u"lblWhich"_s)->text();
+                     for (const char* name : {"lstNicks", "lstSetup", "cmdAdd", "cmdRem"}) {
+                         if (form->findChild<QWidget*>(QLatin1StringView(name))->isVisible())
+                             names += u' ' + QLatin1StringView(name);
+                     }
+                     return names;
+                 }},
+            });
+        player.play(script);
     }
 
     void answersReplaceTheListWhole()
@@ -217,119 +247,24 @@ private Q_SLOTS:
         Desk desk;
         Buddies buddies({desk.handlers, desk.server, desk.boxes, desk.store, desk.queries});
         const auto names = [] {
-            QStringList rows;
+            QString rows;
             for (const QWidget* widget : QApplication::topLevelWidgets()) {
                 if (qobject_cast<const BuddyList*>(widget))
                     rows = rowsOf(*widget->findChild<ListBoxWidget*>(u"lstNicks"_s));
             }
-            return rows.join(u' ');
+            return rows;
         };
         buddies.clearOnline(); // of a list that nobody has asked for yet
         QVERIFY(desk.folder.isValid() && names().isEmpty());
         buddies.AddUsers(u"Ann  Bob "_s);
         QVERIFY(!buddies.Visible());
-        QCOMPARE(names(), u"Ann Bob"_s);
+        QCOMPARE(names(), u"Ann,Bob"_s);
         buddies.AddUsers(u"Cy"_s);
         QCOMPARE(names(), u"Cy"_s);
         buddies.clearOnline();
         QCOMPARE(names(), QString());
         buddies.Unload();
         QCOMPARE(desk.store.GetSetting(u"Listsetup"_s, u"Sect"_s, u"boty1"_s), u"1"_s);
-    }
-
-    void aDoubleClickTalksOrEndsTheProgram()
-    {
-        Desk desk;
-        const auto form = desk.buddyList();
-        form->show();
-        form->AddUsers(u"Ann Bob"_s);
-        desk.ignored.List1().AddItem(u"BOB - Blocked"_s);
-        auto& online = *form->findChild<ListBoxWidget*>(u"lstNicks"_s);
-        doubleClick(online, 0);
-        QCOMPARE(desk.queries.FindQuery(u"Ann"_s), 1);
-        QCOMPARE(desk.fatal, QStringList());
-        doubleClick(online, 1);
-        QCOMPARE(desk.fatal, QStringList{u"Run-time error '13':\n\nType mismatch"_s});
-        QCOMPARE(desk.queries.FindQuery(u"Bob"_s), -1);
-    }
-
-    void blocking_data()
-    {
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<int>("roomRow");
-        QTest::addColumn<int>("ignoreRow");
-        QTest::addColumn<QString>("refusal"); // "-": it does not even ask
-
-        const QString asked;
-        QTest::newRow("nobody selected in the room") << u"Eve"_s << -1 << -1 << u"-"_s;
-        QTest::newRow("fine") << u"Eve"_s << 0 << -1 << asked;
-        QTest::newRow("twice") << u"old"_s << 0 << -1 << asked;
-        QTest::newRow("a row is selected")
-            << u"Eve"_s << 0 << 0 << u"Block|Are you trying to add same nick?"_s;
-        QTest::newRow("oneself") << u"Me"_s << 1 << -1 << u"Block|You can't block yourself?"_s;
-        QTest::newRow("oneself in other case") << u"mE"_s << 1 << -1 << asked;
-        QTest::newRow("operator") << u"oPer"_s << 0 << -1 << u"Block|You can't block a Operator"_s;
-        QTest::newRow("half-operator")
-            << u"Half"_s << 0 << -1 << u"Block|You can't block a Operator"_s;
-    }
-    void blocking()
-    {
-        QFETCH(QString, answer);
-        QFETCH(int, roomRow);
-        QFETCH(int, ignoreRow);
-        QFETCH(QString, refusal);
-        Desk desk;
-        desk.variables.MyNick = u"Me"_s;
-        for (const QString& nick : {u"@Oper"_s, u"%Half"_s, u"Me"_s})
-            desk.room.nicks.AddNick(nick);
-        desk.window.nicks.setListIndex(roomRow);
-        ListBox& rows = desk.ignored.List1();
-        rows.AddItem(u"old - Blocked"_s);
-        rows.setListIndex(ignoreRow);
-        desk.boxes.answerText = answer;
-        desk.ignored.show();
-        click(desk.ignored, u"cmdAdd"_s);
-
-        QStringList shown{u"IgnoreList|Add a nickname to IgnoreList"_s};
-        if (refusal == u"-"_s)
-            shown.clear();
-        else if (!refusal.isEmpty())
-            shown += refusal;
-        QCOMPARE(desk.boxes.shown, shown);
-        // Where there is no question, it says what has to be done first.
-        QCOMPARE(desk.ignored.findChild<QLabel*>(u"whatToDo"_s)->isVisible(), refusal == u"-"_s);
-        if (refusal.isEmpty()) {
-            QCOMPARE(rowsOf(rows), QStringList({u"old - Blocked"_s, answer + u" - Blocked"_s}));
-            QCOMPARE(desk.server.sent,
-                     QStringList{u"PRIVMSG "_s + answer +
-                                 u" \3"
-                                 u"4\2You've been ignored by Me[Tarnwyk Messenger Zephyr]"_s});
-        } else {
-            QCOMPARE(rowsOf(rows), QStringList{u"old - Blocked"_s});
-            QCOMPARE(desk.server.sent, QStringList());
-        }
-    }
-
-    void closingKeepsTheRows()
-    {
-        Desk desk;
-        IgnoreList& form = desk.ignored;
-        for (const QString& row : {u"a - Blocked"_s, u"b - Blocked"_s})
-            form.List1().AddItem(row);
-        form.Show();
-        form.close();
-        QVERIFY(!form.isVisible());
-        QCOMPARE(form.List1().ListCount(), 2);
-        form.Show();
-        click(form, u"cmdRemove"_s); // no row is selected
-        QCOMPARE(form.List1().ListCount(), 2);
-        form.List1().setListIndex(0);
-        click(form, u"cmdRemove"_s);
-        QCOMPARE(rowsOf(form.List1()), QStringList{u"b - Blocked"_s});
-        QCOMPARE(desk.queries.OpenQuery(u"a"_s, {}), 1); // talks again at once
-        click(form, u"cmdClear"_s);
-        QCOMPARE(form.List1().ListCount(), 0);
-        QCOMPARE(desk.server.sent, QStringList());
     }
 };
 
