@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -11,6 +12,7 @@ namespace {
 constexpr qreal cornerRadius = 5;
 constexpr int ringWidth = 2;
 constexpr int margin = 3; // between the ring and the content
+constexpr int aroundPalette = 12;
 
 } // namespace
 
@@ -40,6 +42,20 @@ void PaletteItem::paintEvent(QPaintEvent*)
         painter.drawRoundedRect(ring, cornerRadius, cornerRadius);
     }
     paintContent(painter, rect().adjusted(margin, margin, -margin, -margin));
+}
+
+void setUpPalette(QWidget& window, const QString& name, const QString& title,
+                  std::initializer_list<QWidget*> rows)
+{
+    window.setObjectName(name);
+    window.setWindowTitle(title);
+    window.setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    auto* layout = new QVBoxLayout(&window);
+    layout->setContentsMargins(aroundPalette, aroundPalette, aroundPalette, aroundPalette);
+    layout->setSpacing(aroundPalette);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    for (QWidget* row : rows)
+        layout->addWidget(row);
 }
 
 PaletteGrid::PaletteGrid(int columns, QWidget* parent)

@@ -3,6 +3,8 @@
 #include <QAbstractButton>
 #include <QList>
 
+#include <initializer_list>
+
 // One thing to pick in a palette. It never takes the focus by a click.
 class PaletteItem : public QAbstractButton
 {
@@ -19,6 +21,11 @@ protected:
 private:
     QSize m_size;
 };
+
+// What palettes are alike in: a window of tools with its rows below each other, always as large as
+// they need.
+void setUpPalette(QWidget& window, const QString& name, const QString& title,
+                  std::initializer_list<QWidget*> rows);
 
 // Things to pick in rows. Tab enters and leaves it, the arrow keys move inside, Space and Enter
 // pick.

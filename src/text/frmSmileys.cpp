@@ -1,5 +1,6 @@
 #include "text/frmSmileys.h"
 
+#include "controls/FormControls.h"
 #include "controls/SvgPicture.h"
 #include "platform/Handlers.h"
 #include "platform/PlainText.h"
@@ -7,9 +8,7 @@
 #include "text/SmileyTable.h"
 
 #include <QApplication>
-#include <QLabel>
 #include <QPainter>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -48,10 +47,6 @@ private:
 frmSmileys::frmSmileys(const Handlers& handlers, QWidget* parent)
     : Form(parent)
 {
-    setObjectName(u"frmSmileys"_s);
-    setWindowTitle(u"Smileys"_s);
-    setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-
     auto* grid = new PaletteGrid(columns);
     for (const Smiley& smiley : smileys::table) {
         auto* item = new SmileyItem(smiley);
@@ -65,18 +60,12 @@ frmSmileys::frmSmileys(const Handlers& handlers, QWidget* parent)
     extra->setAccessibleName(u"smiley "_s + smileys::extra.name);
     grid->addOther(extra);
 
-    auto* hint =
-        plainLabel(u"Click on the smiley or type the code into the long box at the bottom "
-                   "of the main window (Drag Your Mouse to the smileys to see the code)"_s);
-    hint->setObjectName(u"Label5"_s);
+    auto* hint = makeLabel(u"Label5"_s,
+                           u"Click on the smiley or type the code into the long box at the bottom "
+                           "of the main window (Drag Your Mouse to the smileys to see the code)"_s);
     hint->setWordWrap(true);
 
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(14, 14, 14, 14);
-    layout->setSpacing(12);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
-    layout->addWidget(grid);
-    layout->addWidget(hint);
+    setUpPalette(*this, u"frmSmileys"_s, u"Smileys"_s, {grid, hint});
 }
 
 void frmSmileys::changeEvent(QEvent* event)

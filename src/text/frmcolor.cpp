@@ -8,7 +8,6 @@
 #include <QColor>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -57,10 +56,6 @@ private:
 frmcolor::frmcolor(const Handlers& handlers, QWidget* parent)
     : Form(parent)
 {
-    setObjectName(u"frmcolor"_s);
-    setWindowTitle(u"Select Color"_s);
-    setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-
     auto* grid = new PaletteGrid(columns);
     for (const InputColor& color : inputColors()) {
         auto* item = new ColorItem(color);
@@ -68,10 +63,7 @@ frmcolor::frmcolor(const Handlers& handlers, QWidget* parent)
         handlers.connect(item, &QAbstractButton::clicked, this,
                          [this, &color] { Q_EMIT picked(color.code); });
     }
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(12, 12, 12, 12);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
-    layout->addWidget(grid);
+    setUpPalette(*this, u"frmcolor"_s, u"Select Color"_s, {grid});
 }
 
 void frmcolor::keyPressEvent(QKeyEvent* event)
