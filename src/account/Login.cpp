@@ -5,6 +5,7 @@
 #include "account/SessionWords.h"
 #include "common/Conversions.h"
 #include "controls/ActionEntry.h"
+#include "controls/FormControls.h"
 #include "controls/Named.h"
 #include "controls/OneLineField.h"
 #include "controls/SvgPicture.h"
@@ -129,7 +130,7 @@ void Login::buildMenus()
 void Login::buildControls()
 {
     const auto label = [this](const QString& name, const QString& text) {
-        return named(plainLabel(text, this), name);
+        return makeLabel(name, text, this);
     };
     const auto box = [this](const QString& name, const QString& text) {
         return named(new QCheckBox(text, this), name);

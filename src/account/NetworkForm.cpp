@@ -54,7 +54,7 @@ QString faultOfRoom(const QString& room)
 
 QLabel* makeNote(const QString& name)
 {
-    QLabel* note = makeLabel(name, {});
+    QLabel* note = makeLabel(name);
     note->setWordWrap(true);
     note->setFixedWidth(fieldWidth);
     note->setProperty("quiet", true);
@@ -86,12 +86,8 @@ NetworkForm::NetworkForm(const Parts& parts)
 
 void NetworkForm::buildFields()
 {
-    cmbServer = new QComboBox;
-    cmbServer->setObjectName(u"cmbServer"_s);
-    cmbServer->setEditable(true);
-    cmbServer->setInsertPolicy(QComboBox::NoInsert);
+    cmbServer = makeCombo(u"cmbServer"_s, u"Server"_s);
     cmbServer->setFixedWidth(fieldWidth);
-    cmbServer->setAccessibleName(u"Server"_s);
     keepToOneLine(cmbServer->lineEdit());
     lblServer = makeNote(u"lblServer"_s);
     lblServer->setAlignment(Qt::AlignTop);

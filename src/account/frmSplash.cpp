@@ -1,9 +1,8 @@
 #include "account/frmSplash.h"
 
+#include "controls/FormControls.h"
 #include "controls/SvgPicture.h"
-#include "platform/PlainText.h"
 
-#include <QLabel>
 #include <QPainter>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -52,8 +51,7 @@ frmSplash::frmSplash()
     layout->setContentsMargins(24, 28, formSize.width() - textWidth, 60);
     layout->setSpacing(4);
     for (const Line& line : lines) {
-        auto* label = plainLabel(line.text, this);
-        label->setObjectName(line.name);
+        QLabel* label = makeLabel(line.name, line.text, this);
         label->setWordWrap(true);
         QFont font = label->font();
         font.setPointSizeF(font.pointSizeF() * line.scale);

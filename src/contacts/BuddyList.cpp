@@ -4,7 +4,6 @@
 #include "controls/ListBoxWidget.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
-#include "platform/PlainText.h"
 #include "talk/QueryTable.h"
 
 #include <QHBoxLayout>
@@ -15,9 +14,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int margin = 12;
-constexpr int spacing = 8;
 constexpr int refreshMilliseconds = 60000;
+constexpr double headingScale = 1.3; // of ordinary text
 constexpr QSize firstSize{400, 360};
 
 ListBoxWidget* newList(const QString& name, const QString& accessibleName, QWidget* parent)
@@ -31,7 +29,7 @@ ListBoxWidget* newList(const QString& name, const QString& accessibleName, QWidg
 } // namespace
 
 BuddyList::BuddyList(const Desk& desk)
-    : lblWhich(plainLabel({}, this))
+    : lblWhich(makeHeading(makeLabel(u"lblWhich"_s, {}, this), headingScale))
     , lstNicks(newList(u"lstNicks"_s, u"Online"_s, this))
     , lstSetup(newList(u"lstSetup"_s, u"Setup"_s, this))
     , Command1(makeButton(u"Command1"_s, u"View"_s, this))
@@ -44,7 +42,6 @@ BuddyList::BuddyList(const Desk& desk)
     , m_polling(m_names, desk.server)
 {
     setWindowTitle(u"View Whois Online"_s);
-    lblWhich->setObjectName(u"lblWhich"_s);
     tmrRefresh.setObjectName(u"tmrRefresh"_s);
     tmrRefresh.setParent(this);
     tmrRefresh.setInterval(refreshMilliseconds);
@@ -81,19 +78,14 @@ void BuddyList::connectControls(const Desk& desk)
 
 void BuddyList::arrange()
 {
-    QFont heading = lblWhich->font();
-    heading.setPointSizeF(heading.pointSizeF() * 1.3);
-    heading.setBold(true);
-    lblWhich->setFont(heading);
-
     auto* top = new QHBoxLayout;
-    top->setSpacing(spacing);
+    top->setSpacing(formSpacing);
     top->addWidget(lblWhich, 1);
     top->addWidget(Command1);
     top->addWidget(Command2);
 
     auto* bottom = new QHBoxLayout;
-    bottom->setSpacing(spacing);
+    bottom->setSpacing(formSpacing);
     bottom->addWidget(cmdAdd);
     bottom->addWidget(cmdRem);
     bottom->addStretch();
@@ -101,8 +93,7 @@ void BuddyList::arrange()
     bottom->addWidget(cmdRefresh);
 
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(margin, margin, margin, margin);
-    layout->setSpacing(spacing);
+    setFormMargins(layout);
     layout->addLayout(top);
     layout->addWidget(lstNicks, 1);
     layout->addWidget(lstSetup, 1);

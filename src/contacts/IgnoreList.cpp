@@ -6,7 +6,6 @@
 #include "controls/xpButton.h"
 #include "platform/Dialogs.h"
 #include "platform/Handlers.h"
-#include "platform/PlainText.h"
 #include "room/Room.h"
 #include "talk/Blocking.h"
 #include "wire/LineSink.h"
@@ -19,8 +18,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int margin = 12;
-constexpr int spacing = 8;
 constexpr QSize firstSize{380, 320};
 
 } // namespace
@@ -28,7 +25,8 @@ constexpr QSize firstSize{380, 320};
 IgnoreList::IgnoreList(const Desk& desk)
     : m_desk(desk)
     , m_list1(new ListBoxWidget(ListBoxWidget::Order::AsAdded, this))
-    , m_whatToDo(plainLabel(
+    , m_whatToDo(makeLabel(
+          u"whatToDo"_s,
           u"First choose a chatter in the room's list. Then Add asks for the name."_s, this))
     , m_rows(*m_list1, desk.variables, desk.room)
 {
@@ -43,19 +41,17 @@ IgnoreList::IgnoreList(const Desk& desk)
     xpButton* cmdClear = makeButton(u"cmdClear"_s, u"Clear"_s, this);
     new ButtonKeys(this);
 
-    m_whatToDo->setObjectName(u"whatToDo"_s);
     m_whatToDo->setWordWrap(true);
     m_whatToDo->hide();
 
     auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(spacing);
+    buttons->setSpacing(formSpacing);
     buttons->addWidget(cmdAdd);
     buttons->addWidget(cmdRemove);
     buttons->addStretch();
     buttons->addWidget(cmdClear);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(margin, margin, margin, margin);
-    layout->setSpacing(spacing);
+    setFormMargins(layout);
     layout->addWidget(m_list1, 1);
     layout->addWidget(m_whatToDo);
     layout->addLayout(buttons);

@@ -1,9 +1,8 @@
 #include "desktop/About.h"
 
+#include "controls/FormControls.h"
 #include "controls/SvgPicture.h"
-#include "platform/PlainText.h"
 
-#include <QLabel>
 #include <QVBoxLayout>
 
 #include <array>
@@ -11,6 +10,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr double titleScale = 1.4; // of ordinary text
 
 constexpr std::array paragraphs{
     "A small chat client for one network and its one room. Sign in, talk, whisper, and keep an "
@@ -28,9 +29,7 @@ About::About()
     setWindowTitle(u"About QuillHarbor Alpha 1.0a"_s);
 
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(12, 12, 12, 12);
-    layout->setSpacing(8);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
+    setFormLayout(layout);
 
     auto* picture = new SvgPicture(u":/forms/about.svg"_s, this);
     picture->setObjectName("Picture1"_L1);
@@ -39,18 +38,13 @@ About::About()
     layout->addWidget(picture);
 
     const auto addLabel = [&](const QString& name, const QString& text) {
-        auto* label = plainLabel(text, this);
-        label->setObjectName(name);
+        QLabel* label = makeLabel(name, text, this);
         label->setWordWrap(true);
         label->setFixedWidth(picture->width());
         layout->addWidget(label);
         return label;
     };
-    QLabel* title = addLabel(u"Label1"_s, u"QuillHarbor Messenger 1.0"_s);
-    QFont font = title->font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * 1.4);
-    title->setFont(font);
+    makeHeading(addLabel(u"Label1"_s, u"QuillHarbor Messenger 1.0"_s), titleScale);
     int number = 2;
     for (const auto& paragraph : paragraphs)
         addLabel(QStringLiteral("Label%1").arg(number++), paragraph);

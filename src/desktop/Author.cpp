@@ -1,17 +1,18 @@
 #include "desktop/Author.h"
 
+#include "controls/FormControls.h"
 #include "desktop/WebAddresses.h"
 #include "platform/Handlers.h"
-#include "platform/PlainText.h"
 
 #include <QGridLayout>
-#include <QLabel>
 
 #include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr double titleScale = 1.4; // of ordinary text
 
 struct Row
 {
@@ -34,29 +35,20 @@ Author::Author(const Handlers& handlers, OpenLink openLink)
     setWindowTitle(u"About Quill Harbor Messenger Author/Creator"_s);
 
     auto* layout = new QGridLayout(this);
-    layout->setContentsMargins(12, 12, 12, 12);
-    layout->setHorizontalSpacing(16);
-    layout->setVerticalSpacing(8);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
+    setFormLayout(layout);
+    layout->setHorizontalSpacing(2 * formSpacing);
 
     int number = 1;
-    const auto makeLabel = [&](const QString& text) {
-        auto* label = plainLabel(text, this);
-        label->setObjectName(QStringLiteral("Label%1").arg(number++));
-        return label;
+    const auto nextLabel = [&](const QString& text) {
+        return makeLabel(u"Label%1"_s.arg(number++), text, this);
     };
-    QLabel* title = makeLabel(u"Quill Harbor Messenger"_s);
-    QFont font = title->font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * 1.4);
-    title->setFont(font);
-    layout->addWidget(title, 0, 0, 1, 2);
+    layout->addWidget(makeHeading(nextLabel(u"Quill Harbor Messenger"_s), titleScale), 0, 0, 1, 2);
     for (const Row& row : rows) {
         const int line = layout->rowCount();
-        QLabel* task = makeLabel(row.task);
+        QLabel* task = nextLabel(row.task);
         task->setProperty("quiet", true);
         layout->addWidget(task, line, 0);
-        layout->addWidget(makeLabel(row.name), line, 1);
+        layout->addWidget(nextLabel(row.name), line, 1);
     }
 
     auto* Label10 = new QLabel(this);

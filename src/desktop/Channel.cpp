@@ -2,6 +2,7 @@
 
 #include "common/TextHelpers.h"
 #include "controls/ActionEntry.h"
+#include "controls/FormControls.h"
 #include "controls/InputNotes.h"
 #include "controls/KeyCodes.h"
 #include "controls/Named.h"
@@ -11,7 +12,6 @@
 #include "platform/Dialogs.h"
 #include "platform/FramePace.h"
 #include "platform/Handlers.h"
-#include "platform/PlainText.h"
 #include "platform/Twips.h"
 #include "room/TabCompletion.h"
 #include "room/TopicField.h"
@@ -99,7 +99,7 @@ Channel::Channel(const Handlers& handlers, Dialogs& dialogs, std::shared_ptr<Vie
     TBar->setCurrentIndex(ChatRoomPage);
     m_pages->setCurrentIndex(ChatRoomPage);
 
-    Label7 = named(plainLabel({}, this), u"Label7"_s);
+    Label7 = makeLabel(u"Label7"_s, {}, this);
     Label7->hide();
     Text1 = named(new QLineEdit(this), u"Text1"_s);
     Text1->hide();
@@ -125,7 +125,7 @@ QWidget* Channel::buildChatPage()
     m_dataIn->setLinks({linksIn, {}});
     m_smileys.keepUp();
     m_nicks = named(new ListBoxWidget(ListBoxWidget::Order::Sorted), u"lstNicks"_s, u"Chatters"_s);
-    cmdCount = named(plainLabel(u" Total Chatters :  [ 0 ]"_s), u"cmdCount"_s);
+    cmdCount = makeLabel(u"cmdCount"_s, u" Total Chatters :  [ 0 ]"_s);
 
     auto* people = new QWidget;
     auto* peopleLayout = new QVBoxLayout(people);

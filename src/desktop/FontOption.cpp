@@ -3,44 +3,28 @@
 #include "common/Conversions.h"
 #include "common/SessionVariables.h"
 #include "common/TextHelpers.h"
+#include "controls/FormControls.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
-#include "platform/PlainText.h"
 
 #include <QComboBox>
 #include <QFontDatabase>
 #include <QGridLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QRegularExpressionValidator>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QComboBox* makeCombo(const QString& name, const QString& accessibleName, QWidget* parent)
-{
-    auto* combo = new QComboBox(parent);
-    combo->setObjectName(name);
-    combo->setAccessibleName(accessibleName);
-    combo->setEditable(true);
-    combo->setInsertPolicy(QComboBox::NoInsert);
-    return combo;
-}
-
-} // namespace
-
 FontOption::FontOption(const Handlers& handlers, SessionVariables& variables)
     : m_variables(variables)
-    , Label12(plainLabel(u"Font:"_s, this))
-    , cmbFontName(makeCombo(u"cmbFontName"_s, u"Font name"_s, this))
-    , cmbFontSize(makeCombo(u"cmbFontSize"_s, u"Font size"_s, this))
-    , command1(new xpButton(u"OK"_s, xpButton::Big, this))
+    , Label12(makeLabel(u"Label12"_s, u"Font:"_s))
+    , cmbFontName(makeCombo(u"cmbFontName"_s, u"Font name"_s))
+    , cmbFontSize(makeCombo(u"cmbFontSize"_s, u"Font size"_s))
+    , command1(makeButton(u"command1"_s, u"OK"_s))
 {
     setObjectName("FontOption"_L1);
     setWindowTitle(u"Change Your Font Name and Font Size"_s);
 
-    Label12->setObjectName("Label12"_L1);
     // Completing inside the line would make an installed name of every beginning of one, and a
     // list of completions takes the next click and what is typed after it.
     cmbFontName->setCompleter(nullptr);
@@ -49,17 +33,13 @@ FontOption::FontOption(const Handlers& handlers, SessionVariables& variables)
     cmbFontSize->setMinimumContentsLength(4);
     cmbFontSize->setValidator(
         new QRegularExpressionValidator(QRegularExpression(u"[+-]?[0-9]{0,5}"_s), cmbFontSize));
-    command1->setObjectName("command1"_L1);
-    command1->setAccessibleName(u"OK"_s);
 
     auto* layout = new QGridLayout(this);
-    layout->setContentsMargins(12, 12, 12, 12);
-    layout->setSpacing(8);
+    setFormLayout(layout);
     layout->addWidget(Label12, 0, 0);
     layout->addWidget(cmbFontName, 0, 1);
     layout->addWidget(cmbFontSize, 0, 2);
     layout->addWidget(command1, 1, 1, 1, 2, Qt::AlignRight);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
 
     setTabOrder(cmbFontName, cmbFontSize);
     setTabOrder(cmbFontSize, command1);

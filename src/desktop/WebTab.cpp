@@ -1,8 +1,8 @@
 #include "desktop/WebTab.h"
 
+#include "controls/FormControls.h"
 #include "controls/xpButton.h"
 #include "platform/Handlers.h"
-#include "platform/PlainText.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -13,6 +13,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr double headingScale = 1.3; // of ordinary text
+
+} // namespace
+
 WebTab::WebTab(const Handlers& handlers, AskEngine askEngine, Pages pages,
                std::chrono::milliseconds discardAfter)
     : m_askEngine(std::move(askEngine))
@@ -20,29 +26,22 @@ WebTab::WebTab(const Handlers& handlers, AskEngine askEngine, Pages pages,
     , m_discardAfter(discardAfter)
     , m_layout(new QStackedLayout(this))
     , m_notice(new QWidget)
-    , m_noticeTitle(plainLabel())
-    , m_noticeText(plainLabel())
+    , m_noticeTitle(makeHeading(makeLabel(u"lblNoticeTitle"_s), headingScale))
+    , m_noticeText(makeLabel(u"lblNotice"_s))
     , cmdRetry(new xpButton(u"Try again"_s, xpButton::Long))
 {
-    m_noticeTitle->setObjectName("lblNoticeTitle"_L1);
-    m_noticeText->setObjectName("lblNotice"_L1);
     cmdRetry->setObjectName("cmdRetry"_L1);
     cmdRetry->setAccessibleName(u"Try again to load the page"_s);
 
-    QFont font = m_noticeTitle->font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * 1.3);
-    m_noticeTitle->setFont(font);
     auto* lines = new QVBoxLayout(m_notice);
-    lines->setContentsMargins(12, 12, 12, 12);
-    lines->setSpacing(8);
+    setFormMargins(lines);
     lines->addStretch(1);
     for (QLabel* label : {m_noticeTitle, m_noticeText}) {
         label->setWordWrap(true);
         label->setAlignment(Qt::AlignCenter);
         lines->addWidget(label);
     }
-    lines->addSpacing(8);
+    lines->addSpacing(formSpacing);
     lines->addWidget(cmdRetry, 0, Qt::AlignHCenter);
     lines->addStretch(2);
     m_layout->setContentsMargins(0, 0, 0, 0);

@@ -1,15 +1,14 @@
 #include "desktop/frmPopup.h"
 
+#include "controls/FormControls.h"
 #include "controls/SvgPicture.h"
 #include "platform/EventLoop.h"
 #include "platform/Handlers.h"
 #include "platform/Motion.h"
-#include "platform/PlainText.h"
 #include "platform/Twips.h"
 
 #include <QAccessible>
 #include <QGuiApplication>
-#include <QLabel>
 #include <QMouseEvent>
 #include <QScreen>
 
@@ -27,10 +26,9 @@ constexpr QColor ink(0x0d, 0x21, 0x35); // the drawing is light in every theme
 
 constexpr double smallestPointSize = 6;
 
-QLabel* makeLabel(const QString& name, const QRect& place, QWidget* parent)
+QLabel* makeLabelAt(const QRect& place, const QString& name, QWidget* parent)
 {
-    auto* label = plainLabel({}, parent);
-    label->setObjectName(name);
+    QLabel* label = makeLabel(name, {}, parent);
     label->setGeometry(place);
     QPalette palette = label->palette();
     palette.setColor(QPalette::WindowText, ink);
@@ -60,12 +58,12 @@ frmPopup::frmPopup(const Handlers& handlers, EventLoop& events, ShowChannel show
     picture->resize(drawing);
     picture->setAttribute(Qt::WA_TransparentForMouseEvents);
 
-    Label1 = makeLabel(u"Label1"_s, titlePlace, this);
+    Label1 = makeLabelAt(titlePlace, u"Label1"_s, this);
     Label1->setText(u"QuillHarbor Messenger"_s);
     QFont bold = Label1->font();
     bold.setBold(true);
     Label1->setFont(bold);
-    Label2 = makeLabel(u"Label2"_s, bodyPlace, this);
+    Label2 = makeLabelAt(bodyPlace, u"Label2"_s, this);
     Label2->setWordWrap(true);
     Label2->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     for (QLabel* label : {Label1, Label2})

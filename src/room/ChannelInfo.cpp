@@ -21,8 +21,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int margin = 12;
-constexpr int spacing = 8;
 constexpr QSize startSize{620, 380};
 
 enum Column { Mask, By, When };
@@ -58,7 +56,7 @@ ChannelInfo::ChannelInfo(const Parts& parts)
         lvBans->setColumnWidth(static_cast<int>(column), columnWidths[column]);
 
     auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(spacing);
+    buttons->setSpacing(formSpacing);
     const auto addButton = [&](const QString& name, const QString& caption, auto handler) {
         xpButton* button = makeButton(name, caption);
         buttons->addWidget(button);
@@ -72,8 +70,7 @@ ChannelInfo::ChannelInfo(const Parts& parts)
     auto* cmdOK = addButton(u"cmdOK"_s, u"OK"_s, [this] { Unload(); });
 
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(margin, margin, margin, margin);
-    layout->setSpacing(spacing);
+    setFormMargins(layout);
     layout->addWidget(lvBans);
     layout->addLayout(buttons);
     resize(startSize);

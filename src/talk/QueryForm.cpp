@@ -1,5 +1,6 @@
 #include "talk/QueryForm.h"
 
+#include "controls/FormControls.h"
 #include "controls/InputNotes.h"
 #include "controls/KeyCodes.h"
 #include "controls/OneLineField.h"
@@ -22,8 +23,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int margin = 12;
-constexpr int spacing = 8;
 constexpr int iconSide = 16;
 constexpr int sendSide = 32;
 constexpr QSize firstSize{620, 480};
@@ -151,28 +150,23 @@ void QueryForm::createLinks()
 
 void QueryForm::arrange()
 {
-    QFont nickFont = m_lblNick->font();
-    nickFont.setPointSizeF(nickFont.pointSizeF() * nickScale);
-    nickFont.setBold(true);
-    m_lblNick->setFont(nickFont);
-
+    makeHeading(m_lblNick, nickScale);
     auto* header = new QHBoxLayout;
-    header->setSpacing(spacing / 2);
+    header->setSpacing(formSpacing / 2);
     header->addWidget(m_lblNick, 1);
     auto* tools = new QHBoxLayout;
-    tools->setSpacing(spacing / 2);
+    tools->setSpacing(formSpacing / 2);
     for (std::size_t place = 0; place < linkRows.size(); ++place)
         (place < headerLinks ? header : tools)->addWidget(m_links[linkRows[place].link]);
     tools->addStretch();
 
     auto* input = new QHBoxLayout;
-    input->setSpacing(spacing);
+    input->setSpacing(formSpacing);
     input->addWidget(m_dataOut, 1);
     input->addWidget(m_image2);
 
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(margin, margin, margin, margin);
-    layout->setSpacing(spacing);
+    setFormMargins(layout);
     layout->addLayout(header);
     layout->addWidget(m_lblHost);
     layout->addWidget(m_dataIn, 1);
