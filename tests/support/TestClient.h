@@ -6,7 +6,28 @@
 #include "support/TestSurroundings.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QTest>
+
+// What is shown in a way in which the toolkit guesses whether it is markup, which would make it
+// open files, or takes an "&" for a key.
+inline QStringList guessedTexts()
+{
+    QStringList guessed;
+    for (const QWidget* widget : QApplication::allWidgets()) {
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        const bool isOurs = widget->objectName() == QLatin1StringView("Label10") ||     // a link
+                            (label && label->buddy() && label->objectName().isEmpty()); // a key
+        if (label && !isOurs && label->textFormat() != Qt::PlainText && label->pixmap().isNull())
+            guessed += label->text();
+        if (label && !isOurs && label->buddy() && label->text().contains(QLatin1Char('&')))
+            guessed += label->text();
+        const QString tip = widget->toolTip();
+        if (Qt::mightBeRichText(tip) && !tip.startsWith(QLatin1StringView("<qt>")))
+            guessed += tip;
+    }
+    return guessed;
+}
 
 // One whole program in a test, driven by its windows as a user would.
 class TestClient final
