@@ -117,7 +117,7 @@ constexpr auto boxSheet = R"(
     messagebox-critical-icon: url(":/icons/box-critical.svg");
 }
 QDialog { min-width: 320px; }
-QMessageBox QLabel#qt_msgbox_label { min-width: 240px; padding: 4px 8px 8px 4px; }
+QMessageBox QLabel#qt_msgbox_label { padding: 4px 8px 8px 4px; }
 QDialog QPushButton {
     background: qlineargradient(x1: 0, y1: 0, x2: 0, y2: 1, stop: 0 @white, stop: 1 @mist);
     color: @ink; border: 1px solid @tide; border-radius: 5px; min-width: 58px; padding: 5px 10px;

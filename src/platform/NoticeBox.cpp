@@ -1,6 +1,6 @@
 #include "platform/NoticeBox.h"
 
-#include <QMessageBox>
+#include "platform/PlainText.h"
 
 #include <cstdio>
 
@@ -9,11 +9,12 @@ void NoticeBox::tell(const QString& line)
     std::fprintf(stderr, "quillharbor: %s\n", qPrintable(line));
     if (!m_box) {
         m_lines.clear();
-        m_box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Quill Harbor Messenger"), {},
-                                QMessageBox::Close);
+        m_box = plainBox(QMessageBox::Warning, QStringLiteral("Quill Harbor Messenger"), {},
+                         QMessageBox::Close);
         m_box->setObjectName(QStringLiteral("NoticeBox"));
-        m_box->setTextFormat(Qt::PlainText);
         m_box->setModal(false);
+        // Nobody looks behind a window that comes up a moment later.
+        m_box->setWindowFlag(Qt::WindowStaysOnTopHint);
         m_box->setAttribute(Qt::WA_DeleteOnClose);
         m_box->setAttribute(Qt::WA_ShowWithoutActivating);
     }

@@ -1,6 +1,23 @@
 #include "platform/PlainText.h"
 
+#include <QGridLayout>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// Lines are broken at blanks alone.
+bool hasEndlessWord(const QString& text)
+{
+    constexpr qsizetype longest = 80; // characters
+    for (const QStringView word : QStringView(text).tokenize(u' ')) {
+        if (word.size() > longest)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
 
 QString forShow(const QString& text)
 {
@@ -27,4 +44,21 @@ void setPlainToolTip(QWidget& widget, const QString& text)
     // A tool tip has no format to set: what would be guessed to be markup is made markup of itself.
     widget.setToolTip(Qt::mightBeRichText(shown) ? "<qt>"_L1 + shown.toHtmlEscaped() + "</qt>"_L1
                                                  : shown);
+}
+
+QMessageBox* plainBox(QMessageBox::Icon icon, const QString& title, const QString& text,
+                      QMessageBox::StandardButtons buttons, QWidget* parent)
+{
+    auto* box = new QMessageBox(icon, title, {}, buttons, parent);
+    box->setTextFormat(Qt::PlainText);
+    const QString shown = forShow(text);
+    box->setText(shown);
+    if (shown != text || hasEndlessWord(text))
+        box->setDetailedText(text);
+    // It fixes its size by what is in its layout, and heeds no smallest width.
+    constexpr int narrowest = 320;
+    if (auto* layout = qobject_cast<QGridLayout*>(box->layout()))
+        layout->addItem(new QSpacerItem(narrowest, 0), layout->rowCount(), 0, 1,
+                        layout->columnCount());
+    return box;
 }

@@ -7,7 +7,6 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPointer>
 #include <QVBoxLayout>
 
@@ -34,11 +33,7 @@ int show(const QString& text, const QString& title, Dialogs::Icon icon,
          QMessageBox::StandardButtons buttons)
 {
     const QPointer box(
-        new QMessageBox(toolkitIcon(icon), title, {}, buttons, QApplication::activeWindow()));
-    box->setTextFormat(Qt::PlainText); // a stranger's text may stand in it
-    box->setText(forShow(text));
-    if (box->text() != text)
-        box->setDetailedText(text); // in a field that scrolls, opened by a button
+        plainBox(toolkitIcon(icon), title, text, buttons, QApplication::activeWindow()));
     const int answer = box->exec();
     delete box;
     return answer;

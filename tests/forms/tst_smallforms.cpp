@@ -353,16 +353,39 @@ private Q_SLOTS:
         QTEST(isMotionReducedIn(folder.path()), "reduced");
     }
 
-    void boxStaysOnTheScreen()
+    void boxShowsAllOfItsText_data()
     {
-        const QString text = u"a refusal of many words "_s.repeated(1000);
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("inDetails");
+        QTest::newRow("sentence") << u"You cannot join #harbor : "_s +
+                                         u"and why that is so "_s.repeated(8)
+                                  << false;
+        QTest::newRow("many words") << u"a refusal of many words "_s.repeated(1000) << true;
+        QTest::newRow("one word") << QString(900, u'x') << true;
+    }
+    // In the house's style, which could keep its label small.
+    void boxShowsAllOfItsText()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, inDetails);
+        applyTheme(*qApp);
+        bool isWhole = false;
+        bool isOnScreen = false;
+        QString details;
         QTimer::singleShot(0, this, [&] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            QVERIFY(box->height() < box->screen()->availableGeometry().height());
-            QCOMPARE(box->detailedText(), text);
+            const auto* label = box->findChild<QLabel*>(u"qt_msgbox_label"_s);
+            isWhole = label->width() >= label->minimumSizeHint().width() &&
+                      label->height() >= label->heightForWidth(label->width());
+            isOnScreen = box->screen()->availableGeometry().contains(QRect({}, box->size()));
+            details = box->detailedText();
             box->accept();
         });
         QtDialogs().MsgBox(text, u"Refused"_s, Dialogs::Icon::Critical);
+        qApp->setStyleSheet({});
+        QVERIFY(isOnScreen);
+        QVERIFY(isWhole || inDetails);
+        QCOMPARE(details, inDetails ? text : QString());
     }
 
     void noticesJoinOneBox()
