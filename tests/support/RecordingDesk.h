@@ -21,6 +21,8 @@
 #include "text/StatusLine.h"
 #include "text/TextWriter.h"
 
+#include <QTest>
+
 #include <functional>
 #include <map>
 
@@ -113,4 +115,15 @@ private:
     // What a look has seen, else nothing.
     QString perform(const QString& line);
     void meanwhile(const QString& step);
+};
+
+// The rows of a test that plays scripts.
+class Scenes final
+{
+public:
+    Scenes() { QTest::addColumn<QString>("script"); }
+    void operator()(const char* name, const QString& script) const
+    {
+        QTest::newRow(name) << script;
+    }
 };

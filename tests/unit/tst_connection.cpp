@@ -59,11 +59,7 @@ private Q_SLOTS:
 
     void scenes_data()
     {
-        QTest::addColumn<QString>("script"); // for RecordingDesk::play()
-
-        const auto scene = [](const char* name, const QString& script) {
-            QTest::newRow(name) << script;
-        };
+        const Scenes scene;
         // What ends with the last chunk is taken apart at its line feeds.
         const QString lines = u"! state 7\n! listLines\n"_s;
         scene("two lines", lines + u"! arrive a{N}b{N}\n- a\n- b"_s);

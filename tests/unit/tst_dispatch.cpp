@@ -13,11 +13,7 @@ class TestDispatch final : public QObject
 private Q_SLOTS:
     void effects_data()
     {
-        QTest::addColumn<QString>("script"); // for RecordingDesk::play()
-
-        const auto scene = [](const char* name, const QString& script) {
-            QTest::newRow(name) << script;
-        };
+        const Scenes scene;
         // In #room as "me", with bob in it and a private window with pal.
         const QString inRoom = u"~! enter @me bob\n~! open pal\n"_s;
         const auto row = [&](const char* name, const char* line, const QByteArray& effects) {

@@ -15,11 +15,7 @@ class TestInput final : public QObject
 private Q_SLOTS:
     void scenes_data()
     {
-        QTest::addColumn<QString>("script"); // for RecordingDesk::play()
-
-        const auto scene = [](const char* name, const QString& script) {
-            QTest::newRow(name) << script;
-        };
+        const Scenes scene;
         // In #room, with a private window of pal; "- " is what a command gives.
         const QString inRoom = u"~! enter @me bob\n~! open pal\n! target #room\n"_s;
         const auto command = [&](const char* text, const QString& result) {

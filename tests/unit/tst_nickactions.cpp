@@ -83,11 +83,7 @@ class tst_NickActions : public QObject
 private Q_SLOTS:
     void clicks_data()
     {
-        QTest::addColumn<QString>("script"); // for RecordingDesk::play()
-
-        const auto row = [](const char* name, const QString& script) {
-            QTest::newRow(name) << script;
-        };
+        const Scenes row;
         // What the room sees is sent only while connected.
         const auto action = [](const QString& text) -> QString {
             return "DataIn| {C}06me "_L1 % text % "\n<< PRIVMSG #room :{A}ACTION "_L1 % text %

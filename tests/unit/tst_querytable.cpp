@@ -12,11 +12,7 @@ class TestQuery final : public QObject
 private Q_SLOTS:
     void scenes_data()
     {
-        QTest::addColumn<QString>("script"); // for RecordingDesk::play()
-
-        const auto scene = [](const char* name, const QString& script) {
-            QTest::newRow(name) << script;
-        };
+        const Scenes scene;
         scene(
             "opening",
             u"! visible al\n- no\n~! openFrom Al Al!u@h!x\n? hosts=u@h!x\n"

@@ -13,11 +13,7 @@ class TestRoom final : public QObject
 private Q_SLOTS:
     void scenes_data()
     {
-        QTest::addColumn<QString>("script"); // for RecordingDesk::play()
-
-        const auto scene = [](const char* name, const QString& script) {
-            QTest::newRow(name) << script;
-        };
+        const Scenes scene;
         const auto signs = [&](const QString& nick, const QString& row, const QString& ranks) {
             scene(qPrintable(nick),
                   "~! add "_L1 % nick % "\n? rows="_L1 % row % "\n? ranks="_L1 % ranks);
