@@ -18,12 +18,12 @@ const QByteArrayList words =
            "002|005|251|301|303|305|311|312|317|319|320|324|328|329|331|332|333|346|348|349|353|"
            "366|367|368|372|376|401|403|421|422|431|432|433|461|471|473|475|482|484|999|privmsg|"
            "join|CAP|AUTHENTICATE|900|903|904|AWAY|PONG|hello|\1|0|-1|:x|307");
-const QByteArrayList pieces =
-    listed(" me| #room| #ROOM| :| bob| cid| = | #other| :#room| +o| -o| +ohv| +b| +k key| +l 12|"
-           " +l x| -l| +imnpst| :\1VERSION\1| :\1PING 1\1| :\1ACTION x\1| :\1| \1\1|"
-           " :@me +bob ~x &y %z| 86400| 99999999999| -1| *!*@*| :a\rb| $me| \2b\2| \3| \00304|"
-           " \00312,4| \3,| \26r\26| \37u| \17| :)| :-SS| http://a.b| www.a.b/#c|  | <none>| \t|"
-           " \344\366| \200\201|:| 2| 31| 2cool| bob - Blocked");
+const QByteArrayList pieces = listed(
+    " me| #room| #ROOM| :| bob| cid| = | #other| :#room| +o| -o| +ohv| +b| +k key| +l 12|"
+    " +l x| -l| +imnpst| :\1VERSION\1| :\1PING 1\1| :\1ACTION x\1| :\1| \1\1|"
+    " :@me +bob ~x &y %z| 86400| 99999999999| -1| *!*@*| :a\rb| $me| \2b\2| \3| \00304|"
+    " \00312,4| \3,| \26r\26| \37u| \17| :)| :-SS| http://a.b| www.a.b/#c|  | <none>| \t|"
+    " \344\366| \200\201|:| 2| 31| 2cool| bob - Blocked| LS| ACK| sasl| +| TOPICLEN=-9| KICKLEN=1");
 const QByteArrayList inputs =
     listed("me waves|query bob hi|query new x|msg bob $+ x|part #room|users|es \0034x|sv $version|"
            "nick $me|raw $randnick|bl|$+ $+ $time|!bots|IRC RAW x| |join $chan");

@@ -283,30 +283,6 @@ private Q_SLOTS:
         desk.hear(u"JOIN"_s);
         QCOMPARE(desk.channel.dataIn.view.Text(), u"*** JOIN\r\n  \r\n"_s);
     }
-
-    // Every word with nothing or too little behind it: the session goes on.
-    void shortLines()
-    {
-        RecordingDesk desk;
-        desk.enterRoom();
-        for (const char* word :
-             {"001",  "002",  "join", "privmsg", "nick",  "part", "367", "368",    "353",
-              "mode", "quit", "kick", "332",     "topic", "333",  "324", "notice", "433",
-              "251",  "303",  "401",  "471",     "328",   "301",  "431", "432",    "307",
-              "311",  "312",  "317",  "319",     "320",   "kill", "ping"}) {
-            for (const QString& rest : {u""_s, u" "_s, u" :"_s, u" a"_s, u" a b"_s, u" #room"_s,
-                                        u" me #room"_s, u" me #room +"_s}) {
-                for (const QString& prefix : {u""_s, u":s "_s, u":n!u@h "_s, u":! "_s}) {
-                    desk.sock.setState(Winsock::Connected); // some of them end the session
-                    desk.hear(prefix + QLatin1StringView(word) + rest);
-                    QVERIFY(!desk.take().join(u'\n').contains("FATAL"_L1));
-                }
-            }
-        }
-        desk.sock.setState(Winsock::Connected);
-        desk.hear(u"PING still here"_s);
-        QCOMPARE(desk.take(), QStringList{u"<< PONG :still"_s});
-    }
 };
 
 QTEST_GUILESS_MAIN(TestDispatch)

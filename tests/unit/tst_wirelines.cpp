@@ -363,28 +363,6 @@ private Q_SLOTS:
         QCOMPARE(edge.sent.last(), u"PRIVMSG #room :typed in between"_s);
     }
 
-    void noise()
-    {
-        QRandomGenerator random(12);
-        QStringList words =
-            u":s|:me!i@h|001|005|303|396|CAP|LS|*|:|ACK|903|904|AUTHENTICATE|JOIN|NICK|me|"
-            "TOPICLEN=-9||+|401|NickServ|sasl|USER|ISON|KICK|PRIVMSG|\1ACTION|\1|"
-            "KICKLEN=1|IDENTIFY"_s.split(u'|');
-        words += QString(600, u'x');
-        Edge edge({u"me"_s, u"secret"_s});
-        for (int round = 0; round < 3000; ++round) {
-            QStringList line;
-            for (int i = random.bounded(7); i > 0; --i)
-                line += words[random.bounded(words.size())];
-            edge.hear(line.join(u' '));
-            edge.lines.send(line.join(u' '));
-        }
-        edge.settle();
-        for (const QString& line : edge.take())
-            QVERIFY2(line.toUtf8().size() <= 510 && !line.startsWith("without"_L1),
-                     qPrintable(line));
-    }
-
     void ison()
     {
         Edge edge;
