@@ -66,30 +66,6 @@ class tst_contacts : public QObject
 private Q_SLOTS:
     void initTestCase() { loadResources(); }
 
-    // In the order of making: the title, the buttons, the names and hints of the lists.
-    void captions()
-    {
-        Desk desk;
-        const auto words = [](const QWidget& form) {
-            QStringList texts{form.windowTitle()};
-            for (const xpButton* button : form.findChildren<xpButton*>())
-                texts += button->Caption();
-            for (const ListBoxWidget* list : form.findChildren<ListBoxWidget*>())
-                texts += {list->accessibleName(), list->hint()};
-            return texts.join(u'|');
-        };
-        QCOMPARE(words(*desk.buddyList()),
-                 u"View Whois Online|View|Setup|Add|Remove|Clear|Refresh|Online|Your buddies stand "
-                 "here while they are on the network. Setup is where you choose them.|Setup|The "
-                 "names that are looked for. Add asks for one."_s);
-        QCOMPARE(words(desk.ignored),
-                 u"IgnoreList - Add Chatters to avoid chats!|Add|Remove|Clear|Blocked "
-                 "chatters|Nobody is blocked. Choose a chatter in the room's list and click Add "
-                 "here, or take Block Conversation in the chatter's own menu."_s);
-        QCOMPARE(desk.ignored.findChild<QLabel*>(u"whatToDo"_s)->text(),
-                 u"First choose a chatter in the room's list. Then Add asks for the name."_s);
-    }
-
     void uses_data()
     {
         QTest::addColumn<QString>("script");

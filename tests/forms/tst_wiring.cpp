@@ -7,6 +7,8 @@
 #include "support/TestClient.h"
 
 #include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTabBar>
@@ -124,6 +126,91 @@ Ban this user
 &Exit Application
 )"_L1;
 
+// What a window says: its title, and the words of all that stands in it.
+QString wordsOf(const QWidget& window)
+{
+    QStringList words{window.windowTitle()};
+    for (const QWidget* each : window.findChildren<QWidget*>()) {
+        if (each->window() != &window || qobject_cast<QTabBar*>(each->parentWidget()))
+            continue;
+        if (const auto* label = qobject_cast<const QLabel*>(each))
+            words += label->text();
+        else if (const auto* button = qobject_cast<const QAbstractButton*>(each))
+            words += button->text();
+        else if (const auto* field = qobject_cast<const QLineEdit*>(each))
+            words += field->placeholderText();
+        else if (const auto* frame = qobject_cast<const QGroupBox*>(each))
+            words += frame->title();
+        else if (qobject_cast<const ListBoxWidget*>(each))
+            words += each->accessibleDescription();
+        for (const QString& more : {each->toolTip(), each->accessibleName()}) {
+            if (!words.contains(more))
+                words += more;
+        }
+    }
+    words.removeAll(QString());
+    return words.join(u" | "_s);
+}
+
+constexpr const char* everyWord = R"(
+QuillHarbor Messenger - Sign In | Your UserName: | a name you like, without blanks | Your user
+name | Your Password: | only for a registered name | Your password | Remember my password | Sign
+me as Guest On Chat | Remember me [recommend] | Load at Windows StartUp | You're logged in... |
+Sign In | Time: 06:07:08 | Made with care by the Quill Harbor crew | Calm water, good company |
+Network: SERVER | Choose another network
+
+QuillHarbor Messenger 1.0 | Pages | The line to SERVER is open: whoever carries it can read along,
+passwords too. | Back | Forward | Stop | Refresh | Home | Search | Loading |
+http://localhost:8667/quillmisc | Try again | Try again to load the page | Back | Forward | Stop |
+Refresh | Home | Search | Loading | http://localhost:8667/quillharbor | Try again | Topic | Total
+Chatters : [ 2 ] | Chatters | Conversation | Find in this view | Find previous | Find next | × |
+Close | New messages below | Smileys | Select Color | Bold | UnderLine | Font Settings |
+IgnoreList | Own Action | About | Author | Type here and press Enter | Your message | Send | PC
+
+bob | bob | u@h | Conversation | Find in this view | Find previous | Find next | × | Close | New
+messages below | Message | Send | BuddyList | IgnoreList | Author | Close | Own Action | Font
+Settings | Colour Settings
+
+Choose a Network | &Server: | Server | A server of the house: its lines have a form of their own.
+The line will be open: whoever carries it can read along, passwords too. | &Room: | none: you
+enter one by yourself | Room | &Letters: | Letters | This time the program was started for SERVER.
+What you choose here holds from its next start on. | Try It | OK | Cancel
+
+Change NickName | Enter A New NickName | NickName | OK
+
+Change Your Password For anna | This service is for registered users | Enter your New Password for
+anna .Otherwise, Click on New Nick and Change your nickname. | NickName : anna | Password : |
+Password | OK | New Nick
+
+NickName Registration | Fill The Requirements Below : | NickName : | NickName | Password : |
+Password | E-mail Address : | E-mail Address | Register | Cancel
+
+Change Your Font Name and Font Size | Font: | Font name | Arial | Font size | OK
+
+View Whois Online | Online | Your buddies stand here while they are on the network. Setup is where
+you choose them. | The names that are looked for. Add asks for one. | Setup | View | Setup | Add |
+Remove | Clear | Refresh
+
+IgnoreList - Add Chatters to avoid chats! | Nobody is blocked. Choose a chatter in the room's list
+and click Add here, or take Block Conversation in the chatter's own menu. | Blocked chatters |
+First choose a chatter in the room's list. Then Add asks for the name. | Add | Remove | Clear
+
+About QuillHarbor Alpha 1.0a | A boat under a quill sail comes home to the harbour | QuillHarbor
+Messenger 1.0 | A small chat client for one network and its one room. Sign in, talk, whisper, and
+keep an eye on your buddies. | Written and drawn by the Quill Harbor crew: the keepers who wrote
+it, the sailors who tried it in all weathers, and the artist of the harbour cat. | It comes
+without any warranty. Fair winds!
+
+About Quill Harbor Messenger Author/Creator | Quill Harbor Messenger | Made by | the Quill Harbor
+crew | At the helm | the harbour keepers | Pictures and sound | the lighthouse painters | Tried
+and shaken | the sailors of #Harbor | <a href="#">Visit the crew on their page</a> | Visit the
+crew on their page
+
+Channel Ban List For #Harbor | Channel list | Bans | Excepts | Invities | Remove | OK
+
+NickName Already In Use Or Invalid | Please Choose Another NickName | OK
+)";
+
 } // namespace
 
 // What leads where in the whole program: one session in which every control, menu entry and
@@ -138,6 +225,7 @@ private Q_SLOTS:
     void init();
 
     void menusInTheirOrder();
+    void wordsOfEveryWindow();
     void doThisSeeThat_data();
     void doThisSeeThat();
     void everyEntryLeadsSomewhere();
@@ -318,6 +406,33 @@ void WiringTest::menusInTheirOrder()
           m_client->around.tray.menu->actions()})
         shown += u'\n' + shownIn(menu);
     QCOMPARE(shown, QString(everyMenu));
+}
+
+void WiringTest::wordsOfEveryWindow()
+{
+    const QStringList steps =
+        u"network lnkNetwork|entry mnu_File_changenick|entry mnu_File_changepass|"
+        "entry mnu_register_nickname|entry mnu_view_fontsize|entry mnu_View_Buddylist|"
+        "entry mnu_ingorelist|entry mnu_About|entry mnu_author|entry mnu_chan_ban|"
+        "hear :s 431 anna :None given"_s.split(u'|');
+    QStringList words{wordsOf(m_client->messenger.login()), wordsOf(window()),
+                      wordsOf(*shown<QueryForm>())};
+    shown<QueryForm>()->close();
+    for (const QString& step : steps) {
+        perform(step);
+        auto* form = shown<Form>();
+        QVERIFY2(form, qPrintable(step));
+        words += wordsOf(*form);
+        form->close();
+    }
+    QStringList expected = QString::fromUtf8(everyWord).split(u"\n\n"_s);
+    for (QString& paragraph : expected)
+        paragraph = paragraph.simplified();
+    for (QString& text : words)
+        text = text.simplified()
+                   .replace(m_client->around.address, u"SERVER"_s)
+                   .replace(QSysInfo::machineHostName(), u"PC"_s);
+    QCOMPARE(words, expected);
 }
 
 void WiringTest::doThisSeeThat_data()
