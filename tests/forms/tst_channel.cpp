@@ -297,7 +297,8 @@ private Q_SLOTS:
                  QStringList{u"Run-time error '9':\n\nSubscript out of range"_s});
     }
 
-    void rightButtonSelectsNothing()
+    // The right button selects nothing.
+    void selection()
     {
         Channel& window = m_desk->window;
         for (const QString& nick : {u"@ann"_s, u"bob"_s, u"cleo"_s})
@@ -316,6 +317,14 @@ private Q_SLOTS:
         QTest::mouseDClick(window.windowHandle(), Qt::RightButton, {},
                            rows->mapTo(&window, middleOfRow(2)));
         QCOMPARE(used.count(), 0);
+
+        // Who is selected stays so while others come and go.
+        window.lstNicks().AddItem(u"@abe"_s);
+        QCOMPARE(window.lstNicks().Text(), u"@ann"_s);
+        window.lstNicks().RemoveItem(0);
+        QCOMPARE(window.lstNicks().Text(), u"@ann"_s);
+        window.lstNicks().RemoveItem(0);
+        QCOMPARE(window.lstNicks().ListIndex(), -1);
     }
 
 private:

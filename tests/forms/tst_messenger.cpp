@@ -5,6 +5,7 @@
 
 #include <QRandomGenerator>
 #include <QSysInfo>
+#include <QTcpSocket>
 
 #include <sys/stat.h>
 
@@ -284,6 +285,16 @@ private Q_SLOTS:
         QVERIFY(!link->isEnabled());
         server.say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
         QTRY_VERIFY(server.received().contains("JOIN #quay"));
+    }
+
+    // Who the user is, the server may ask at a port of the program's own.
+    void answersIdent()
+    {
+        beInTheRoom();
+        QTcpSocket server;
+        server.connectToHost(m_client->around.address, m_client->around.identPort);
+        QByteArray answer;
+        QTRY_VERIFY((answer += server.readAll()).contains(" : USERID : UNIX : "));
     }
 
     // Nobody ever writes into these pipes: who opens one waits for good.
