@@ -513,7 +513,7 @@ private:
              [this] {
                  return QString::fromUtf8(heard())
                      .remove(QChar(u'\0'))
-                     .replace(QSysInfo::machineHostName(), u"PC"_s);
+                     .replace("USER "_L1 + QSysInfo::machineHostName(), "USER PC"_L1);
              }},
             {u"peer"_s, [this] { return m_server->peerHasGone() ? u"gone"_s : u"there"_s; }},
             {u"state"_s, [this] { return m_client->state(); }},

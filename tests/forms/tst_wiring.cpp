@@ -165,7 +165,7 @@ http://localhost:8667/quillmisc | Try again | Try again to load the page | Back 
 Refresh | Home | Search | Loading | http://localhost:8667/quillharbor | Try again | Topic | Total
 Chatters : [ 2 ] | Chatters | Conversation | Find in this view | Find previous | Find next | × |
 Close | New messages below | Smileys | Select Color | Bold | UnderLine | Font Settings |
-IgnoreList | Own Action | About | Author | Type here and press Enter | Your message | Send | PC
+IgnoreList | Own Action | About | Author | Type here and press Enter | Your message | Send
 
 bob | bob | u@h | Conversation | Find in this view | Find previous | Find next | × | Close | New
 messages below | Message | Send | BuddyList | IgnoreList | Author | Close | Own Action | Font
@@ -429,9 +429,9 @@ void WiringTest::wordsOfEveryWindow()
     for (QString& paragraph : expected)
         paragraph = paragraph.simplified();
     for (QString& text : words)
-        text = text.simplified()
-                   .replace(m_client->around.address, u"SERVER"_s)
-                   .replace(QSysInfo::machineHostName(), u"PC"_s);
+        text = text.simplified().replace(m_client->around.address, u"SERVER"_s);
+    QVERIFY(words[1].endsWith(" | "_L1 + QSysInfo::machineHostName())); // it stands there, hidden
+    words[1].chop(QSysInfo::machineHostName().size() + 3);
     QCOMPARE(words, expected);
 }
 
