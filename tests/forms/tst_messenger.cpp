@@ -188,6 +188,9 @@ private Q_SLOTS:
             "?topic nother"_s);
         row("the tool bar is pale without an engine",
             u"room|?tools there|page home|?tools pale|?engines 1"_s);
+        row("a private line is told while nobody looks",
+            u"settings [notify]\nmention=true\n|room|hear :kim!u@h PRIVMSG anna :psst|"
+            "?notified kim: psst"_s);
     }
     void sessions()
     {
@@ -544,6 +547,8 @@ private:
             {u"boxes"_s,
              [this] { return m_client->around.dialogs.shown.join(u' ').replace(u'|', ": "_L1); }},
             {u"notices"_s, [this] { return QString::number(m_client->around.told.size()); }},
+            {u"notified"_s,
+             [this] { return m_client->around.tray.notices.join(u' ').replace(u'|', ": "_L1); }},
             {u"ends"_s, [this] { return QString::number(m_client->around.ends); }},
             {u"engines"_s, [this] { return QString::number(m_client->around.enginesAsked); }},
             {u"tools"_s,

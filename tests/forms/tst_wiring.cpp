@@ -304,6 +304,11 @@ private:
         {u"talk"_s, [this](const QString& nick) { useRow(nick, Qt::LeftButton, true); }},
         {u"menu"_s, [this](const QString& nick) { useRow(nick, Qt::RightButton, false); }},
         {u"say"_s, [this](const QString& text) { m_client->say(text); }},
+        {u"tell"_s,
+         [this](const QString& text) {
+             QTest::keyClicks(&shown<QueryForm>()->DataOut(), text);
+             QTest::keyClick(&shown<QueryForm>()->DataOut(), Qt::Key_Return);
+         }},
         {u"type"_s,
          [this](const QString& text) {
              QTest::keyClicks(window().findChild<QLineEdit*>(u"DataOut"_s), text);
@@ -329,6 +334,8 @@ private:
     const QHash<QString, Sight> m_sights{
         {u"sent"_s, [this] { return heard().remove(u"PONG :after\n"_s); }},
         {u"input"_s, [this] { return window().inputColor().name(); }},
+        {u"private input"_s,
+         [] { return shown<QueryForm>()->DataOut().palette().color(QPalette::Text).name(); }},
         {u"palette"_s, [] { return shown<frmcolor>() ? u"open"_s : u"away"_s; }},
         {u"room"_s, [this] { return m_client->conversation().simplified(); }},
         {u"boxes"_s, [this] { return m_client->around.dialogs.shown.join(u'\n'); }},
@@ -463,6 +470,9 @@ void WiringTest::doThisSeeThat_data()
     sends("own action", "answer dances|press Label1", "PRIVMSG #Harbor :{A}ACTION dances{A}\n");
     sends("own action to one", "answer nods|select bob|private LabelAction",
           "PRIVMSG bob :{A}ACTION nods{A}\n");
+    sends("private line", "tell hi", "PRIVMSG bob {C}1 hi\n");
+    row("colour of a private line", "press check2|color lblcin4|tell hi", "private input",
+        "#ff0000");
     sends("greeting", "select bob|entry mnu_hi", "PRIVMSG #Harbor :{A}ACTION Says Hi To bob{A}\n");
     sends("slap", "select bob|entry mnu_slap",
           "PRIVMSG #Harbor :{A}ACTION slaps {C}4bob{C}6 around a bit with a large trout.{A}\n");
