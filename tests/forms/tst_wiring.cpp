@@ -4,6 +4,7 @@
 #include "platform/Resources.h"
 #include "support/FakeEngine.h"
 #include "support/RecordingDesk.h"
+#include "support/Script.h"
 #include "support/TestClient.h"
 
 #include <QCheckBox>
@@ -233,16 +234,7 @@ private Q_SLOTS:
     void popupTellsTheFailure();
 
 private:
-    // A step of a row: a verb, and what it is done with.
-    using Verb = std::function<void(const QString& object)>;
-    using Sight = std::function<QString()>;
-
-    void perform(const QString& step)
-    {
-        const Verb verb = m_verbs.value(step.section(u' ', 0, 0));
-        QVERIFY2(verb, qPrintable(step));
-        verb(step.section(u' ', 1));
-    }
+    void perform(const QString& script) { m_script.play(RecordingDesk::coded(script)); }
     Channel& window() { return m_client->window(); }
     QString heard() const { return QString::fromLatin1(m_server->received().mid(m_heard)); }
     static void press(QWidget* owner, const QString& name)
@@ -273,91 +265,106 @@ private:
         if (twice)
             QTest::mouseDClick(rows, button, {}, place);
     }
-    QString firstEntryAndAway(QMenu* menu)
+    static QString firstEntryOf(const QMenu* menu)
     {
-        const bool shown = menu->isVisible();
-        menu->hide();
-        return shown ? menu->actions().constFirst()->text() : QString();
+        return menu->isVisible() ? menu->actions().constFirst()->text() : QString();
+    }
+    // A window of this title is there, and goes: one of them keeps all others waiting.
+    static void seeAndPutAway(const QString& title)
+    {
+        QTRY_VERIFY2(windowTitled(title), qPrintable(title));
+        QCOMPARE(guessedTexts(), QStringList());
+        QWidget* window = windowTitled(title);
+        if (!qobject_cast<Form*>(window))
+            return putAway(window);
+        QTest::keyClick(window->windowHandle(), Qt::Key_Escape);
+        QVERIFY(!windowTitled(title));
     }
 
-    const QHash<QString, Verb> m_verbs{
-        {u"entry"_s, [this](const QString& name) { m_client->click(name.toLatin1()); }},
-        {u"signin"_s,
-         [this](const QString& name) {
-             m_client->messenger.login().findChild<QAction*>(name)->trigger();
-         }},
-        {u"press"_s, [this](const QString& name) { press(&window(), name); }},
-        {u"private"_s, [](const QString& name) { press(shown<QueryForm>(), name); }},
-        {u"key"_s,
-         [](const QString& name) {
-             QTest::keyClick(shown<QueryForm>()->findChild<QWidget*>(name), Qt::Key_Return);
-         }},
-        {u"network"_s,
-         [this](const QString& name) {
-             m_client->messenger.login().Show();
-             m_client->messenger.login().findChild<QToolButton*>(name)->setEnabled(true);
-             press(&m_client->messenger.login(), name);
-         }},
-        {u"color"_s, [](const QString& name) { press(shown<frmcolor>(), name); }},
-        {u"smiley"_s, [](const QString& name) { press(shown<frmSmileys>(), name); }},
-        {u"select"_s, [this](const QString& nick) { useRow(nick, Qt::LeftButton, false); }},
-        {u"talk"_s, [this](const QString& nick) { useRow(nick, Qt::LeftButton, true); }},
-        {u"menu"_s, [this](const QString& nick) { useRow(nick, Qt::RightButton, false); }},
-        {u"say"_s, [this](const QString& text) { m_client->say(text); }},
-        {u"tell"_s,
-         [this](const QString& text) {
-             QTest::keyClicks(&shown<QueryForm>()->DataOut(), text);
-             QTest::keyClick(&shown<QueryForm>()->DataOut(), Qt::Key_Return);
-         }},
-        {u"type"_s,
-         [this](const QString& text) {
-             QTest::keyClicks(window().findChild<QLineEdit*>(u"DataOut"_s), text);
-         }},
-        {u"answer"_s, [this](const QString& text) { m_client->around.dialogs.answerText = text; }},
-        {u"refuse"_s, [this](const QString&) { m_client->around.dialogs.answerYes = false; }},
-        {u"hear"_s, [this](const QString& line) { beToldAndHandle(line); }},
-        {u"hide"_s, [this](const QString&) { window().hide(); }},
-        {u"close"_s, [this](const QString&) { window().close(); }},
-        {u"tray"_s,
-         [this](const QString& message) {
-             using Message = NotificationArea::Message;
-             Q_EMIT m_client->around.tray.mouse(message == "double"_L1 ? Message::LButtonDblClk
-                                                                       : Message::RButtonUp);
-         }},
-        {u"page"_s,
-         [this](const QString& tab) {
-             window().findChild<QTabBar*>(u"TBar"_s)->setCurrentIndex(tab.toInt());
-             m_client->chatRoom().pages.navigateHome(u"/one"_s);
-             m_client->chatRoom().pages.navigateMisc(u"/two"_s);
-         }},
-    };
-    const QHash<QString, Sight> m_sights{
-        {u"sent"_s, [this] { return heard().remove(u"PONG :after\n"_s); }},
-        {u"input"_s, [this] { return window().inputColor().name(); }},
-        {u"private input"_s,
-         [] { return shown<QueryForm>()->DataOut().palette().color(QPalette::Text).name(); }},
-        {u"palette"_s, [] { return shown<frmcolor>() ? u"open"_s : u"away"_s; }},
-        {u"room"_s, [this] { return m_client->conversation().simplified(); }},
-        {u"boxes"_s, [this] { return m_client->around.dialogs.shown.join(u'\n'); }},
-        {u"links"_s, [this] { return m_client->around.links.opened.join(u' '); }},
-        {u"engine"_s, [this] { return m_engine.calls.join(u' ').section(u' ', -2); }},
-        {u"tray"_s, [this] { return firstEntryAndAway(m_client->around.tray.menu); }},
-        {u"menu"_s, [this] { return firstEntryAndAway(window().menus().nicks()); }},
-        {u"lock"_s, [this] { return window().lock().accessibleName().section(u' ', 4); }},
-        {u"says"_s, [this] { return m_client->inputSays(); }},
-        {u"waves"_s,
-         [this] {
-             const QStringList& played = m_client->around.waves.played;
-             return played.isEmpty() ? QString() : played.last().section(u'/', -1);
-         }},
-        {u"private"_s,
-         [this] {
-             QStringList titles;
-             for (const auto& place : m_client->chatRoom().windows.queryFactory.places())
-                 titles += place->window() ? place->window()->windowHandle()->title() : QString();
-             return titles.join(u' ').trimmed();
-         }},
-    };
+    Script m_script{
+        {
+            {u"away"_s, [](const QString& title) { putAway(windowTitled(title)); }},
+            {u"window"_s, seeAndPutAway},
+            {u"entry"_s, [this](const QString& name) { m_client->click(name.toLatin1()); }},
+            {u"signin"_s,
+             [this](const QString& name) {
+                 m_client->messenger.login().findChild<QAction*>(name)->trigger();
+             }},
+            {u"press"_s, [this](const QString& name) { press(&window(), name); }},
+            {u"private"_s, [](const QString& name) { press(shown<QueryForm>(), name); }},
+            {u"key"_s,
+             [](const QString& name) {
+                 QTest::keyClick(shown<QueryForm>()->findChild<QWidget*>(name), Qt::Key_Return);
+             }},
+            {u"network"_s,
+             [this](const QString& name) {
+                 m_client->messenger.login().Show();
+                 m_client->messenger.login().findChild<QToolButton*>(name)->setEnabled(true);
+                 press(&m_client->messenger.login(), name);
+             }},
+            {u"color"_s, [](const QString& name) { press(shown<frmcolor>(), name); }},
+            {u"smiley"_s, [](const QString& name) { press(shown<frmSmileys>(), name); }},
+            {u"select"_s, [this](const QString& nick) { useRow(nick, Qt::LeftButton, false); }},
+            {u"talk"_s, [this](const QString& nick) { useRow(nick, Qt::LeftButton, true); }},
+            {u"menu"_s, [this](const QString& nick) { useRow(nick, Qt::RightButton, false); }},
+            {u"say"_s, [this](const QString& text) { m_client->say(text); }},
+            {u"tell"_s,
+             [this](const QString& text) {
+                 QTest::keyClicks(&shown<QueryForm>()->DataOut(), text);
+                 QTest::keyClick(&shown<QueryForm>()->DataOut(), Qt::Key_Return);
+             }},
+            {u"type"_s,
+             [this](const QString& text) {
+                 QTest::keyClicks(window().findChild<QLineEdit*>(u"DataOut"_s), text);
+             }},
+            {u"answer"_s,
+             [this](const QString& text) { m_client->around.dialogs.answerText = text; }},
+            {u"refuse"_s, [this](const QString&) { m_client->around.dialogs.answerYes = false; }},
+            {u"hear"_s, [this](const QString& line) { beToldAndHandle(line); }},
+            {u"hide"_s, [this](const QString&) { window().hide(); }},
+            {u"close"_s, [this](const QString&) { window().close(); }},
+            {u"tray"_s,
+             [this](const QString& message) {
+                 using Message = NotificationArea::Message;
+                 Q_EMIT m_client->around.tray.mouse(message == "double"_L1 ? Message::LButtonDblClk
+                                                                           : Message::RButtonUp);
+             }},
+            {u"page"_s,
+             [this](const QString& tab) {
+                 window().findChild<QTabBar*>(u"TBar"_s)->setCurrentIndex(tab.toInt());
+                 m_client->chatRoom().pages.navigateHome(u"/one"_s);
+                 m_client->chatRoom().pages.navigateMisc(u"/two"_s);
+             }},
+        },
+        {
+            {u"sent"_s, [this] { return heard().remove(u"PONG :after\n"_s); }},
+            {u"input"_s, [this] { return window().inputColor().name(); }},
+            {u"tint"_s,
+             [] { return shown<QueryForm>()->DataOut().palette().color(QPalette::Text).name(); }},
+            {u"palette"_s, [] { return shown<frmcolor>() ? u"open"_s : u"away"_s; }},
+            {u"room"_s, [this] { return m_client->conversation().simplified(); }},
+            {u"boxes"_s,
+             [this] { return m_client->around.dialogs.shown.join(u'\n').replace(u'|', ": "_L1); }},
+            {u"links"_s, [this] { return m_client->around.links.opened.join(u' '); }},
+            {u"engine"_s, [this] { return m_engine.calls.join(u' ').section(u' ', -2); }},
+            {u"tray"_s, [this] { return firstEntryOf(m_client->around.tray.menu); }},
+            {u"menu"_s, [this] { return firstEntryOf(window().menus().nicks()); }},
+            {u"lock"_s, [this] { return window().lock().accessibleName().section(u' ', 4); }},
+            {u"says"_s, [this] { return m_client->inputSays(); }},
+            {u"waves"_s,
+             [this] {
+                 const QStringList& played = m_client->around.waves.played;
+                 return played.isEmpty() ? QString() : played.last().section(u'/', -1);
+             }},
+            {u"private"_s,
+             [this] {
+                 QStringList titles;
+                 for (const auto& place : m_client->chatRoom().windows.queryFactory.places())
+                     titles +=
+                         place->window() ? place->window()->windowHandle()->title() : QString();
+                 return titles.join(u' ').trimmed();
+             }},
+        }};
 
     HastyEventLoop m_events;
     FakeEngine m_engine;
@@ -369,6 +376,10 @@ private:
 void WiringTest::initTestCase()
 {
     loadResources();
+    m_script.afterLook = [this](const QString& look) {
+        if (look == "tray"_L1 || look == "menu"_L1)
+            (look == "tray"_L1 ? m_client->around.tray.menu : window().menus().nicks())->hide();
+    };
     const QString address = TestSurroundings::ownAddress(1);
     m_server = std::make_unique<ScriptedServer>(address);
     QVERIFY(m_server->isListening());
@@ -444,14 +455,17 @@ void WiringTest::wordsOfEveryWindow()
 
 void WiringTest::doThisSeeThat_data()
 {
-    QTest::addColumn<QString>("script"); // steps, "|" between
-    QTest::addColumn<QString>("where");  // one of the sights, or "window": one of this title
-    QTest::addColumn<QString>("expected");
+    QTest::addColumn<QString>("script");
 
+    // What is done, one of the looks, or "window", and what is seen there then.
     const auto row = [](const char* name, const char* script, const char* where,
                         const char* expected) {
-        QTest::newRow(name) << QString::fromUtf8(script) << QString::fromLatin1(where)
-                            << QString::fromUtf8(expected);
+        const QString steps = QString::fromUtf8(script);
+        const QString seen = QString::fromUtf8(expected);
+        QString whole = steps + "|?"_L1 + QLatin1StringView(where) + u' ' + seen;
+        if (qstrcmp(where, "window") == 0)
+            whole = "away "_L1 + seen + u'|' + steps + "|window "_L1 + seen;
+        QTest::newRow(name) << whole;
     };
     const auto sends = [&](const char* name, const char* script, const char* lines) {
         row(name, script, "sent", lines);
@@ -471,8 +485,7 @@ void WiringTest::doThisSeeThat_data()
     sends("own action to one", "answer nods|select bob|private LabelAction",
           "PRIVMSG bob :{A}ACTION nods{A}\n");
     sends("private line", "tell hi", "PRIVMSG bob {C}1 hi\n");
-    row("colour of a private line", "press check2|color lblcin4|tell hi", "private input",
-        "#ff0000");
+    row("colour of a private line", "press check2|color lblcin4|tell hi", "tint", "#ff0000");
     sends("greeting", "select bob|entry mnu_hi", "PRIVMSG #Harbor :{A}ACTION Says Hi To bob{A}\n");
     sends("slap", "select bob|entry mnu_slap",
           "PRIVMSG #Harbor :{A}ACTION slaps {C}4bob{C}6 around a bit with a large trout.{A}\n");
@@ -546,9 +559,9 @@ void WiringTest::doThisSeeThat_data()
     row("page of the first tab", "page 0", "engine", "load http://localhost:8667/one");
     row("page of the last tab", "page 2", "engine", "load http://localhost:8667/two");
     row("end from the sign-in form", "refuse|signin mnu_Close", "boxes",
-        "Quill Harbor Messenger|Are you sure you want to exit QuillHarbor Messenger?");
+        "Quill Harbor Messenger: Are you sure you want to exit QuillHarbor Messenger?");
     row("close of the window", "refuse|close", "boxes",
-        "Quill Harbor Messenger|This will resize (minmize) messenger in system tray. Are you sure "
+        "Quill Harbor Messenger: This will resize (minmize) messenger in system tray. Are you sure "
         "you want to to exit Quill Harbor Messenger ChatRoom? Messenger will be running in system "
         "tray.");
     row("line", "hide", "lock", "is open: whoever carries it can read along, passwords too.");
@@ -558,28 +571,8 @@ void WiringTest::doThisSeeThat_data()
 void WiringTest::doThisSeeThat()
 {
     QFETCH(QString, script);
-    QFETCH(QString, where);
-    QFETCH(QString, expected);
-    const bool isWindow = where == "window"_L1;
-    if (isWindow)
-        putAway(windowTitled(expected));
-    for (const QString& step : script.split(u'|'))
-        perform(step);
-    QString seen;
-    const auto met = [&] {
-        seen = isWindow ? (windowTitled(expected) ? expected : QString()) : m_sights[where]();
-        return seen == RecordingDesk::coded(expected);
-    };
-    QVERIFY2(QTest::qWaitFor(met), qPrintable("seen: "_L1 + seen));
+    perform(script);
     QCOMPARE(guessedTexts(), QStringList());
-    if (!isWindow)
-        return;
-    // One of them keeps all others waiting.
-    QWidget* window = windowTitled(expected);
-    if (!qobject_cast<Form*>(window))
-        return putAway(window);
-    QTest::keyClick(window->windowHandle(), Qt::Key_Escape);
-    QVERIFY(!windowTitled(expected));
 }
 
 // An entry that nobody answers would look alive. One is meant to be like that.
