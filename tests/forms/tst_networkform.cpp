@@ -106,6 +106,7 @@ private Q_SLOTS:
         QVERIFY(used().startsWith("irc://n11 irc://n10 "_L1) && used().endsWith(" irc://n0"_L1));
         load();
         QCOMPARE(control<QComboBox>("cmbServer")->itemText(0), u"irc://n11"_s);
+        QCOMPARE(control<QComboBox>("cmbServer")->count(), 13); // each once, and the built-in one
     }
 
     void leavesWhatIsNotConfirmed_data()
