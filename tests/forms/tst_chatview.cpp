@@ -55,6 +55,7 @@ private Q_SLOTS:
     void wrapsVeryLongLines_data();
     void wrapsVeryLongLines();
     void estimatesOneRowAboutAsItIs();
+    void zooms();
     void drawsPictures();
     void isReadableOnADarkBase();
 
@@ -351,6 +352,42 @@ void ChatViewTest::estimatesOneRowAboutAsItIs()
             QVERIFY2(std::abs(extent.width - width) <= 0.25 * width, QByteArray::number(line));
         }
     }
+}
+
+void ChatViewTest::zooms()
+{
+    ChatView other(nullptr, std::shared_ptr<ViewLook>(&m_view->look(), [](ViewLook*) {}));
+    other.setSelText(u"word"_s);
+    write(u"word"_s);
+    settle();
+    const auto height = [&] { return m_view->characterRect(0).height(); };
+    const auto press = [&](Qt::Key key, int times = 1) {
+        for (int i = 0; i < times; ++i)
+            QTest::keyClick(m_view.get(), key, Qt::ControlModifier);
+        return qRound(m_view->look().zoom() * 100);
+    };
+    const auto turn = [&](int angle) {
+        QWheelEvent event({9, 9}, {9, 9}, {}, {0, angle}, Qt::NoButton, Qt::ControlModifier,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(m_view->viewport(), &event);
+        return qRound(m_view->look().zoom() * 100);
+    };
+    const int usual = height();
+    const int others = other.characterRect(0).height();
+    QCOMPARE(press(Qt::Key_Plus), 110);
+    QCOMPARE(press(Qt::Key_Equal), 120);
+    QVERIFY(height() > usual && other.characterRect(0).height() > others); // all conversations
+    QCOMPARE(press(Qt::Key_Minus), 110);
+    QCOMPARE(turn(60), 110); // half a notch
+    QCOMPARE(turn(60), 120);
+    QCOMPARE(turn(-240), 100);
+    QCOMPARE(press(Qt::Key_Plus, 50), 300);
+    QCOMPARE(press(Qt::Key_Minus, 50), 50);
+    QVERIFY(height() < usual);
+    QCOMPARE(press(Qt::Key_0), 100);
+    QCOMPARE(height(), usual);
+    QTest::keyClick(m_view.get(), Qt::Key_Plus);
+    QCOMPARE(turn(0), 100);
 }
 
 void ChatViewTest::drawsPictures()
