@@ -421,25 +421,22 @@ void ChatViewTest::drawsPictures()
 
 void ChatViewTest::isReadableOnADarkBase()
 {
+    const QColor base(20, 20, 30);
     QPalette dark = m_view->palette();
-    dark.setColor(QPalette::Base, QColor(20, 20, 30));
-    dark.setColor(QPalette::Text, QColor(250, 250, 250));
+    dark.setColor(QPalette::Base, base);
+    dark.setColor(QPalette::Text, Qt::white);
     m_view->setPalette(dark);
-    write(u"MMMM "_s);
-    const auto brightest = [this](int fromX, int toX) {
-        const QImage shown = m_view->viewport()->grab().toImage();
-        int brightest = 0;
-        for (int x = fromX; x < toX; ++x) {
-            for (int y = 0; y < 30; ++y)
-                brightest = std::max(brightest, qGray(shown.pixel(x, y)));
-        }
-        return brightest;
-    };
-    QVERIFY(brightest(0, 60) > 200);
-    m_view->setText({});
-    m_view->setSelColor(0x0000ff);
-    write(u"MMMM "_s);
-    QVERIFY(brightest(0, 60) > 90);
+    for (const QRgb color : {0x000000, 0x0000ff, 0x00007f, 0x7f0000, 0xff0000, 0xffffff}) {
+        m_view->setText({});
+        m_view->setSelColor(color);
+        write(u"MMMM"_s);
+        settle();
+        const QImage shown = m_view->viewport()->grab({0, 0, 60, 30}).toImage();
+        double best = 0;
+        for (int at = 0; at < 60 * 30; ++at)
+            best = std::max(best, contrast(shown.pixel(at % 60, at / 60), base.rgb()));
+        QVERIFY2(best >= 3, qPrintable(QColor(color).name()));
+    }
 }
 
 void ChatViewTest::putsAGroundBehindPaleColours_data()
