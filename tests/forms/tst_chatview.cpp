@@ -261,6 +261,9 @@ void ChatViewTest::jumpsAnywhereAndBack()
     QCOMPARE(m_view->offsetAt(before(0) + m_view->viewport()->pos()), 0);
     QCOMPARE(m_view->offsetAt(QPoint(380, before(0).y())), -1); // beside its line
     QCOMPARE(m_view->offsetAt({-5, -5}), -1);
+    m_view->scrollByPages(1);
+    m_view->scrollByPages(-9); // no further than to the start
+    QCOMPARE(m_view->characterRect(0).top(), ChatScroll::margin);
     bar().setValue(bar().maximum());
     QVERIFY(m_view->isFollowing());
 }
@@ -350,6 +353,18 @@ void ChatViewTest::estimatesOneRowAboutAsItIs()
             QVERIFY(std::abs(extent.rowHeight - layout.height()) <= 2);
             const double width = layout.rows().front().line.naturalTextWidth();
             QVERIFY2(std::abs(extent.width - width) <= 0.25 * width, QByteArray::number(line));
+        }
+    }
+    // What is laid out counts as it is, whatever the width becomes; behind the last line is
+    // nothing.
+    ChatLayout layout(
+        text, std::make_unique<StyleFormats>(tables, m_view->font(), m_view->palette(), 1.0));
+    for (const int width : {10'000, 40, 90}) {
+        layout.setWidth(width);
+        layout.update();
+        for (qsizetype line = 0; line < 6; ++line) {
+            const int height = line < 5 ? layout.line(line).height() : 0;
+            QCOMPARE(layout.top(line + 1) - layout.top(line), height);
         }
     }
 }
@@ -760,7 +775,11 @@ void ChatViewTest::leadsToLinks()
     QCOMPARE(entries(QContextMenuEvent::Mouse, onFirst),
              QStringList({u"&Open Link"_s, u"Copy &Link"_s}));
     QCOMPARE(opened, QStringList(u"http://a.org/ps2/x"_s));
+    settle();
+    PaintCounter painted;
+    m_view->viewport()->installEventFilter(&painted);
     QTest::mouseMove(m_view->viewport(), onFirst + QPoint(1, 0));
+    QTRY_VERIFY(painted.count > 0);
     QVERIFY(isUnderlined());
     QTest::mouseMove(m_view->viewport(), QPoint(300, 200));
     QVERIFY(!isUnderlined());
