@@ -45,7 +45,7 @@ private Q_SLOTS:
                 u'"' + scheme +
                     "://\" leads to no chat: an address begins with irc:// or, with "
                     "TLS, with ircs://."_L1);
-        for (const QString& text : {u"irc://"_s, u"irc://:6667"_s})
+        for (const QString& text : {u"irc://"_s, u"irc:///"_s, u"irc://:6667"_s})
             row(text, u"There is no server's name behind the \"//\"."_s);
         for (const QString& tail : {u"/room"_s, u"?x"_s, u"#room"_s})
             row("ircs://irc.example:7000"_L1 + tail,
