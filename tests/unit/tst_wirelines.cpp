@@ -184,6 +184,9 @@ private Q_SLOTS:
         cut(u"AWAY "_s, QString(39, u'a'), u"🙂"_s);
         cut(u"KICK #room bob :"_s, u"k "_s + QString(28, u'k'), u" b c"_s);
         cut(u"PART #room :"_s, u"p "_s + QString(481, u'p'), u"rest"_s); // no limit told: a line
+        row("full name", "= USER PC1Client-User:A "_L1 + QString(600, u'x') +
+                             "\n> USER PC1Clien 0 * :A "_L1 +
+                             QString(474, u'x')); // nobody typed it
         row("fits",
             u"! s 005 me TOPICLEN=40 :are supported\n= TOPIC #room :a %1\n> TOPIC #room :a %1"_s
                 .arg(QString(38, u't')));
