@@ -84,6 +84,7 @@ private Q_SLOTS:
         row("not connected", ann + "Bob|state 0|press cmdAdd|?watched Ann,Bob|?sent "_L1);
         row("known in other case", ann + "aNN|press cmdAdd|?watched Ann|?sent "_L1 + asked);
         row("only blanks", ann + "  |press cmdAdd|?watched Ann|?sent "_L1);
+        row("asked by hand", u"watch Ann|press cmdRefresh|?sent ISON  Ann "_s);
         row("every second tick asks", u"press cmdClear|tick 4|?sent |watch |watch Ann|tick 5|"
                                       "?sent ISON  Ann \nISON  Ann |?polls 60000"_s);
         row("one list lies over the other",
