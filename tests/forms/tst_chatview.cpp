@@ -1,3 +1,4 @@
+#include "text/Links.h"
 #include "view/AccessibleChanges.h"
 #include "view/ChatView.h"
 #include "view/LineAnnouncer.h"
@@ -6,18 +7,8 @@
 #include "view/ReadableGround.h"
 #include "view/ViewLook.h"
 
-#include <QAbstractEventDispatcher>
-#include <QApplication>
-#include <QClipboard>
-#include <QContextMenuEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QToolButton>
+#include <QtTest>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 
@@ -26,7 +17,6 @@ namespace {
 class PaintCounter final : public QObject
 {
 public:
-    using QObject::QObject;
     int count = 0;
 
     bool eventFilter(QObject*, QEvent* event) override
@@ -43,42 +33,774 @@ class ChatViewTest final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init()
+    {
+        m_view = std::make_unique<ChatView>();
+        m_view->setSelFontSize(10);
+        m_view->resize(400, 300);
+        m_view->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
+    }
     void cleanup() { m_view.reset(); }
 
-    void paintsOnceAFrameAndThenRests();
-    void followsTheNewestLine();
-    void holdsItsPlaceWhileLinesArrive();
-    void pagesByExactlyOnePage();
-    void jumpsAnywhereAndBack();
-    void resizingKeepsTheTopLine();
-    void wrapsVeryLongLines_data();
-    void wrapsVeryLongLines();
-    void estimatesOneRowAboutAsItIs();
-    void zooms();
-    void drawsPictures();
-    void isReadableOnADarkBase();
+    void paintsOnceAFrameAndThenRests()
+    {
+        PaintCounter painted;
+        viewport()->installEventFilter(&painted);
+        settle();
+        painted.count = 0;
+        QElapsedTimer time;
+        time.start();
+        for (int i = 0; i < 500; ++i) {
+            writeLines(1);
+            QCoreApplication::processEvents();
+        }
+        const auto frames = static_cast<int>(time.elapsed() / 16);
+        QVERIFY2(painted.count <= frames + 2, qPrintable(QString::number(painted.count)));
+        settle();
+        QVERIFY(painted.count > 0);
+        const int settled = painted.count;
+        QCoreApplication::processEvents();
+        QVERIFY(painted.count <= settled + 1);
+    }
 
-    void putsAGroundBehindPaleColours_data();
-    void putsAGroundBehindPaleColours();
-    void knowsWhenLinesCame();
-    void marksLines();
-    void showsWhereTheReaderLeftOff();
+    void followsTheNewestLine()
+    {
+        writeLines(200);
+        write(u"newest"_s);
+        settle();
+        QCOMPARE(bar().value(), bar().maximum());
+        QVERIFY(viewport()->rect().contains(m_view->characterRect(position(u"newest"_s))));
+        m_view->setText(u"again"_s);
+        settle();
+        QCOMPARE(bar().maximum(), 0);
+        QVERIFY(m_view->characterRect(0).top() < 20); // short text starts at the top
+    }
 
-    void selectsByDragging();
-    void scrollsWhileDraggingBeyondAnEdge();
-    void selectsWordsAndLines();
-    void selectsByKeyboard_data();
-    void selectsByKeyboard();
-    void stepsOverWholeCharacters();
-    void keepsTheReadersSelectionWhileWriting();
-    void offersAMenu();
-    void leadsToLinks();
-    void findsText();
+    void holdsItsPlaceWhileLinesArrive()
+    {
+        auto* notice = m_view->findChild<QToolButton*>(u"unseenNotice"_s);
+        writeLines(200);
+        settle();
+        bar().triggerAction(QAbstractSlider::SliderPageStepSub);
+        const qsizetype read = m_view->chatText().lineStart(180);
+        const QRect place = m_view->characterRect(read);
+        writeLines(300);
+        settle();
+        QCOMPARE(m_view->characterRect(read), place);
+        QVERIFY(notice->isVisible());
+        QCOMPARE(notice->text(), u"New messages below"_s);
+        QVERIFY(notice->accessibleName().endsWith(u": 300"_s));
+        QTest::mouseClick(notice, Qt::LeftButton);
+        settle();
+        QCOMPARE(bar().value(), bar().maximum());
+        QVERIFY(!notice->isVisible());
 
-    void isReadByAScreenReader();
-    void tellsAScreenReaderOfChanges();
-    void announcesLinesWhileTheKeyboardIsElsewhere();
+        bar().triggerAction(QAbstractSlider::SliderPageStepSub);
+        QVERIFY(!m_view->isFollowing());
+        QTest::keyClick(m_view.get(), Qt::Key_End);
+        QVERIFY(m_view->isFollowing());
+    }
+
+    // However wrong the estimates above are.
+    void pagesByExactlyOnePage()
+    {
+        writeLines(600);
+        settle();
+        int pages = 0;
+        while (bar().value() > bar().pageStep()) {
+            const int y = viewport()->height() / 4;
+            qsizetype shown = -1;
+            for (int down = y; shown < 0; ++down)
+                shown = m_view->offsetAt({20, down});
+            shown = m_view->chatText().positionOf(shown);
+            const int top = m_view->characterRect(shown).top();
+            bar().triggerAction(QAbstractSlider::SliderPageStepSub);
+            if (bar().value() == 0)
+                break;
+            QCOMPARE(m_view->characterRect(shown).top(), top + bar().pageStep());
+            ++pages;
+        }
+        QVERIFY(pages > 20);
+        bar().setValue(0);
+        QCOMPARE(m_view->characterRect(0).top(), ChatScroll::margin);
+    }
+
+    void jumpsAnywhereAndBack()
+    {
+        writeLines(2000);
+        settle();
+        for (const double part : {0.5, 0.1, 0.9, 0.0}) {
+            bar().setValue(static_cast<int>(bar().maximum() * part));
+            settle();
+            const double reached = static_cast<double>(bar().value()) / bar().maximum();
+            QVERIFY(std::abs(reached - part) < 0.02);
+            QVERIFY(!m_view->isFollowing());
+        }
+        QCOMPARE(m_view->offsetAt(before(0) + viewport()->pos()), 0);
+        QCOMPARE(m_view->offsetAt(QPoint(380, before(0).y())), -1); // beside its line
+        QCOMPARE(m_view->offsetAt({-5, -5}), -1);
+        m_view->scrollByPages(1);
+        m_view->scrollByPages(-9); // no further than to the start
+        QCOMPARE(m_view->characterRect(0).top(), ChatScroll::margin);
+    }
+
+    void resizingKeepsTheTopLine()
+    {
+        writeLines(1000);
+        settle();
+        bar().setValue(bar().maximum() / 2);
+        qsizetype line = 0;
+        while (m_view->characterRect(m_view->chatText().lineStart(line)).top() < 0)
+            ++line;
+        const qsizetype start = m_view->chatText().lineStart(line);
+        for (const int width : {300, 700, 400}) {
+            m_view->resize(width, 300);
+            settle();
+            const QRect place = m_view->characterRect(start);
+            QVERIFY(place.bottom() > 0 && place.top() < 150);
+        }
+        bar().setValue(bar().maximum());
+        m_view->resize(250, 200);
+        settle();
+        QCOMPARE(bar().value(), bar().maximum());
+    }
+
+    void wrapsVeryLongLines_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("words") << u"many short words "_s.repeated(2000);
+        QTest::newRow("one word") << QString(32'767, u'w');
+        QTest::newRow("combining marks") << u"e"_s + QString(5'000, QChar(0x301));
+        QTest::newRow("right to left") << u"\u05e9\u05dc\u05d5\u05dd "_s.repeated(1000);
+        QTest::newRow("surrogates") << u"\U0001f600"_s.repeated(3000);
+        QTest::newRow("controls") << u"a\tb\u0001c\u000f\u2028d\u2029e "_s.repeated(300);
+    }
+
+    void wrapsVeryLongLines()
+    {
+        QFETCH(QString, text);
+        ChatText content;
+        content.replace(0, 0, text, {});
+        AttributeTables tables;
+        tables.styles.indexOf({});
+        const StyleFormats formats(tables, m_view->font(), m_view->palette());
+        LineLayout layout(content.line(0), formats, 300);
+        for (const int width : {300, 90, 1}) {
+            layout.wrap(width);
+            int column = 0;
+            int top = 0;
+            for (const LineLayout::Row& row : layout.rows()) {
+                QCOMPARE(row.start, column);
+                QCOMPARE(row.top, top);
+                QVERIFY(row.end > row.start);
+                column = row.end;
+                top += row.height;
+            }
+            QCOMPARE(column, text.size());
+            QCOMPARE(layout.height(), top);
+        }
+        write(text);
+        settle();
+        const int last = m_view->characterRect(m_view->chatText().length() - 1).center().y();
+        QVERIFY(last > 0 && last < viewport()->height());
+    }
+
+    void estimatesOneRowAboutAsItIs()
+    {
+        AttributeTables tables;
+        const quint16 usual = tables.styles.indexOf({});
+        TextStyle large;
+        large.fontSize = 24;
+        const quint16 big = tables.styles.indexOf(large);
+        const auto tall =
+            static_cast<quint16>(tables.pictures.indexOf({u":)"_s, {}, {18, 90}}) + 1);
+        ChatText text;
+        for (const auto& [line, attributes] :
+             {std::pair(u"plain words\n\n"_s, ChatText::Attributes{usual, 0}),
+              std::pair(u"\u0448\u0448\u0448\n"_s, ChatText::Attributes{usual, 0}),
+              std::pair(u"large words\n"_s, ChatText::Attributes{big, 0}),
+              std::pair(u"\ufffc\ufffc\n"_s, ChatText::Attributes{usual, tall})})
+            text.replace(text.length(), 0, line, attributes);
+        for (const double zoom : {1.0, 2.0}) {
+            const StyleFormats formats(tables, m_view->font(), m_view->palette(), zoom);
+            for (qsizetype line = 0; line < 5; ++line) {
+                const auto extent = formats.estimate(text, line);
+                const LineLayout layout(text.line(line), formats, 10'000);
+                QVERIFY(std::abs(extent.rowHeight - layout.height()) <= 2);
+                const double width = layout.rows().front().line.naturalTextWidth();
+                QVERIFY2(std::abs(extent.width - width) <= 0.25 * width, QByteArray::number(line));
+            }
+        }
+        // What is laid out counts as it is, whatever the width becomes; behind the last line is
+        // nothing.
+        ChatLayout layout(
+            text, std::make_unique<StyleFormats>(tables, m_view->font(), m_view->palette(), 1.0));
+        for (const int width : {10'000, 40, 90}) {
+            layout.setWidth(width);
+            layout.update();
+            for (qsizetype line = 0; line < 6; ++line) {
+                const int height = line < 5 ? layout.line(line).height() : 0;
+                QCOMPARE(layout.top(line + 1) - layout.top(line), height);
+            }
+        }
+    }
+
+    void zooms()
+    {
+        ChatView other(nullptr, std::shared_ptr<ViewLook>(&m_view->look(), [](ViewLook*) {}));
+        other.setSelText(u"word"_s);
+        write(u"word"_s);
+        settle();
+        const auto height = [&] { return m_view->characterRect(0).height(); };
+        const auto press = [&](Qt::Key key, int times = 1) {
+            for (int i = 0; i < times; ++i)
+                QTest::keyClick(m_view.get(), key, Qt::ControlModifier);
+            return qRound(m_view->look().zoom() * 100);
+        };
+        const auto turn = [&](int angle) {
+            QWheelEvent event({9, 9}, {9, 9}, {}, {0, angle}, Qt::NoButton, Qt::ControlModifier,
+                              Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(viewport(), &event);
+            return qRound(m_view->look().zoom() * 100);
+        };
+        const int usual = height();
+        const int others = other.characterRect(0).height();
+        QCOMPARE(press(Qt::Key_Plus), 110);
+        QCOMPARE(press(Qt::Key_Equal), 120);
+        QVERIFY(height() > usual && other.characterRect(0).height() > others); // all conversations
+        QCOMPARE(press(Qt::Key_Minus), 110);
+        QCOMPARE(turn(60), 110); // half a notch
+        QCOMPARE(turn(60), 120);
+        QCOMPARE(turn(-240), 100);
+        QCOMPARE(press(Qt::Key_Plus, 50), 300);
+        QCOMPARE(press(Qt::Key_Minus, 50), 50);
+        QVERIFY(height() < usual);
+        QCOMPARE(press(Qt::Key_0), 100);
+        QCOMPARE(height(), usual);
+        QTest::keyClick(m_view.get(), Qt::Key_Plus);
+        QCOMPARE(turn(0), 100);
+    }
+
+    void drawsPictures()
+    {
+        const QSize size(60, 70); // higher than text
+        const QTemporaryDir folder;
+        QFile drawing(folder.filePath(u"square.svg"_s));
+        QVERIFY(drawing.open(QIODevice::WriteOnly));
+        drawing.write("<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 4 4'>"
+                      "<rect width='4' height='4' fill='#00c000'/></svg>");
+        drawing.close();
+        write(u"a "_s);
+        m_view->InsertPicture({u"[]"_s, drawing.fileName(), size});
+        write(u"b\r\nnext"_s);
+        settle();
+        const QRect picture = m_view->characterRect(2);
+        QVERIFY(std::abs(picture.width() - size.width()) <= 1); // its place may be a fraction
+        QVERIFY(m_view->characterRect(position(u"next"_s)).top() >
+                picture.top() + size.height() - 1);
+        const auto middle = [&] {
+            const QImage shown = viewport()->grab().toImage();
+            return shown.pixelColor(picture.center() * shown.devicePixelRatio());
+        };
+        QCOMPARE(middle(), QColor(0, 0xc0, 0));
+
+        // The picture in sight stays what it is while new ones come to be known.
+        for (int i = 0; i < 64; ++i)
+            m_view->InsertPicture({QString::number(i), QString::number(i), {1, 1}});
+        QCOMPARE(middle(), QColor(0, 0xc0, 0));
+    }
+
+    void isReadableOnADarkBase()
+    {
+        const QColor base(20, 20, 30);
+        QPalette dark = m_view->palette();
+        dark.setColor(QPalette::Base, base);
+        dark.setColor(QPalette::Text, Qt::white);
+        m_view->setPalette(dark);
+        for (const QRgb color : {0x000000, 0x0000ff, 0x00007f, 0x7f0000, 0xff0000, 0xffffff}) {
+            m_view->setText({});
+            m_view->setSelColor(color);
+            write(u"MMMM"_s);
+            settle();
+            const QImage shown = viewport()->grab({0, 0, 60, 30}).toImage();
+            double best = 0;
+            for (int at = 0; at < 60 * 30; ++at)
+                best = std::max(best, contrast(shown.pixel(at % 60, at / 60), base.rgb()));
+            QVERIFY2(best >= 3, qPrintable(QColor(color).name()));
+        }
+    }
+
+    void putsAGroundBehindPaleColours_data()
+    {
+        QTest::addColumn<QColor>("color");
+        QTest::addColumn<bool>("grounded");
+        QTest::newRow("white") << QColor(255, 255, 255) << true;
+        QTest::newRow("orange") << QColor(255, 127, 0) << true;
+        QTest::newRow("red") << QColor(255, 0, 0) << false;
+    }
+
+    void putsAGroundBehindPaleColours()
+    {
+        QFETCH(QColor, color);
+        QFETCH(bool, grounded);
+        const QRgb paper = qRgb(255, 255, 255);
+        const QColor ground = readableGround(color.rgb(), paper);
+        QCOMPARE(ground.isValid(), grounded);
+        QVERIFY(!grounded || contrast(color.rgb(), ground.rgb()) >= 4.5);
+
+        QPalette light = m_view->palette();
+        light.setColor(QPalette::Base, QColor::fromRgb(paper));
+        m_view->setPalette(light);
+        m_view->setSelColor(color.rgb());
+        write(u"MMMM"_s);
+        settle();
+        QCOMPARE(m_view->styleAt(1).color, color.rgb());
+        const QRect word = m_view->characterRect(0).united(m_view->characterRect(3));
+        QVERIFY(showsColor(*viewport(), color, word));
+        QCOMPARE(grounded && showsColor(*viewport(), ground, word), grounded);
+        m_view->selectForReader(0, 4); // what is selected looks so all the same
+        settle();
+        const QColor selection = m_view->palette().color(QPalette::Inactive, QPalette::Highlight);
+        QVERIFY(showsColor(*viewport(), selection, word) ||
+                showsColor(*viewport(), m_view->palette().color(QPalette::Highlight), word));
+    }
+
+    void knowsWhenLinesCame()
+    {
+        qint64 now = QDateTime(QDate(2003, 4, 5), QTime(6, 7, 8)).toSecsSinceEpoch();
+        m_view->setNow([&now] { return now; });
+        const LineNotes& notes = m_view->notes();
+        const auto hint = [&](qsizetype line) { return LineDecor::timeHint(notes, line); };
+        writeLines(3);
+        now += 61;
+        write(u"in two "_s);
+        write(u"pieces\r\nopen"_s);
+        QVERIFY(hint(2).endsWith(u" 06:07:08"_s));
+        QVERIFY(hint(3).endsWith(u" 06:08:09"_s));
+        m_view->setSelStart(0); // what is inserted further up takes no line's time away
+        m_view->setSelText(u"first\r\n"_s);
+        QVERIFY(hint(3).endsWith(u" 06:07:08"_s));
+        QVERIFY(hint(4).endsWith(u" 06:08:09"_s));
+        m_view->setText({});
+        now += 60;
+        writeLines(1);
+        QVERIFY(hint(0).endsWith(u" 06:09:09"_s));
+        settle();
+
+        const int left = m_view->characterRect(0).left();
+        m_view->look().setShowsTimes(true);
+        settle();
+        const int margin = m_view->characterRect(0).left();
+        QVERIFY(margin > left + 20);
+        const QImage shown = viewport()->grab({2, 2, margin - 4, 20}).toImage();
+        QImage blank = shown;
+        blank.fill(m_view->palette().color(QPalette::Base));
+        QVERIFY(shown != blank);
+        QCOMPARE(m_view->offsetAt(before(1) + viewport()->pos()), 1);
+        m_view->selectAll();
+        QVERIFY(selected().startsWith(u"line "_s));
+    }
+
+    void marksLines()
+    {
+        m_view->markLastLine(); // of nothing
+        writeLines(5);
+        m_view->markLastLine();
+        writeLines(1);
+        const auto& marked = m_view->notes().marked();
+        QCOMPARE(marked, std::vector<qsizetype>{4});
+        settle();
+        const int top = m_view->characterRect(m_view->chatText().lineStart(4)).top();
+        const QRect edge(0, top, 2, 10);
+        QVERIFY(showsColor(*viewport(), LineDecor::markColor(), edge));
+        QVERIFY(!showsColor(*viewport(), LineDecor::markColor(), edge.translated(0, -top)));
+        writeLines(300);
+        settle();
+        QVERIFY(showsColor(bar(), LineDecor::markColor()));
+        m_view->setSelStart(0);
+        m_view->setSelText(u"one more above\r\n"_s);
+        QCOMPARE(marked, std::vector<qsizetype>{5});
+        m_view->setText({});
+        QVERIFY(marked.empty());
+        settle();
+        QVERIFY(!showsColor(bar(), LineDecor::markColor()));
+    }
+
+    void showsWhereTheReaderLeftOff()
+    {
+        const LineNotes& notes = m_view->notes();
+        writeLines(4);
+        QCOMPARE(notes.firstUnread(), -1);
+        QWidget other;
+        use(other);
+        QCOMPARE(notes.firstUnread(), -1);
+        writeLines(2);
+        QCOMPARE(notes.firstUnread(), 4);
+        use(*m_view);
+        QVERIFY(m_view->isLookedAt());
+        QCOMPARE(notes.firstUnread(), 4); // he is still to see it
+        settle();
+        const int top = m_view->characterRect(m_view->chatText().lineStart(4)).top();
+        QVERIFY(
+            showsColor(*viewport(), m_view->palette().color(QPalette::Highlight), {0, top, 2, 1}));
+        use(other);
+        QCOMPARE(notes.firstUnread(), -1);
+    }
+
+    void selectsByDragging()
+    {
+        write(u"first line\r\nsecond line\r\nthird line\r\n"_s);
+        settle();
+        QSignalSpy clicks(m_view.get(), &ChatView::Click);
+        const QPoint from = before(position(u"line"_s));
+        const QPoint to = before(position(u"third"_s) + 2);
+        for (const auto& [press, release] : {std::pair(from, to), std::pair(to, from)}) {
+            QTest::mousePress(viewport(), Qt::LeftButton, {}, press);
+            QTest::mouseMove(viewport(), QPoint(50, 30));
+            QTest::mouseMove(viewport(), release);
+            QTest::mouseRelease(viewport(), Qt::LeftButton, {}, release);
+            QCOMPARE(selected(), u"line\r\nsecond line\r\nth"_s);
+        }
+        QCOMPARE(clicks.count(), 2);
+        QTest::keyClick(m_view.get(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QApplication::clipboard()->text(), u"line\nsecond line\nth"_s);
+        QTest::mouseClick(viewport(), Qt::LeftButton, Qt::ShiftModifier,
+                          before(position(u"second"_s)));
+        QCOMPARE(selected(), u"second line\r\nth"_s);
+        QTest::mouseClick(viewport(), Qt::LeftButton, {}, from);
+        QCOMPARE(m_view->SelLength(), 0);
+    }
+
+    void scrollsWhileDraggingBeyondAnEdge()
+    {
+        writeLines(100);
+        settle();
+        const int bottom = bar().value();
+        const QPoint press = viewport()->rect().center();
+        QTest::mousePress(viewport(), Qt::LeftButton, {}, press);
+        QTest::mouseMove(viewport(), QPoint(press.x(), -30));
+        QTRY_VERIFY(bar().value() < bottom - 300);
+        QTest::mouseMove(viewport(), press);
+        QTest::mouseRelease(viewport(), Qt::LeftButton, {}, press);
+        settle(); // no timer goes on
+        QVERIFY(m_view->SelLength() > 100);
+    }
+
+    void selectsWordsAndLines()
+    {
+        write(u"one two, three\r\nfour five\r\n"_s);
+        settle();
+        QSignalSpy doubleClicks(m_view.get(), &ChatView::DblClick);
+        const auto send = [&](QEvent::Type type, QPoint place, ulong time) {
+            QMouseEvent event(type, place, viewport()->mapToGlobal(place), Qt::LeftButton,
+                              Qt::LeftButton, Qt::NoModifier);
+            event.setTimestamp(time);
+            QCoreApplication::sendEvent(viewport(), &event);
+        };
+        const QPoint onTwo = before(position(u"wo,"_s));
+        send(QEvent::MouseButtonDblClick, onTwo, 500);
+        QTest::mouseRelease(viewport(), Qt::LeftButton, {}, onTwo);
+        QCOMPARE(selected(), u"two"_s);
+        QCOMPARE(doubleClicks.count(), 1);
+        // A third press in time takes the line; held, it goes on by lines.
+        send(QEvent::MouseButtonDblClick, onTwo, 1000);
+        send(QEvent::MouseButtonPress, onTwo, 1010);
+        QCOMPARE(readerSelected(), u"one two, three"_s);
+        const QPoint onFive = before(position(u"ive"_s));
+        send(QEvent::MouseMove, onFive, 1020);
+        QTest::mouseRelease(viewport(), Qt::LeftButton, {}, onFive);
+        QCOMPARE(selected(), u"one two, three\r\nfour five"_s);
+    }
+
+    void selectsByKeyboard_data()
+    {
+        QTest::addColumn<QList<QKeyCombination>>("keys");
+        QTest::addColumn<QString>("selection");
+        const auto shift = [](Qt::Key key) { return Qt::SHIFT | key; };
+        const auto controlShift = [](Qt::Key key) { return Qt::CTRL | Qt::SHIFT | key; };
+        using Keys = QList<QKeyCombination>;
+        QTest::newRow("characters") << Keys(3, shift(Qt::Key_Right)) << u"wor"_s;
+        QTest::newRow("words") << Keys{controlShift(Qt::Key_Right)} << u"words"_s;
+        QTest::newRow("over the line end") << Keys(6, shift(Qt::Key_Right)) << u"words\r\n"_s;
+        QTest::newRow("keeps its column")
+            << Keys{shift(Qt::Key_Down), shift(Qt::Key_Down)} << u"words\r\nsh\r\nlast"_s;
+        QTest::newRow("row end") << Keys{shift(Qt::Key_End)} << u"words"_s;
+        QTest::newRow("page") << Keys{shift(Qt::Key_PageUp)} << u"two "_s;
+        QTest::newRow("to the end")
+            << Keys{controlShift(Qt::Key_End)} << u"words\r\nsh\r\nlast 🙂e\u0301 here"_s;
+        QTest::newRow("whole characters")
+            << Keys{controlShift(Qt::Key_End)} + Keys(8, shift(Qt::Key_Left)) +
+                   Keys(2, shift(Qt::Key_Right))
+            << u"words\r\nsh\r\nlast 🙂"_s;
+        QTest::newRow("everything")
+            << Keys{Qt::CTRL | Qt::Key_A} << u"two words\r\nsh\r\nlast 🙂e\u0301 here"_s;
+    }
+
+    void selectsByKeyboard()
+    {
+        QFETCH(QList<QKeyCombination>, keys);
+        m_view->setSelFontName(u"DejaVu Sans Mono"_s);
+        write(u"two words\r\nsh\r\nlast 🙂e\u0301 here"_s);
+        settle();
+        m_view->selectForReader(4, 4);
+        for (const QKeyCombination key : keys)
+            QTest::keyClick(m_view.get(), key.key(), key.keyboardModifiers());
+        QTest::keyRelease(m_view.get(), Qt::Key_Shift);
+        QTEST(selected(), "selection");
+    }
+
+    void keepsTheReadersSelectionWhileWriting()
+    {
+        write(u"keep :) this\r\n"_s);
+        m_view->selectForReader(position(u"this"_s), position(u"this"_s) + 4);
+        m_view->setSelStart(5);
+        m_view->setSelLength(2);
+        m_view->setSelText({});
+        for (int i = 0; i < 2; ++i)
+            m_view->InsertPicture({u":)"_s, {}, {18, 18}});
+        writeLines(50);
+        QCOMPARE(m_view->SelLength(), 0);
+        QCOMPARE(readerSelected(), u"this"_s);
+        QTest::keyClick(m_view.get(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QApplication::clipboard()->text(), u"this"_s);
+        m_view->selectForReader(0, 12);
+        m_view->copy(); // pictures as their codes
+        QCOMPARE(QApplication::clipboard()->text(), u"keep :):) this"_s);
+    }
+
+    void offersAMenu()
+    {
+        write(u"some text"_s);
+        const auto entry = [this](const QString& text) {
+            for (QAction* action : openMenu({10, 10})->actions()) {
+                if (action->text() == text)
+                    return action;
+            }
+            return static_cast<QAction*>(nullptr);
+        };
+        QVERIFY(!entry(u"&Copy"_s)->isEnabled());
+        entry(u"Select &All"_s)->trigger();
+        QVERIFY(entry(u"&Copy"_s)->isEnabled());
+        entry(u"&Copy"_s)->trigger();
+        QCOMPARE(QApplication::clipboard()->text(), u"some text"_s);
+        entry(u"&Find..."_s)->trigger();
+        QVERIFY(m_view->findChild<QLineEdit*>(u"findText"_s)->isVisible());
+    }
+
+    void leadsToLinks()
+    {
+        // A picture may stand in a link; what is meant is its code.
+        write(u"see http://a.org/"_s);
+        m_view->InsertPicture({u"ps2"_s, {}, {18, 18}});
+        write(u"/x and http://b.org\r\n"_s);
+        writeLines(1);
+        QStringList opened;
+        settle();
+        const QPoint onFirst = m_view->characterRect(position(u"http"_s)).center();
+        const auto entries = [&](QContextMenuEvent::Reason reason, QPoint place) {
+            const std::unique_ptr<QMenu> menu(openMenu(place, reason));
+            QStringList texts;
+            for (const QAction* action : menu->actions())
+                texts += action->text();
+            menu->actions().first()->trigger();
+            return texts.mid(0, 2);
+        };
+        const QColor underline = m_view->palette().color(QPalette::Link);
+        const auto isUnderlined = [&] { return showsColor(*viewport(), underline); };
+
+        m_view->setLinks({linksIn, {}});
+        QCOMPARE(entries(QContextMenuEvent::Mouse, onFirst).first(), u"Copy &Link"_s);
+        QCOMPARE(QApplication::clipboard()->text(), u"http://a.org/ps2/x"_s);
+        QTest::mouseMove(viewport(), onFirst);
+        QVERIFY(!isUnderlined());
+
+        m_view->setLinks({linksIn, [&opened](const QString& link) { opened += link; }});
+        QCOMPARE(entries(QContextMenuEvent::Mouse, onFirst),
+                 QStringList({u"&Open Link"_s, u"Copy &Link"_s}));
+        QCOMPARE(opened, QStringList(u"http://a.org/ps2/x"_s));
+        settle();
+        PaintCounter painted;
+        viewport()->installEventFilter(&painted);
+        QTest::mouseMove(viewport(), onFirst + QPoint(1, 0));
+        QTRY_VERIFY(painted.count > 0);
+        QVERIFY(isUnderlined());
+        QTest::mouseMove(viewport(), QPoint(300, 200));
+        QVERIFY(!isUnderlined());
+
+        use(*m_view); // Tab goes from link to link
+        m_view->setFocus();
+        QTest::keyClick(m_view.get(), Qt::Key_Tab);
+        QTest::keyClick(m_view.get(), Qt::Key_Tab);
+        QTest::keyClick(m_view.get(), Qt::Key_Return);
+        QCOMPARE(opened, QStringList({u"http://a.org/ps2/x"_s, u"http://b.org"_s}));
+        QTest::keyClick(m_view.get(), Qt::Key_Backtab);
+        QCOMPARE(readerSelected(), u"http://a.org/ps2/x"_s);
+        QCOMPARE(entries(QContextMenuEvent::Keyboard, {0, 0}).first(), u"&Open Link"_s);
+    }
+
+    void findsText()
+    {
+        write(u"Needle one\r\n"_s);
+        writeLines(300);
+        write(u"second needle\r\n"_s);
+        writeLines(300);
+        settle();
+        auto* line = m_view->findChild<QLineEdit*>(u"findText"_s);
+        auto* result = m_view->findChild<QLabel*>(u"findResult"_s);
+        QTest::keyClick(m_view.get(), Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(line->isVisible());
+        const qsizetype first = position(u"Needle"_s);
+        const qsizetype second = position(u"needle"_s);
+        const auto shows = [this](qsizetype match) {
+            return m_view->readerSelection().start() == match && selected().size() == 6 &&
+                   viewport()->rect().contains(m_view->characterRect(match));
+        };
+        QTest::keyClicks(line, u"needle"_s);
+        QVERIFY(shows(first));
+        QTest::keyClick(line, Qt::Key_Return);
+        QVERIFY(shows(second));
+        QTest::keyClick(line, Qt::Key_Return);
+        QVERIFY(shows(first));
+        QTest::keyClick(line, Qt::Key_Return, Qt::ShiftModifier);
+        QVERIFY(shows(second));
+        QVERIFY(!result->isVisible());
+        QTest::keyClicks(line, u"!"_s);
+        QVERIFY(result->isVisible());
+        QTest::keyClick(line, Qt::Key_Escape);
+        QVERIFY(!line->isVisible());
+        QVERIFY(shows(second));
+    }
+
+    void isReadByAScreenReader()
+    {
+        write(u"first words here\r\nsecond line\r\n"_s);
+        settle();
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(m_view.get());
+        QVERIFY(accessible && accessible->state().readOnly && accessible->state().multiLine);
+        QAccessibleTextInterface* text = accessible->textInterface();
+        QCOMPARE(text->text(6, 11), u"words"_s);
+        QCOMPARE(text->text(0, -1), u"first words here\nsecond line\n"_s);
+        int start = 0;
+        int end = 0;
+        QCOMPARE(text->textAtOffset(8, QAccessible::WordBoundary, &start, &end), u"words"_s);
+        QCOMPARE(std::pair(start, end), std::pair(6, 11));
+        constexpr auto line = QAccessible::LineBoundary;
+        QCOMPARE(text->textAtOffset(8, line, &start, &end), u"first words here\n"_s);
+        QCOMPARE(text->textAfterOffset(8, line, &start, &end), u"second line\n"_s);
+        QCOMPARE(text->textBeforeOffset(20, line, &start, &end), u"first words here\n"_s);
+        QCOMPARE(text->textBeforeOffset(3, line, &start, &end), QString());
+        QCOMPARE(text->textAfterOffset(28, QAccessible::CharBoundary, &start, &end), QString());
+        const QRect place = text->characterRect(18);
+        QCOMPARE(text->offsetAtPoint(place.center()), 18);
+        text->setSelection(0, 17, 23);
+        QCOMPARE(text->selectionCount(), 1);
+        QCOMPARE(selected(), u"second"_s);
+        text->removeSelection(0);
+        QCOMPARE(text->selectionCount(), 0);
+        text->setCursorPosition(3);
+        QTest::keyClick(m_view.get(), Qt::Key_Right);
+        QCOMPARE(text->cursorPosition(), 4);
+        m_view->setSelStart(m_view->TextLength());
+        m_view->InsertPicture({u":))"_s, {}, {18, 18}});
+        write(u" so"_s);
+        QCOMPARE(text->characterCount(), 35);
+        QCOMPARE(text->text(24, 34), u"line\n:)) s"_s);
+        QCOMPARE(text->text(30, 33), u")) "_s);
+        QCOMPARE(text->textAtOffset(30, QAccessible::CharBoundary, &start, &end), u":))"_s);
+        QCOMPARE(std::pair(start, end), std::pair(29, 32));
+        text->setSelection(0, 33, 35);
+        QCOMPARE(selected(), u"so"_s);
+        QVERIFY(text->attributes(2, &start, &end).contains(u"color:rgb(0,0,0)"_s));
+        QCOMPARE(std::pair(start, end), std::pair(0, 16));
+    }
+
+    void tellsAScreenReaderOfChanges()
+    {
+        QStringList told;
+        ChatText text;
+        AttributeTables tables;
+        tables.styles.indexOf({});
+        const auto smiley = static_cast<quint16>(tables.pictures.indexOf({u":)"_s, {}, {}}) + 1);
+        SpokenText spoken(text, tables);
+        AccessibleChanges changes(
+            m_view.get(), text, spoken, [&told](const QAccessibleEvent& event) {
+                if (event.type() == QAccessible::TextInserted) {
+                    const auto& inserted = static_cast<const QAccessibleTextInsertEvent&>(event);
+                    told << u"+%1 %2"_s.arg(inserted.changePosition()).arg(inserted.textInserted());
+                } else if (event.type() == QAccessible::TextRemoved) {
+                    const auto& removed = static_cast<const QAccessibleTextRemoveEvent&>(event);
+                    told << u"-%1 %2"_s.arg(removed.changePosition()).arg(removed.textRemoved());
+                } else if (event.type() == QAccessible::TextCaretMoved) {
+                    const auto& moved = static_cast<const QAccessibleTextCursorEvent&>(event);
+                    told << u"caret %1"_s.arg(moved.cursorPosition());
+                }
+            });
+        const auto replace = [&](qsizetype start, qsizetype length, const QString& inserted) {
+            changes.aboutToReplace(start, length, inserted);
+            spoken.textChanged(text.replace(start, length, inserted, {}));
+        };
+        const auto taken = [&told] { return std::exchange(told, {}); };
+        replace(0, 0, u"one "_s);
+        replace(4, 0, u"two\n"_s);
+        replace(4, 2, u"TW"_s); // nobody knows of it yet
+        QCOMPARE(taken(), QStringList());
+        changes.textShown();
+        QCOMPARE(taken(), QStringList({u"+0 one TWo\n"_s}));
+        changes.textShown();
+        QCOMPARE(taken(), QStringList());
+        replace(4, 3, u"2"_s);
+        QCOMPARE(taken(), QStringList({u"-4 TWo"_s, u"+4 2"_s}));
+        replace(6, 0, u"three"_s);
+        replace(5, 2, u"!"_s); // the known line end and a letter that is not
+        QCOMPARE(taken(), QStringList({u"-5 \n"_s}));
+        changes.textShown();
+        QCOMPARE(taken(), QStringList({u"+5 !hree"_s}));
+        ReaderSelection reader(text);
+        reader.select(1, 3);
+        changes.readerMoved(reader);
+        QCOMPARE(taken(), QStringList({u"caret 3"_s}));
+        // Pictures are heard as their codes, and count as many characters.
+        spoken.textChanged(text.replace(1, 0, u"\ufffc"_s, {0, smiley}));
+        changes.skipNewText();
+        replace(text.length(), 0, u"a b"_s);
+        spoken.textChanged(text.replace(text.length() - 2, 1, u"\ufffc"_s, {0, smiley}));
+        QCOMPARE(changes.textShown(), u"a:)b"_s);
+        QCOMPARE(taken(), QStringList({u"+12 a:)b"_s}));
+        reader.select(text.length(), text.length());
+        changes.readerMoved(reader);
+        QCOMPARE(taken(), QStringList({u"caret 16"_s}));
+    }
+
+    void announcesLinesWhileTheKeyboardIsElsewhere()
+    {
+        auto* announcer = m_view->findChild<LineAnnouncer*>();
+        QCOMPARE(QAccessible::queryAccessibleInterface(announcer)->role(),
+                 QAccessible::Notification);
+        const auto said = [&] {
+            announcer->setAccessibleName({});
+            m_view->tellScreenReader();
+            return announcer->accessibleName();
+        };
+        QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
+        m_view->find(); // the keyboard is in its field
+        write(u"hello "_s);
+        m_view->InsertPicture({u":)"_s, {}, {18, 18}});
+        write(u"\r\nworld\r\n"_s);
+        QCOMPARE(said(), u"hello :)\nworld"_s);
+        QCOMPARE(said(), QString());
+        writeLines(300); // nobody is read a flood to its end
+        const QString end = said();
+        QVERIFY(end.size() <= 600 && end.startsWith(u"line "_s) && end.contains(u"line 302"_s));
+        m_view->setFocus(); // then the text itself is read
+        writeLines(1);
+        QCOMPARE(said(), QString());
+        m_view->find();
+        QWidget other;
+        use(other);
+        writeLines(1);
+        QCOMPARE(said(), QString());
+    }
 
 private:
     void write(const QString& text)
@@ -86,13 +808,23 @@ private:
         m_view->setSelStart(m_view->TextLength());
         m_view->setSelText(text);
     }
-    void writeLines(int count);
+    void writeLines(int count)
+    {
+        const qsizetype first = m_view->chatText().lineCount();
+        for (qsizetype i = first; i < first + count; ++i) {
+            // Some lines need several rows, some are higher: estimates of them are off.
+            m_view->setSelFontSize(i % 9 == 0 ? 15 : 10);
+            write("line "_L1 + QString::number(i) + u' ' +
+                  u"iiiiiiiiiii WWWWWWWWWW "_s.repeated(i % 5) + "\r\n"_L1);
+        }
+    }
     // Until what has been written is shown.
     void settle() { QTRY_VERIFY(timers() == 0); }
     qsizetype timers() const
     {
         return QAbstractEventDispatcher::instance()->registeredTimers(m_view.get()).size();
     }
+    QWidget* viewport() const { return m_view->viewport(); }
     QScrollBar& bar() const { return *m_view->verticalScrollBar(); }
     qsizetype position(const QString& text) const
     {
@@ -125,847 +857,19 @@ private:
     QMenu* openMenu(QPoint place, QContextMenuEvent::Reason reason = QContextMenuEvent::Mouse)
     {
         delete m_view->findChild<QMenu*>();
-        QContextMenuEvent event(reason, place, m_view->viewport()->mapToGlobal(place));
-        QCoreApplication::sendEvent(m_view->viewport(), &event);
+        QContextMenuEvent event(reason, place, viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(viewport(), &event);
         return m_view->findChild<QMenu*>();
     }
-    void useOther(QWidget& other)
+    void use(QWidget& window)
     {
-        other.show();
-        other.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&other));
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
     }
 
     std::unique_ptr<ChatView> m_view;
 };
-
-void ChatViewTest::init()
-{
-    m_view = std::make_unique<ChatView>();
-    m_view->setSelFontSize(10);
-    m_view->resize(400, 300);
-    m_view->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
-}
-
-void ChatViewTest::writeLines(int count)
-{
-    const qsizetype first = m_view->chatText().lineCount();
-    for (qsizetype i = first; i < first + count; ++i) {
-        // Some lines need several rows, some are higher: estimates of them are off.
-        m_view->setSelFontSize(i % 9 == 0 ? 15 : 10);
-        write("line "_L1 + QString::number(i) + u' ' +
-              u"iiiiiiiiiii WWWWWWWWWW "_s.repeated(i % 5) + "\r\n"_L1);
-    }
-}
-
-void ChatViewTest::paintsOnceAFrameAndThenRests()
-{
-    PaintCounter painted;
-    m_view->viewport()->installEventFilter(&painted);
-    settle();
-    painted.count = 0;
-    QElapsedTimer time;
-    time.start();
-    for (int i = 0; i < 500; ++i) {
-        writeLines(1);
-        QCoreApplication::processEvents();
-    }
-    const auto frames = static_cast<int>(time.elapsed() / 16);
-    QVERIFY2(painted.count <= frames + 2, qPrintable(QString::number(painted.count)));
-    settle();
-    QVERIFY(painted.count > 0);
-    const int settled = painted.count;
-    QCoreApplication::processEvents();
-    QVERIFY(painted.count <= settled + 1);
-}
-
-void ChatViewTest::followsTheNewestLine()
-{
-    writeLines(200);
-    write(u"newest"_s);
-    settle();
-    QVERIFY(bar().maximum() > 0);
-    QCOMPARE(bar().value(), bar().maximum());
-    QVERIFY(m_view->viewport()->rect().contains(m_view->characterRect(position(u"newest"_s))));
-    m_view->setText({});
-    settle();
-    QCOMPARE(bar().maximum(), 0);
-    write(u"again"_s);
-    settle();
-    QVERIFY(m_view->characterRect(0).top() < 20); // short text starts at the top
-}
-
-void ChatViewTest::holdsItsPlaceWhileLinesArrive()
-{
-    auto* notice = m_view->findChild<QToolButton*>(u"unseenNotice"_s);
-    writeLines(200);
-    settle();
-    QVERIFY(!notice->isVisible());
-    bar().triggerAction(QAbstractSlider::SliderPageStepSub);
-    const qsizetype read = m_view->chatText().lineStart(180);
-    const QRect place = m_view->characterRect(read);
-    writeLines(300);
-    settle();
-    QCOMPARE(m_view->characterRect(read), place);
-    QVERIFY(bar().value() < bar().maximum());
-    QVERIFY(notice->isVisible());
-    QCOMPARE(notice->text(), u"New messages below"_s);
-    QVERIFY(notice->accessibleName().endsWith(u": 300"_s));
-    QTest::mouseClick(notice, Qt::LeftButton);
-    settle();
-    QCOMPARE(bar().value(), bar().maximum());
-    QVERIFY(!notice->isVisible());
-
-    bar().triggerAction(QAbstractSlider::SliderPageStepSub);
-    QVERIFY(!m_view->isFollowing());
-    QTest::keyClick(m_view.get(), Qt::Key_End);
-    QVERIFY(m_view->isFollowing());
-}
-
-// However wrong the estimates above are.
-void ChatViewTest::pagesByExactlyOnePage()
-{
-    writeLines(600);
-    settle();
-    int pages = 0;
-    while (bar().value() > bar().pageStep()) {
-        const int y = m_view->viewport()->height() / 4;
-        qsizetype shown = -1;
-        for (int down = y; shown < 0; ++down)
-            shown = m_view->offsetAt({20, down});
-        shown = m_view->chatText().positionOf(shown);
-        const int top = m_view->characterRect(shown).top();
-        bar().triggerAction(QAbstractSlider::SliderPageStepSub);
-        if (bar().value() == 0)
-            break;
-        QCOMPARE(m_view->characterRect(shown).top(), top + bar().pageStep());
-        ++pages;
-    }
-    QVERIFY(pages > 20);
-    bar().setValue(0);
-    QCOMPARE(m_view->characterRect(0).top(), ChatScroll::margin);
-}
-
-void ChatViewTest::jumpsAnywhereAndBack()
-{
-    writeLines(2000);
-    settle();
-    for (const double part : {0.5, 0.1, 0.9, 0.0}) {
-        bar().setValue(static_cast<int>(bar().maximum() * part));
-        settle();
-        const double reached = static_cast<double>(bar().value()) / bar().maximum();
-        QVERIFY(std::abs(reached - part) < 0.02);
-        QVERIFY(!m_view->isFollowing());
-    }
-    QCOMPARE(m_view->offsetAt(before(0) + m_view->viewport()->pos()), 0);
-    QCOMPARE(m_view->offsetAt(QPoint(380, before(0).y())), -1); // beside its line
-    QCOMPARE(m_view->offsetAt({-5, -5}), -1);
-    m_view->scrollByPages(1);
-    m_view->scrollByPages(-9); // no further than to the start
-    QCOMPARE(m_view->characterRect(0).top(), ChatScroll::margin);
-    bar().setValue(bar().maximum());
-    QVERIFY(m_view->isFollowing());
-}
-
-void ChatViewTest::resizingKeepsTheTopLine()
-{
-    writeLines(1000);
-    settle();
-    bar().setValue(bar().maximum() / 2);
-    qsizetype line = 0;
-    while (m_view->characterRect(m_view->chatText().lineStart(line)).top() < 0)
-        ++line;
-    const qsizetype start = m_view->chatText().lineStart(line);
-    for (const int width : {300, 700, 400}) {
-        m_view->resize(width, 300);
-        settle();
-        const QRect place = m_view->characterRect(start);
-        QVERIFY(place.bottom() > 0 && place.top() < 150);
-        QVERIFY(!m_view->isFollowing());
-    }
-    bar().setValue(bar().maximum());
-    m_view->resize(250, 200);
-    settle();
-    QCOMPARE(bar().value(), bar().maximum());
-}
-
-void ChatViewTest::wrapsVeryLongLines_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::newRow("words") << u"many short words "_s.repeated(2000);
-    QTest::newRow("one word") << QString(32'767, u'w');
-    QTest::newRow("combining marks") << u"e"_s + QString(5'000, QChar(0x301));
-    QTest::newRow("right to left") << u"\u05e9\u05dc\u05d5\u05dd "_s.repeated(1000);
-    QTest::newRow("surrogates") << u"\U0001f600"_s.repeated(3000);
-    QTest::newRow("controls") << u"a\tb\u0001c\u000f\u2028d\u2029e "_s.repeated(300);
-}
-
-void ChatViewTest::wrapsVeryLongLines()
-{
-    QFETCH(QString, text);
-    ChatText content;
-    content.replace(0, 0, text, {});
-    AttributeTables tables;
-    tables.styles.indexOf({});
-    const StyleFormats formats(tables, m_view->font(), m_view->palette());
-    LineLayout layout(content.line(0), formats, 300);
-    for (const int width : {300, 90, 1}) {
-        layout.wrap(width);
-        int column = 0;
-        int top = 0;
-        for (const LineLayout::Row& row : layout.rows()) {
-            QCOMPARE(row.start, column);
-            QCOMPARE(row.top, top);
-            QVERIFY(row.end > row.start);
-            column = row.end;
-            top += row.height;
-        }
-        QCOMPARE(column, text.size());
-        QCOMPARE(layout.height(), top);
-    }
-    write(text);
-    settle();
-    const int last = m_view->characterRect(m_view->chatText().length() - 1).center().y();
-    QVERIFY(last > 0 && last < m_view->viewport()->height());
-}
-
-void ChatViewTest::estimatesOneRowAboutAsItIs()
-{
-    AttributeTables tables;
-    const quint16 usual = tables.styles.indexOf({});
-    TextStyle large;
-    large.fontSize = 24;
-    const quint16 big = tables.styles.indexOf(large);
-    const auto tall = static_cast<quint16>(tables.pictures.indexOf({u":)"_s, {}, {18, 90}}) + 1);
-    ChatText text;
-    for (const auto& [line, attributes] :
-         {std::pair(u"plain words\n\n"_s, ChatText::Attributes{usual, 0}),
-          std::pair(u"\u0448\u0448\u0448\n"_s, ChatText::Attributes{usual, 0}),
-          std::pair(u"large words\n"_s, ChatText::Attributes{big, 0}),
-          std::pair(u"\ufffc\ufffc\n"_s, ChatText::Attributes{usual, tall})})
-        text.replace(text.length(), 0, line, attributes);
-    for (const double zoom : {1.0, 2.0}) {
-        const StyleFormats formats(tables, m_view->font(), m_view->palette(), zoom);
-        for (qsizetype line = 0; line < 5; ++line) {
-            const auto extent = formats.estimate(text, line);
-            const LineLayout layout(text.line(line), formats, 10'000);
-            QVERIFY(std::abs(extent.rowHeight - layout.height()) <= 2);
-            const double width = layout.rows().front().line.naturalTextWidth();
-            QVERIFY2(std::abs(extent.width - width) <= 0.25 * width, QByteArray::number(line));
-        }
-    }
-    // What is laid out counts as it is, whatever the width becomes; behind the last line is
-    // nothing.
-    ChatLayout layout(
-        text, std::make_unique<StyleFormats>(tables, m_view->font(), m_view->palette(), 1.0));
-    for (const int width : {10'000, 40, 90}) {
-        layout.setWidth(width);
-        layout.update();
-        for (qsizetype line = 0; line < 6; ++line) {
-            const int height = line < 5 ? layout.line(line).height() : 0;
-            QCOMPARE(layout.top(line + 1) - layout.top(line), height);
-        }
-    }
-}
-
-void ChatViewTest::zooms()
-{
-    ChatView other(nullptr, std::shared_ptr<ViewLook>(&m_view->look(), [](ViewLook*) {}));
-    other.setSelText(u"word"_s);
-    write(u"word"_s);
-    settle();
-    const auto height = [&] { return m_view->characterRect(0).height(); };
-    const auto press = [&](Qt::Key key, int times = 1) {
-        for (int i = 0; i < times; ++i)
-            QTest::keyClick(m_view.get(), key, Qt::ControlModifier);
-        return qRound(m_view->look().zoom() * 100);
-    };
-    const auto turn = [&](int angle) {
-        QWheelEvent event({9, 9}, {9, 9}, {}, {0, angle}, Qt::NoButton, Qt::ControlModifier,
-                          Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(m_view->viewport(), &event);
-        return qRound(m_view->look().zoom() * 100);
-    };
-    const int usual = height();
-    const int others = other.characterRect(0).height();
-    QCOMPARE(press(Qt::Key_Plus), 110);
-    QCOMPARE(press(Qt::Key_Equal), 120);
-    QVERIFY(height() > usual && other.characterRect(0).height() > others); // all conversations
-    QCOMPARE(press(Qt::Key_Minus), 110);
-    QCOMPARE(turn(60), 110); // half a notch
-    QCOMPARE(turn(60), 120);
-    QCOMPARE(turn(-240), 100);
-    QCOMPARE(press(Qt::Key_Plus, 50), 300);
-    QCOMPARE(press(Qt::Key_Minus, 50), 50);
-    QVERIFY(height() < usual);
-    QCOMPARE(press(Qt::Key_0), 100);
-    QCOMPARE(height(), usual);
-    QTest::keyClick(m_view.get(), Qt::Key_Plus);
-    QCOMPARE(turn(0), 100);
-}
-
-void ChatViewTest::drawsPictures()
-{
-    const QSize size(60, 70); // higher than text
-    const QTemporaryDir folder;
-    QFile drawing(folder.filePath(u"square.svg"_s));
-    QVERIFY(drawing.open(QIODevice::WriteOnly));
-    drawing.write("<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 4 4'>"
-                  "<rect width='4' height='4' fill='#00c000'/></svg>");
-    drawing.close();
-    write(u"a "_s);
-    m_view->InsertPicture({u"[]"_s, drawing.fileName(), size});
-    write(u"b\r\nnext"_s);
-    settle();
-    const QRect picture = m_view->characterRect(2);
-    QVERIFY(std::abs(picture.width() - size.width()) <= 1); // its place may be a fraction
-    QVERIFY(picture.height() >= size.height());
-    QVERIFY(m_view->characterRect(position(u"next"_s)).top() > picture.top() + size.height() - 1);
-    const auto middle = [&] {
-        const QImage shown = m_view->viewport()->grab().toImage();
-        return shown.pixelColor(picture.center() * shown.devicePixelRatio());
-    };
-    QCOMPARE(middle(), QColor(0, 0xc0, 0));
-
-    // The picture in sight stays what it is while new ones come to be known.
-    for (int i = 0; i < 64; ++i)
-        m_view->InsertPicture({QString::number(i), QString::number(i), {1, 1}});
-    QCOMPARE(middle(), QColor(0, 0xc0, 0));
-}
-
-void ChatViewTest::isReadableOnADarkBase()
-{
-    const QColor base(20, 20, 30);
-    QPalette dark = m_view->palette();
-    dark.setColor(QPalette::Base, base);
-    dark.setColor(QPalette::Text, Qt::white);
-    m_view->setPalette(dark);
-    for (const QRgb color : {0x000000, 0x0000ff, 0x00007f, 0x7f0000, 0xff0000, 0xffffff}) {
-        m_view->setText({});
-        m_view->setSelColor(color);
-        write(u"MMMM"_s);
-        settle();
-        const QImage shown = m_view->viewport()->grab({0, 0, 60, 30}).toImage();
-        double best = 0;
-        for (int at = 0; at < 60 * 30; ++at)
-            best = std::max(best, contrast(shown.pixel(at % 60, at / 60), base.rgb()));
-        QVERIFY2(best >= 3, qPrintable(QColor(color).name()));
-    }
-}
-
-void ChatViewTest::putsAGroundBehindPaleColours_data()
-{
-    QTest::addColumn<QColor>("color");
-    QTest::addColumn<bool>("grounded");
-    QTest::newRow("white") << QColor(255, 255, 255) << true;
-    QTest::newRow("orange") << QColor(255, 127, 0) << true;
-    QTest::newRow("light grey") << QColor(184, 184, 184) << true;
-    QTest::newRow("red") << QColor(255, 0, 0) << false;
-    QTest::newRow("black") << QColor(0, 0, 0) << false;
-}
-
-void ChatViewTest::putsAGroundBehindPaleColours()
-{
-    QFETCH(QColor, color);
-    QFETCH(bool, grounded);
-    const QRgb paper = qRgb(255, 255, 255);
-    const QColor ground = readableGround(color.rgb(), paper);
-    QCOMPARE(ground.isValid(), grounded);
-    QVERIFY(!grounded || contrast(color.rgb(), ground.rgb()) >= 4.5);
-
-    QPalette light = m_view->palette();
-    light.setColor(QPalette::Base, QColor::fromRgb(paper));
-    m_view->setPalette(light);
-    m_view->setSelColor(color.rgb());
-    write(u"MMMM"_s);
-    settle();
-    QCOMPARE(m_view->styleAt(1).color, color.rgb());
-    const QRect word = m_view->characterRect(0).united(m_view->characterRect(3));
-    QVERIFY(showsColor(*m_view->viewport(), color, word));
-    QCOMPARE(grounded && showsColor(*m_view->viewport(), ground, word), grounded);
-    QVERIFY(!showsColor(*m_view->viewport(), color, {300, 50, 10, 10}) || color == Qt::white);
-    m_view->selectForReader(0, 4); // what is selected looks so all the same
-    settle();
-    const QColor selection = m_view->palette().color(QPalette::Inactive, QPalette::Highlight);
-    QVERIFY(showsColor(*m_view->viewport(), selection, word) ||
-            showsColor(*m_view->viewport(), m_view->palette().color(QPalette::Highlight), word));
-}
-
-void ChatViewTest::knowsWhenLinesCame()
-{
-    qint64 now = QDateTime(QDate(2003, 4, 5), QTime(6, 7, 8)).toSecsSinceEpoch();
-    m_view->setNow([&now] { return now; });
-    const auto hint = [this](qsizetype line) { return LineDecor::timeHint(m_view->notes(), line); };
-    writeLines(3);
-    now += 61;
-    write(u"in two "_s);
-    write(u"pieces\r\nopen"_s);
-    QVERIFY(hint(2).endsWith(u" 06:07:08"_s));
-    QVERIFY(hint(3).endsWith(u" 06:08:09"_s));
-    m_view->setSelStart(0); // what is inserted further up takes no line's time away
-    m_view->setSelText(u"first\r\n"_s);
-    QVERIFY(hint(3).endsWith(u" 06:07:08"_s));
-    QVERIFY(hint(4).endsWith(u" 06:08:09"_s));
-    m_view->setText({});
-    now += 60;
-    writeLines(1);
-    QVERIFY(hint(0).endsWith(u" 06:09:09"_s));
-    settle();
-
-    const int left = m_view->characterRect(0).left();
-    m_view->look().setShowsTimes(true);
-    settle();
-    const int margin = m_view->characterRect(0).left();
-    QVERIFY(margin > left + 20);
-    const QColor paper = m_view->palette().color(QPalette::Base);
-    const QImage shown = m_view->viewport()->grab({2, 2, margin - 4, 20}).toImage();
-    bool isPainted = false;
-    for (int x = 0; x < shown.width(); ++x)
-        isPainted |= shown.pixelColor(x, shown.height() / 2) != paper;
-    QVERIFY(isPainted);
-    QCOMPARE(m_view->offsetAt(before(1) + m_view->viewport()->pos()), 1);
-    m_view->selectAll();
-    QVERIFY(selected().startsWith(u"line "_s));
-}
-
-void ChatViewTest::marksLines()
-{
-    m_view->markLastLine(); // of nothing
-    writeLines(5);
-    m_view->markLastLine();
-    writeLines(1);
-    const auto& marked = m_view->notes().marked();
-    QCOMPARE(marked, std::vector<qsizetype>{4});
-    settle();
-    const int top = m_view->characterRect(m_view->chatText().lineStart(4)).top();
-    const QRect edge(0, top, 2, 10);
-    QVERIFY(showsColor(*m_view->viewport(), LineDecor::markColor(), edge));
-    QVERIFY(!showsColor(*m_view->viewport(), LineDecor::markColor(), edge.translated(0, -top)));
-    writeLines(300);
-    settle();
-    QVERIFY(showsColor(bar(), LineDecor::markColor()));
-    m_view->setSelStart(0);
-    m_view->setSelText(u"one more above\r\n"_s);
-    QCOMPARE(marked, std::vector<qsizetype>{5});
-    m_view->setText({});
-    QVERIFY(marked.empty());
-    settle();
-    QVERIFY(!showsColor(bar(), LineDecor::markColor()));
-}
-
-void ChatViewTest::showsWhereTheReaderLeftOff()
-{
-    const LineNotes& notes = m_view->notes();
-    writeLines(4);
-    QCOMPARE(notes.firstUnread(), -1);
-    QWidget other;
-    useOther(other);
-    QVERIFY(!m_view->isLookedAt());
-    QCOMPARE(notes.firstUnread(), -1);
-    writeLines(2);
-    QCOMPARE(notes.firstUnread(), 4);
-    m_view->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
-    QVERIFY(m_view->isLookedAt());
-    QCOMPARE(notes.firstUnread(), 4); // he is still to see it
-    settle();
-    const int top = m_view->characterRect(m_view->chatText().lineStart(4)).top();
-    QVERIFY(showsColor(*m_view->viewport(), m_view->palette().color(QPalette::Highlight),
-                       {0, top, 2, 1}));
-    useOther(other);
-    QCOMPARE(notes.firstUnread(), -1);
-}
-
-void ChatViewTest::selectsByDragging()
-{
-    write(u"first line\r\nsecond line\r\nthird line\r\n"_s);
-    settle();
-    QSignalSpy clicks(m_view.get(), &ChatView::Click);
-    const QPoint from = before(position(u"line"_s));
-    const QPoint to = before(position(u"third"_s) + 2);
-    for (const auto& [press, release] : {std::pair(from, to), std::pair(to, from)}) {
-        QTest::mousePress(m_view->viewport(), Qt::LeftButton, {}, press);
-        QTest::mouseMove(m_view->viewport(), QPoint(50, 30));
-        QTest::mouseMove(m_view->viewport(), release);
-        QTest::mouseRelease(m_view->viewport(), Qt::LeftButton, {}, release);
-        QCOMPARE(selected(), u"line\r\nsecond line\r\nth"_s);
-    }
-    QCOMPARE(clicks.count(), 2);
-    QTest::keyClick(m_view.get(), Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QApplication::clipboard()->text(), u"line\nsecond line\nth"_s);
-    QTest::mouseClick(m_view->viewport(), Qt::LeftButton, Qt::ShiftModifier,
-                      before(position(u"second"_s)));
-    QCOMPARE(selected(), u"second line\r\nth"_s);
-    QTest::mouseClick(m_view->viewport(), Qt::LeftButton, {}, from);
-    QCOMPARE(m_view->SelLength(), 0);
-}
-
-void ChatViewTest::scrollsWhileDraggingBeyondAnEdge()
-{
-    writeLines(100);
-    settle();
-    const int bottom = bar().value();
-    const QPoint press = m_view->viewport()->rect().center();
-    QTest::mousePress(m_view->viewport(), Qt::LeftButton, {}, press);
-    QTest::mouseMove(m_view->viewport(), QPoint(press.x(), -30));
-    QTRY_VERIFY(bar().value() < bottom - 300);
-    QTest::mouseMove(m_view->viewport(), press);
-    QTest::mouseRelease(m_view->viewport(), Qt::LeftButton, {}, press);
-    settle(); // no timer goes on
-    QVERIFY(m_view->SelLength() > 100);
-}
-
-void ChatViewTest::selectsWordsAndLines()
-{
-    write(u"one two, three\r\nfour five\r\n"_s);
-    settle();
-    QWidget* viewport = m_view->viewport();
-    const QPoint onTwo = before(position(u"wo,"_s));
-    QSignalSpy doubleClicks(m_view.get(), &ChatView::DblClick);
-    QTest::mouseDClick(viewport, Qt::LeftButton, {}, onTwo);
-    QTest::mouseRelease(viewport, Qt::LeftButton, {}, onTwo);
-    QCOMPARE(selected(), u"two"_s);
-    QCOMPARE(doubleClicks.count(), 1);
-    // A third press in time takes the line; held, it goes on by lines.
-    QMouseEvent twice(QEvent::MouseButtonDblClick, onTwo, viewport->mapToGlobal(onTwo),
-                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    twice.setTimestamp(1000);
-    QCoreApplication::sendEvent(viewport, &twice);
-    QMouseEvent third(QEvent::MouseButtonPress, onTwo, viewport->mapToGlobal(onTwo), Qt::LeftButton,
-                      Qt::LeftButton, Qt::NoModifier);
-    third.setTimestamp(1010);
-    QCoreApplication::sendEvent(viewport, &third);
-    QCOMPARE(readerSelected(), u"one two, three"_s);
-    const QPoint onFive = before(position(u"ive"_s));
-    QMouseEvent held(QEvent::MouseMove, onFive, viewport->mapToGlobal(onFive), Qt::NoButton,
-                     Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(viewport, &held);
-    QTest::mouseRelease(viewport, Qt::LeftButton, {}, onFive);
-    QCOMPARE(selected(), u"one two, three\r\nfour five"_s);
-}
-
-void ChatViewTest::selectsByKeyboard_data()
-{
-    QTest::addColumn<QList<QKeyCombination>>("keys");
-    QTest::addColumn<QString>("selection");
-    const auto shift = [](Qt::Key key) { return Qt::SHIFT | key; };
-    const auto controlShift = [](Qt::Key key) { return Qt::CTRL | Qt::SHIFT | key; };
-    using Keys = QList<QKeyCombination>;
-    QTest::newRow("characters") << Keys{shift(Qt::Key_Right), shift(Qt::Key_Right),
-                                        shift(Qt::Key_Right), shift(Qt::Key_Left)}
-                                << u"wo"_s;
-    QTest::newRow("words") << Keys{controlShift(Qt::Key_Right)} << u"words"_s;
-    QTest::newRow("over the line end") << Keys(6, shift(Qt::Key_Right)) << u"words\r\n"_s;
-    QTest::newRow("rows") << Keys{shift(Qt::Key_Down)} << u"words\r\nsh"_s;
-    QTest::newRow("keeps its column")
-        << Keys{shift(Qt::Key_Down), shift(Qt::Key_Down)} << u"words\r\nsh\r\nlast"_s;
-    QTest::newRow("row end") << Keys{shift(Qt::Key_End)} << u"words"_s;
-    QTest::newRow("page") << Keys{shift(Qt::Key_PageUp)} << u"two "_s;
-    QTest::newRow("to the end") << Keys{controlShift(Qt::Key_End)}
-                                << u"words\r\nsh\r\nlast one here"_s;
-    QTest::newRow("everything") << Keys{Qt::CTRL | Qt::Key_A}
-                                << u"two words\r\nsh\r\nlast one here"_s;
-}
-
-void ChatViewTest::selectsByKeyboard()
-{
-    QFETCH(QList<QKeyCombination>, keys);
-    m_view->setSelFontName(u"DejaVu Sans Mono"_s);
-    write(u"two words\r\nsh\r\nlast one here"_s);
-    settle();
-    m_view->selectForReader(4, 4);
-    for (const QKeyCombination key : keys)
-        QTest::keyClick(m_view.get(), key.key(), key.keyboardModifiers());
-    QTest::keyRelease(m_view.get(), Qt::Key_Shift);
-    QTEST(selected(), "selection");
-}
-
-void ChatViewTest::stepsOverWholeCharacters()
-{
-    write(u"a🙂e\u0301z"_s);
-    settle();
-    m_view->selectForReader(1, 1);
-    const auto press = [&](Qt::Key key) {
-        QTest::keyClick(m_view.get(), key, Qt::ShiftModifier);
-        return selected();
-    };
-    QCOMPARE(press(Qt::Key_Right), u"🙂"_s);
-    QCOMPARE(press(Qt::Key_Right), u"🙂e\u0301"_s);
-    QCOMPARE(press(Qt::Key_Left), u"🙂"_s);
-    QCOMPARE(press(Qt::Key_Left), QString());
-    QTest::keyRelease(m_view.get(), Qt::Key_Shift);
-}
-
-void ChatViewTest::keepsTheReadersSelectionWhileWriting()
-{
-    write(u"keep :) this\r\n"_s);
-    m_view->selectForReader(position(u"this"_s), position(u"this"_s) + 4);
-    m_view->setSelStart(5);
-    m_view->setSelLength(2);
-    m_view->setSelText({});
-    for (int i = 0; i < 2; ++i)
-        m_view->InsertPicture({u":)"_s, {}, {18, 18}});
-    writeLines(50);
-    QCOMPARE(m_view->SelLength(), 0);
-    QCOMPARE(readerSelected(), u"this"_s);
-    QTest::keyClick(m_view.get(), Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QApplication::clipboard()->text(), u"this"_s);
-    m_view->selectForReader(0, 12);
-    m_view->copy(); // pictures as their codes
-    QCOMPARE(QApplication::clipboard()->text(), u"keep :):) this"_s);
-}
-
-void ChatViewTest::offersAMenu()
-{
-    write(u"some text"_s);
-    const auto entry = [this](const QString& text) {
-        for (QAction* action : openMenu({10, 10})->actions()) {
-            if (action->text() == text)
-                return action;
-        }
-        return static_cast<QAction*>(nullptr);
-    };
-    QVERIFY(!entry(u"&Copy"_s)->isEnabled());
-    entry(u"Select &All"_s)->trigger();
-    QVERIFY(entry(u"&Copy"_s)->isEnabled());
-    entry(u"&Copy"_s)->trigger();
-    QCOMPARE(QApplication::clipboard()->text(), u"some text"_s);
-    entry(u"&Find..."_s)->trigger();
-    QVERIFY(m_view->findChild<QLineEdit*>(u"findText"_s)->isVisible());
-}
-
-void ChatViewTest::leadsToLinks()
-{
-    // A picture may stand in a link; what is meant is its code.
-    write(u"see http://a.org/"_s);
-    m_view->InsertPicture({u"ps2"_s, {}, {18, 18}});
-    write(u"/x and http://b.org\r\n"_s);
-    writeLines(1);
-    QStringList opened;
-    const auto find = [](const QString& line) {
-        QList<LinkSpan> spans;
-        for (qsizetype at = 0; (at = line.indexOf(u"http:"_s, at)) >= 0;) {
-            const qsizetype end = std::min<qsizetype>(line.indexOf(u' ', at) & 0xffff, line.size());
-            spans.append({at, end});
-            at = end;
-        }
-        return spans;
-    };
-    settle();
-    const QPoint onFirst = m_view->characterRect(position(u"http"_s)).center();
-    const auto entries = [&](QContextMenuEvent::Reason reason, QPoint place) {
-        const std::unique_ptr<QMenu> menu(openMenu(place, reason));
-        QStringList texts;
-        for (const QAction* action : menu->actions())
-            texts += action->text();
-        menu->actions().first()->trigger();
-        return texts.mid(0, 2);
-    };
-    const QColor underline = m_view->palette().color(QPalette::Link);
-    const auto isUnderlined = [&] { return showsColor(*m_view->viewport(), underline); };
-
-    m_view->setLinks({find, {}});
-    QCOMPARE(entries(QContextMenuEvent::Mouse, onFirst).first(), u"Copy &Link"_s);
-    QCOMPARE(QApplication::clipboard()->text(), u"http://a.org/ps2/x"_s);
-    QTest::mouseMove(m_view->viewport(), onFirst);
-    QVERIFY(!isUnderlined());
-
-    m_view->setLinks({find, [&opened](const QString& link) { opened += link; }});
-    QCOMPARE(entries(QContextMenuEvent::Mouse, onFirst),
-             QStringList({u"&Open Link"_s, u"Copy &Link"_s}));
-    QCOMPARE(opened, QStringList(u"http://a.org/ps2/x"_s));
-    settle();
-    PaintCounter painted;
-    m_view->viewport()->installEventFilter(&painted);
-    QTest::mouseMove(m_view->viewport(), onFirst + QPoint(1, 0));
-    QTRY_VERIFY(painted.count > 0);
-    QVERIFY(isUnderlined());
-    QTest::mouseMove(m_view->viewport(), QPoint(300, 200));
-    QVERIFY(!isUnderlined());
-
-    m_view->activateWindow(); // Tab goes from link to link
-    QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
-    m_view->setFocus();
-    QVERIFY(m_view->hasFocus());
-    QTest::keyClick(m_view.get(), Qt::Key_Tab);
-    QTest::keyClick(m_view.get(), Qt::Key_Tab);
-    QTest::keyClick(m_view.get(), Qt::Key_Return);
-    QCOMPARE(opened.size(), 2);
-    QCOMPARE(opened.last(), u"http://b.org"_s);
-    QTest::keyClick(m_view.get(), Qt::Key_Backtab);
-    QCOMPARE(readerSelected(), u"http://a.org/ps2/x"_s);
-    QCOMPARE(entries(QContextMenuEvent::Keyboard, {0, 0}).first(), u"&Open Link"_s);
-    QCOMPARE(opened.size(), 3);
-}
-
-void ChatViewTest::findsText()
-{
-    write(u"Needle one\r\n"_s);
-    writeLines(300);
-    write(u"second needle\r\n"_s);
-    writeLines(300);
-    settle();
-    auto* line = m_view->findChild<QLineEdit*>(u"findText"_s);
-    auto* result = m_view->findChild<QLabel*>(u"findResult"_s);
-    QVERIFY(!line->isVisible());
-    QTest::keyClick(m_view.get(), Qt::Key_F, Qt::ControlModifier);
-    QVERIFY(line->isVisible());
-    const qsizetype first = position(u"Needle"_s);
-    const qsizetype second = position(u"needle"_s);
-    const auto shows = [this](qsizetype match) {
-        return m_view->readerSelection().start() == match && selected().size() == 6 &&
-               m_view->viewport()->rect().contains(m_view->characterRect(match));
-    };
-    QTest::keyClicks(line, u"needle"_s);
-    QVERIFY(shows(first));
-    QTest::keyClick(line, Qt::Key_Return);
-    QVERIFY(shows(second));
-    QTest::keyClick(line, Qt::Key_Return);
-    QVERIFY(shows(first));
-    QTest::keyClick(line, Qt::Key_Return, Qt::ShiftModifier);
-    QVERIFY(shows(second));
-    QTest::keyClick(line, Qt::Key_Return, Qt::ShiftModifier);
-    QVERIFY(shows(first));
-    QVERIFY(!result->isVisible());
-    QTest::keyClicks(line, u"!"_s);
-    QVERIFY(result->isVisible());
-    QTest::keyClick(line, Qt::Key_Escape);
-    QVERIFY(!line->isVisible());
-    QVERIFY(shows(first));
-}
-
-void ChatViewTest::isReadByAScreenReader()
-{
-    write(u"first words here\r\nsecond line\r\n"_s);
-    settle();
-    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(m_view.get());
-    QVERIFY(accessible && accessible->state().readOnly && accessible->state().multiLine);
-    QAccessibleTextInterface* text = accessible->textInterface();
-    QVERIFY(text);
-    QCOMPARE(text->characterCount(), 29);
-    QCOMPARE(text->text(6, 11), u"words"_s);
-    QCOMPARE(text->text(0, -1), u"first words here\nsecond line\n"_s);
-    int start = 0;
-    int end = 0;
-    QCOMPARE(text->textAtOffset(8, QAccessible::WordBoundary, &start, &end), u"words"_s);
-    QCOMPARE(std::pair(start, end), std::pair(6, 11));
-    QCOMPARE(text->textAtOffset(8, QAccessible::LineBoundary, &start, &end),
-             u"first words here\n"_s);
-    QCOMPARE(text->textAfterOffset(8, QAccessible::LineBoundary, &start, &end), u"second line\n"_s);
-    QCOMPARE(text->textBeforeOffset(20, QAccessible::LineBoundary, &start, &end),
-             u"first words here\n"_s);
-    QCOMPARE(text->textBeforeOffset(3, QAccessible::LineBoundary, &start, &end), QString());
-    QCOMPARE(text->textAfterOffset(28, QAccessible::CharBoundary, &start, &end), QString());
-    const QRect place = text->characterRect(18);
-    QCOMPARE(text->offsetAtPoint(place.center()), 18);
-    text->setSelection(0, 17, 23);
-    QCOMPARE(text->selectionCount(), 1);
-    QCOMPARE(selected(), u"second"_s);
-    text->removeSelection(0);
-    QCOMPARE(text->selectionCount(), 0);
-    text->setCursorPosition(3);
-    QTest::keyClick(m_view.get(), Qt::Key_Right);
-    QCOMPARE(text->cursorPosition(), 4);
-    m_view->setSelStart(m_view->TextLength());
-    m_view->InsertPicture({u":))"_s, {}, {18, 18}});
-    write(u" so"_s);
-    QCOMPARE(text->characterCount(), 35);
-    QCOMPARE(text->text(24, 34), u"line\n:)) s"_s);
-    QCOMPARE(text->text(30, 33), u")) "_s);
-    QCOMPARE(text->textAtOffset(30, QAccessible::CharBoundary, &start, &end), u":))"_s);
-    QCOMPARE(std::pair(start, end), std::pair(29, 32));
-    text->setSelection(0, 33, 35);
-    QCOMPARE(selected(), u"so"_s);
-    text->removeSelection(0);
-    QVERIFY(text->attributes(2, &start, &end).contains(u"color:rgb(0,0,0)"_s));
-    QCOMPARE(std::pair(start, end), std::pair(0, 16));
-}
-
-void ChatViewTest::tellsAScreenReaderOfChanges()
-{
-    QStringList told;
-    ChatText text;
-    AttributeTables tables;
-    tables.styles.indexOf({});
-    const auto smiley = static_cast<quint16>(tables.pictures.indexOf({u":)"_s, {}, {}}) + 1);
-    SpokenText spoken(text, tables);
-    AccessibleChanges changes(m_view.get(), text, spoken, [&told](const QAccessibleEvent& event) {
-        if (event.type() == QAccessible::TextInserted) {
-            const auto& inserted = static_cast<const QAccessibleTextInsertEvent&>(event);
-            told << u"+%1 %2"_s.arg(inserted.changePosition()).arg(inserted.textInserted());
-        } else if (event.type() == QAccessible::TextRemoved) {
-            const auto& removed = static_cast<const QAccessibleTextRemoveEvent&>(event);
-            told << u"-%1 %2"_s.arg(removed.changePosition()).arg(removed.textRemoved());
-        } else if (event.type() == QAccessible::TextCaretMoved) {
-            const auto& moved = static_cast<const QAccessibleTextCursorEvent&>(event);
-            told << u"caret %1"_s.arg(moved.cursorPosition());
-        }
-    });
-    const auto replace = [&](qsizetype start, qsizetype length, const QString& inserted) {
-        changes.aboutToReplace(start, length, inserted);
-        spoken.textChanged(text.replace(start, length, inserted, {}));
-    };
-    const auto taken = [&told] { return std::exchange(told, {}); };
-    replace(0, 0, u"one "_s);
-    replace(4, 0, u"two\n"_s);
-    replace(4, 2, u"TW"_s); // nobody knows of it yet
-    QCOMPARE(taken(), QStringList());
-    changes.textShown();
-    QCOMPARE(taken(), QStringList({u"+0 one TWo\n"_s}));
-    changes.textShown();
-    QCOMPARE(taken(), QStringList());
-    replace(4, 3, u"2"_s);
-    QCOMPARE(taken(), QStringList({u"-4 TWo"_s, u"+4 2"_s}));
-    replace(6, 0, u"three"_s);
-    replace(5, 2, u"!"_s); // the known line end and a letter that is not
-    QCOMPARE(taken(), QStringList({u"-5 \n"_s}));
-    changes.textShown();
-    QCOMPARE(taken(), QStringList({u"+5 !hree"_s}));
-    ReaderSelection reader(text);
-    reader.select(1, 3);
-    changes.readerMoved(reader);
-    QCOMPARE(taken(), QStringList({u"caret 3"_s}));
-    // Pictures are heard as their codes, and count as many characters.
-    spoken.textChanged(text.replace(1, 0, u"\ufffc"_s, {0, smiley}));
-    changes.skipNewText();
-    replace(text.length(), 0, u"a b"_s);
-    spoken.textChanged(text.replace(text.length() - 2, 1, u"\ufffc"_s, {0, smiley}));
-    QCOMPARE(changes.textShown(), u"a:)b"_s);
-    QCOMPARE(taken(), QStringList({u"+12 a:)b"_s}));
-    reader.select(text.length(), text.length());
-    changes.readerMoved(reader);
-    QCOMPARE(taken(), QStringList({u"caret 16"_s}));
-}
-
-void ChatViewTest::announcesLinesWhileTheKeyboardIsElsewhere()
-{
-    auto* announcer = m_view->findChild<LineAnnouncer*>();
-    QCOMPARE(QAccessible::queryAccessibleInterface(announcer)->role(), QAccessible::Notification);
-    const auto said = [&] {
-        announcer->setAccessibleName({});
-        m_view->tellScreenReader();
-        return announcer->accessibleName();
-    };
-    QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
-    m_view->find(); // the keyboard is in its field
-    write(u"hello "_s);
-    m_view->InsertPicture({u":)"_s, {}, {18, 18}});
-    write(u"\r\nworld\r\n"_s);
-    QCOMPARE(said(), u"hello :)\nworld"_s);
-    QCOMPARE(said(), QString());
-    writeLines(300); // nobody is read a flood to its end
-    const QString end = said();
-    QVERIFY(end.size() <= 600 && end.startsWith(u"line "_s) && end.contains(u"line 302"_s));
-    m_view->setFocus(); // then the text itself is read
-    writeLines(1);
-    QCOMPARE(said(), QString());
-    m_view->find();
-    QWidget other;
-    useOther(other);
-    writeLines(1);
-    QCOMPARE(said(), QString());
-}
 
 QTEST_MAIN(ChatViewTest)
 #include "tst_chatview.moc"
