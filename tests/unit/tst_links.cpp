@@ -56,26 +56,26 @@ private Q_SLOTS:
         QTest::addColumn<bool>("pointer");
         QTest::addColumn<QString>("leaves"); // as what; empty: not at all
 
-        QTest::newRow("https has no rule")
-            << u"https://a.org"_s << false << false << u"https://a.org"_s;
-        QTest::newRow("https page")
-            << u"https://a.org/x.htm"_s << true << true << u"https://a.org/x.htm"_s;
-        QTest::newRow("ftp, any case") << u"FTP://a.org"_s << true << true << u"ftp://a.org"_s;
-        QTest::newRow("mail") << u"mailto:ann@a.org"_s << true << true << u"mailto:ann@a.org"_s;
-        QTest::newRow("mail to nobody") << u"mailto:"_s << true << true << QString();
-        QTest::newRow("mail with a file")
-            << u"mailto:a@a.org?Attach=/etc/passwd"_s << true << true << QString();
-        QTest::newRow("bare address") << u"www.a.org"_s << true << true << u"http://www.a.org"_s;
-        QTest::newRow("page by its end") << u"page.HTML"_s << true << true << QString();
-        QTest::newRow("end with a full stop") << u"page.htm."_s << false << false << QString();
-        QTest::newRow("local page") << u"file:///etc/index.html"_s << true << true << QString();
-        QTest::newRow("script") << u"javascript:alert(1).html"_s << true << true << QString();
-        QTest::newRow("no host") << u"http:///etc/passwd"_s << true << true << QString();
-        QTest::newRow("room") << u"#Harbor"_s << false << true << QString();
-        QTest::newRow("server") << u"IRC.a.org"_s << false << true << QString();
-        QTest::newRow("address inside") << u"see:http://a.org"_s << false << false << QString();
-        QTest::newRow("word behind a line end")
-            << u"\nhttp://a.org"_s << false << false << QString();
+        const auto row = [](const char* name, const QString& word, bool link, bool pointer,
+                            const QString& leaves = {}) {
+            QTest::newRow(name) << word << link << pointer << leaves;
+        };
+        row("https has no rule", u"https://a.org"_s, false, false, u"https://a.org"_s);
+        row("https page", u"https://a.org/x.htm"_s, true, true, u"https://a.org/x.htm"_s);
+        row("ftp, any case", u"FTP://a.org"_s, true, true, u"ftp://a.org"_s);
+        row("mail", u"mailto:ann@a.org"_s, true, true, u"mailto:ann@a.org"_s);
+        row("mail to nobody", u"mailto:"_s, true, true);
+        row("mail with a file", u"mailto:a@a.org?Attach=/etc/passwd"_s, true, true);
+        row("bare address", u"www.a.org"_s, true, true, u"http://www.a.org"_s);
+        row("page by its end", u"page.HTML"_s, true, true);
+        row("end with a full stop", u"page.htm."_s, false, false);
+        row("local page", u"file:///etc/index.html"_s, true, true);
+        row("script", u"javascript:alert(1).html"_s, true, true);
+        row("no host", u"http:///etc/passwd"_s, true, true);
+        row("room", u"#Harbor"_s, false, true);
+        row("server", u"IRC.a.org"_s, false, true);
+        row("address inside", u"see:http://a.org"_s, false, false);
+        row("word behind a line end", u"\nhttp://a.org"_s, false, false);
     }
     void words()
     {
@@ -103,29 +103,19 @@ private Q_SLOTS:
         QCOMPARE(m_opened, QStringList({u"http://www.a.org"_s, u"mailto:ann@a.org"_s}));
     }
 
-    void wordAt_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("under"); // the pointer is on its first occurrence ...
-        QTest::addColumn<int>("further");   // ... or so many characters behind it
-        QTest::addColumn<QString>("word");
-
-        const QString line = u"<Ann> see (http://a.org/x), now \r\n#room is full \r\n"_s;
-        QTest::newRow("in brackets") << line << u"http"_s << 1 << u"http://a.org/x"_s;
-        QTest::newRow("first word of a line") << line << u"#room"_s << 1 << u"\n#room"_s;
-        QTest::newRow("last word without an end") << u"a last"_s << u"last"_s << 2 << u"las"_s;
-        QTest::newRow("between characters of two units")
-            << u"🙂 🙂www.a.org 🙂"_s << u"www"_s << 1 << u"🙂www.a.org"_s;
-        QTest::newRow("last word ends in one") << u"a last🙂"_s << u"last"_s << 2 << u"last"_s;
-    }
     void wordAt()
     {
-        QFETCH(QString, text);
-        QFETCH(QString, under);
-        QFETCH(int, further);
-        MemoryView view;
-        view.setText(text);
-        QTEST(WordAt(view, text.indexOf(under) + further), "word");
+        const auto at = [](const QString& text, const QString& under, int further) {
+            MemoryView view;
+            view.setText(text);
+            return WordAt(view, text.indexOf(under) + further);
+        };
+        QCOMPARE(at(u"see (http://a.org/x), now"_s, u"http"_s, 1), u"http://a.org/x"_s);
+        QCOMPARE(at(u"now \r\n#room is full"_s, u"#room"_s, 1), u"\n#room"_s);
+        QCOMPARE(at(u"a last"_s, u"last"_s, 2), u"las"_s);
+        // Characters of two units stay whole.
+        QCOMPARE(at(u"🙂 🙂www.a.org 🙂"_s, u"www"_s, 1), u"🙂www.a.org"_s);
+        QCOMPARE(at(u"a last🙂"_s, u"last"_s, 2), u"last"_s);
     }
 
     // Words around the size of the pieces that are read, and characters that are nearly delimiters.
