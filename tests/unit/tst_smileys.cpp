@@ -61,6 +61,18 @@ void keep(RichTextBox& view, Pass& pass)
         view.onChange([&pass] { pass.CheckRTF(); });
 }
 
+// A view that is written to, with its smileys.
+template<typename View>
+struct Conversation
+{
+    Conversation() { keep(view, pass); }
+    void write(const QString& line) { TextWriter(variables).WriteView(view, line); }
+
+    const SessionVariables variables;
+    View view;
+    SmileyPass pass{view};
+};
+
 QString shown(const MemoryView& view)
 {
     QString text = view.Text();
@@ -254,13 +266,10 @@ private Q_SLOTS:
     {
         QFETCH(const QStringList, lines);
         QFETCH(const QString, shows);
-        const SessionVariables variables;
-        MemoryView view;
-        SmileyPass pass(view);
-        keep(view, pass);
+        Conversation<MemoryView> talk;
         for (const QString& line : lines)
-            TextWriter(variables).WriteView(view, line);
-        QCOMPARE(shown(view), shows);
+            talk.write(line);
+        QCOMPARE(shown(talk.view), shows);
     }
 
     void equalsThePlainPass_data()
@@ -301,39 +310,29 @@ private Q_SLOTS:
     // A private action puts all that has been said into the room, smileys and all.
     void aCopyOfTalkIsKeptOnce()
     {
-        const SessionVariables variables;
-        const TextWriter writer(variables);
-        ChatView privately;
-        ChatView room;
-        SmileyPass privatePass(privately);
-        SmileyPass roomPass(room);
-        keep(privately, privatePass);
-        keep(room, roomPass);
+        Conversation<ChatView> privately;
+        Conversation<ChatView> room;
         for (int i = 0; i < 50; ++i)
-            writer.WriteView(privately, u"\00312<bob>\3 some words :) of usual length"_s);
+            privately.write(u"\00312<bob>\3 some words :) of usual length"_s);
         const auto copy = [&] {
-            writer.WriteView(room, u"\00312<"_s + privately.Text() + u"> \00306bob waves"_s);
-            return room.chatText().bytes();
+            room.write(u"\00312<"_s + privately.view.Text() + u"> \00306bob waves"_s);
+            return room.view.chatText().bytes();
         };
         const qsizetype once = copy();
         for (int i = 0; i < 20; ++i)
             copy();
         QVERIFY(copy() < 6 * once);
-        QCOMPARE(room.Text().count(u"some words \ufffc of usual length \r\n"_s), 22 * 50);
+        QCOMPARE(room.view.Text().count(u"some words \ufffc of usual length \r\n"_s), 22 * 50);
     }
 
     // A line costs the same at the end of a long view as at the start of it.
     void readsOnlyWhatIsNew()
     {
-        const SessionVariables variables;
-        const TextWriter writer(variables);
-        MemoryView view;
-        SmileyPass pass(view);
-        keep(view, pass);
+        Conversation<MemoryView> talk;
         const auto readFor = [&](const QString& line) {
-            const qsizetype before = view.charactersRead();
-            writer.WriteView(view, line);
-            return view.charactersRead() - before;
+            const qsizetype before = talk.view.charactersRead();
+            talk.write(line);
+            return talk.view.charactersRead() - before;
         };
         const QString line = u"\00312<nick> some :\2) brb (beer) words"_s;
         readFor(line);
@@ -347,14 +346,12 @@ private Q_SLOTS:
     // Each change moves the rest of the line: there are but a few.
     void oneLineOfHundreds()
     {
-        const SessionVariables variables;
-        MemoryView view;
-        SmileyPass pass(view);
-        keep(view, pass);
+        Conversation<MemoryView> talk;
+        const MemoryView& view = talk.view;
         for (const QString& codes : {u":)"_s, u":) ;)brb"_s}) { // in the first line and behind it
             const qsizetype pictures = view.pictures().size();
             const int changes = view.changes();
-            TextWriter(variables).WriteView(view, u'x' + codes.repeated(300));
+            talk.write(u'x' + codes.repeated(300));
             QCOMPARE(view.pictures().size() - pictures, 300 * (codes.size() == 2 ? 1 : 3));
             QVERIFY(view.changes() - changes < 5);
         }
