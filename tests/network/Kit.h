@@ -2,9 +2,8 @@
 
 #include "support/TestClient.h"
 
-#include <QNetworkProxy>
-#include <QTcpSocket>
-#include <QTest>
+#include <QtNetwork>
+#include <QtTest>
 
 // Who meets whom on a real network. The server asks those who come from 127.0.1.x no ident
 // question: whoever else listens on this machine for all addresses cannot answer for them.
