@@ -39,10 +39,14 @@ void checkJournal(RecordingDesk& desk)
     }
 }
 
-void sessionOn(const QString& server, QByteArrayView bytes)
+constexpr char house[] = "irc.example";
+constexpr char today[] = "irc://irc.example";
+
+template<const char* server>
+void session(QByteArrayView bytes)
 {
     RecordingDesk desk;
-    desk.variables.ServerHost = server;
+    desk.variables.ServerHost = QString::fromLatin1(server);
     desk.enterRoom(u"@me bob +cid"_s);
     desk.queries.OpenQuery(u"bob"_s, u"bob!u@h"_s);
     desk.variables.ListFetching = true;
@@ -57,16 +61,6 @@ void sessionOn(const QString& server, QByteArrayView bytes)
         return;
     desk.sock.arrive("PING :still there\n"_ba);
     must(!desk.take().filter(u"PONG :still there"_s).isEmpty(), "the session is dead");
-}
-
-void session(QByteArrayView bytes)
-{
-    sessionOn(u"irc.example"_s, bytes);
-}
-
-void sessionOfToday(QByteArrayView bytes)
-{
-    sessionOn(u"irc://irc.example"_s, bytes);
 }
 
 void address(QByteArrayView bytes)
@@ -149,8 +143,8 @@ struct Kind
 };
 
 constexpr Kind kinds[]{
-    {'s', session}, {'c', commands},       {'p', profile}, {'t', store},
-    {'w', colors},  {'n', sessionOfToday}, {'a', address},
+    {'s', session<house>}, {'c', commands},       {'p', profile}, {'t', store},
+    {'w', colors},         {'n', session<today>}, {'a', address},
 };
 
 } // namespace
@@ -163,5 +157,5 @@ void feed(QByteArrayView input)
         if (input.front() == kind.letter)
             return kind.take(input.sliced(1));
     }
-    session(input);
+    session<house>(input);
 }

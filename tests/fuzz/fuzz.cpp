@@ -1,9 +1,6 @@
 #include "fuzz/Feed.h"
 
-#include <QCommandLineParser>
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
+#include <QtCore>
 
 #include <csignal>
 #include <cstdio>
