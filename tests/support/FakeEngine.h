@@ -2,9 +2,7 @@
 
 #include "desktop/WebEngine.h"
 
-#include <QPointer>
-#include <QStringList>
-#include <QWidget>
+#include <QtWidgets>
 
 // A web engine that writes down what its pages are asked to do.
 

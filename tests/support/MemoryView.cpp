@@ -1,9 +1,5 @@
 #include "support/MemoryView.h"
 
-#include <QMap>
-
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {

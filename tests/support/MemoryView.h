@@ -2,9 +2,7 @@
 
 #include "view/RichTextBox.h"
 
-#include <QList>
-#include <QMap>
-#include <QStringList>
+#include <QtCore>
 
 // A RichTextBox without a widget: one character, one set of attributes. For tests that look at
 // runs and colours.

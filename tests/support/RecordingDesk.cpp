@@ -37,7 +37,7 @@ QString told(const SessionReport& report)
 
 RecordingDesk::RecordingDesk(Winsock* realSock, EventLoop* realEvents)
     : variables(sessionVariables())
-    , connection({variables, login, channel, buddies, forms, popup, forms, forms, dialogs,
+    , connection({variables, login, channel, buddies, forms, forms, forms, forms, dialogs,
                   realEvents ? *realEvents : events, mainView, channels, queries,
                   realSock ? *realSock : sock, ident},
                  handlers)

@@ -21,11 +21,6 @@
 #include "text/StatusLine.h"
 #include "text/TextWriter.h"
 
-#include <QTest>
-
-#include <functional>
-#include <map>
-
 // The whole logic of one program on stand-ins: feed it a server line or a click and look at the
 // journal. With a socket and an event loop of its own it can stand on real ones.
 class RecordingDesk final
@@ -75,7 +70,6 @@ public:
     RecordingForms forms{journal};
     RecordingBuddies buddies{journal};
     RecordingLists lists{journal};
-    RecordingPopup popup{journal};
     ScriptedDialogs dialogs{&journal};
     RecordingQueries windows{journal};
     MemoryListBox ignored{QStringLiteral("List1"), MemoryListBox::Order::AsAdded, journal};

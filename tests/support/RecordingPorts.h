@@ -11,17 +11,17 @@
 #include "support/StandIns.h"
 #include "talk/PrivateWindow.h"
 
-#include <functional>
-#include <memory>
-#include <vector>
-
 // Stand-ins for everything the logic talks to. They write what they are asked to do into one
 // journal, in order, one entry a call: "sock.Close", "<< NICK me", "DataIn| text".
 
-// What all stand-ins are: a name in the journal.
+// What all stand-ins are: a name in the journal, if there is more than one of the kind.
 class Recorder
 {
 public:
+    explicit Recorder(Journal& journal)
+        : m_journal(journal)
+    {
+    }
     Recorder(QString name, Journal& journal)
         : m_name(std::move(name))
         , m_journal(journal)
@@ -37,19 +37,6 @@ protected:
 
     QString m_name;
     Journal& m_journal;
-};
-
-// And one that has no name of its own.
-class Scribe
-{
-public:
-    explicit Scribe(Journal& journal)
-        : log(journal)
-    {
-    }
-
-protected:
-    Journal& log;
 };
 
 class RecordingWinsock final : public Winsock, Recorder
@@ -110,10 +97,10 @@ private:
 
 // Waits for nothing. What a test has put into onYield or onPause runs in the next yield or pause,
 // one entry in each.
-class RecordingEvents final : public EventLoop, Scribe
+class RecordingEvents final : public EventLoop, Recorder
 {
 public:
-    using Scribe::Scribe;
+    using Recorder::Recorder;
 
     void DoEvents() override
     {
@@ -231,10 +218,10 @@ private:
     qsizetype m_reported = 0;
 };
 
-class RecordingLogin final : public SignInForm, Scribe
+class RecordingLogin final : public SignInForm, Recorder
 {
 public:
-    using Scribe::Scribe;
+    using Recorder::Recorder;
 
     QString nickname() const override { return Text1; }
     void setNickname(const QString& nick) override { Text1 = nick; }
@@ -252,10 +239,10 @@ public:
     QString Text3;
 };
 
-class RecordingChannel final : public MainForm, Scribe
+class RecordingChannel final : public MainForm, Recorder
 {
 public:
-    using Scribe::Scribe;
+    using Recorder::Recorder;
 
     RichTextBox& DataIn() override { return dataIn.view; }
     RichTextBox& rtbTopic() override { return topic.view; }
@@ -271,11 +258,12 @@ public:
     void Show() override { log("Channel.Show"); }
     void Hide() override { log("Channel.Hide"); }
 
-    RecordingView dataIn{QStringLiteral("DataIn"), log};
-    RecordingView topic{QStringLiteral("Topic"), log};
-    MemoryListBox nicks{QStringLiteral("lstNicks"), MemoryListBox::Order::Sorted, log};
-    RecordingEntry connectEntry{QStringLiteral("Connect"), QStringLiteral("&Connect"), true, log};
-    RecordingEntry disconnectEntry{QStringLiteral("Disconnect"), {}, false, log};
+    RecordingView dataIn{QStringLiteral("DataIn"), m_journal};
+    RecordingView topic{QStringLiteral("Topic"), m_journal};
+    MemoryListBox nicks{QStringLiteral("lstNicks"), MemoryListBox::Order::Sorted, m_journal};
+    RecordingEntry connectEntry{QStringLiteral("Connect"), QStringLiteral("&Connect"), true,
+                                m_journal};
+    RecordingEntry disconnectEntry{QStringLiteral("Disconnect"), {}, false, m_journal};
     QString Text1 = QStringLiteral("6667");
 };
 
@@ -284,14 +272,17 @@ class RecordingForms final : public NickPrompts,
                              public WebPages,
                              public Program,
                              public TrafficLog,
-                             Scribe
+                             public Popup,
+                             Recorder
 {
 public:
-    using Scribe::Scribe;
+    using Recorder::Recorder;
 
     void showPassword() override { log("frmPassword.Show"); }
     void unloadPassword() override { log("frmPassword.Unload"); }
     void showUseNick() override { log("usenick.Show"); }
+    void Show() override { log("frmPopup.Show"); }
+    void setBody(const QString& text) override { log("frmPopup.Label2=", text); }
     void navigateHome(const QString& path) override { log("Home ", path); }
     void navigateMisc(const QString& path) override { log("Misc ", path); }
     void unloadSmallForms() override { log("unloadSmallForms"); }
@@ -303,10 +294,10 @@ public:
     bool debugVisible = false;
 };
 
-class RecordingBuddies final : public ContactList, Scribe
+class RecordingBuddies final : public ContactList, Recorder
 {
 public:
-    using Scribe::Scribe;
+    using Recorder::Recorder;
 
     void AddUsers(const QString& names) override { log("BuddyList.AddUsers ", names); }
     void clearOnline() override { log("BuddyList.clear"); }
@@ -317,10 +308,10 @@ public:
     bool visible = false;
 };
 
-class RecordingLists final : public ListsForm, Scribe
+class RecordingLists final : public ListsForm, Recorder
 {
 public:
-    using Scribe::Scribe;
+    using Recorder::Recorder;
 
     void AddBEI(const QString& mask, const QString& setter, const QString& time) override
     {
@@ -330,15 +321,6 @@ public:
     void Show() override { log("ChannelInfo.Show"); }
 
     bool visible = false;
-};
-
-class RecordingPopup final : public Popup, Scribe
-{
-public:
-    using Scribe::Scribe;
-
-    void Show() override { log("frmPopup.Show"); }
-    void setBody(const QString& text) override { log("frmPopup.Label2=", text); }
 };
 
 class RecordingQuery final : public PrivateWindow, Recorder
@@ -366,15 +348,15 @@ public:
     RecordingView dataIn{m_name, m_journal};
 };
 
-class RecordingQueries final : public PrivateWindowFactory, Scribe
+class RecordingQueries final : public PrivateWindowFactory, Recorder
 {
 public:
-    using Scribe::Scribe;
+    using Recorder::Recorder;
 
     PrivateWindow& create() override
     {
         const QString name = QStringLiteral("Query%1").arg(windows.size() + 1);
-        return *windows.emplace_back(std::make_unique<RecordingQuery>(name, log));
+        return *windows.emplace_back(std::make_unique<RecordingQuery>(name, m_journal));
     }
 
     std::vector<std::unique_ptr<RecordingQuery>> windows;

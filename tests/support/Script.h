@@ -1,11 +1,7 @@
 #pragma once
 
-#include <QHash>
-#include <QKeySequence>
-#include <QTest>
-#include <QWidget>
-
-#include <functional>
+#include <QtTest>
+#include <QtWidgets>
 
 // Keys by their names, "Home Ctrl+C".
 inline void pressKeys(QWidget* target, const QString& names)

@@ -1,9 +1,5 @@
 #include "support/ScriptedServer.h"
 
-#include <QSslServer>
-#include <QTcpServer>
-#include <QTcpSocket>
-
 ScriptedServer::ScriptedServer(const QString& address, quint16 port)
     : m_server(std::make_unique<QTcpServer>())
 {

@@ -1,14 +1,6 @@
 #pragma once
 
-#include <QHostAddress>
-#include <QObject>
-#include <QPointer>
-#include <QSslConfiguration>
-
-#include <memory>
-
-class QTcpServer;
-class QTcpSocket;
+#include <QtNetwork>
 
 // A server in this process, on a loopback address of its own. It keeps what arrives and says what
 // it is told.

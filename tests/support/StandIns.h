@@ -8,10 +8,7 @@
 #include "wire/LineSink.h"
 #include "wire/Winsock.h"
 
-#include <QStringList>
-
-#include <functional>
-#include <utility>
+#include <QtTest>
 
 // What tests of one class and tests of the whole program stand on alike.
 

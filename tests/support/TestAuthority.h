@@ -1,12 +1,6 @@
 #pragma once
 
-#include <QFile>
-#include <QProcess>
-#include <QSslCertificate>
-#include <QSslConfiguration>
-#include <QSslKey>
-#include <QSslSocket>
-#include <QTemporaryDir>
+#include <QtNetwork>
 
 // An authority of this test alone, and the certificates it issues.
 class TestAuthority final

@@ -5,9 +5,7 @@
 #include "support/ScriptedServer.h"
 #include "support/TestSurroundings.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QTest>
+#include <QtWidgets>
 
 // What is shown in a way in which the toolkit guesses whether it is markup, which would make it
 // open files, or takes an "&" for a key.

@@ -8,9 +8,7 @@
 #include "support/StandIns.h"
 #include "text/Links.h"
 
-#include <QApplication>
-#include <QFile>
-#include <QTemporaryDir>
+#include <QtWidgets>
 
 // The real event loop, in which a pause is only a yield.
 class HastyEventLoop final : public EventLoop
