@@ -36,9 +36,8 @@ private:
     QPointer<QWidget> m_widget;
 };
 
-class FakeEngine final : public WebEngine
+struct FakeEngine final : WebEngine
 {
-public:
     std::unique_ptr<WebView> create(QWidget* parent, WebViewListener& listener,
                                     std::chrono::milliseconds) override
     {

@@ -97,9 +97,8 @@ private:
 
 // Waits for nothing. What a test has put into onYield or onPause runs in the next yield or pause,
 // one entry in each.
-class RecordingEvents final : public EventLoop, Recorder
+struct RecordingEvents final : EventLoop, Recorder
 {
-public:
     using Recorder::Recorder;
 
     void DoEvents() override
@@ -218,9 +217,8 @@ private:
     qsizetype m_reported = 0;
 };
 
-class RecordingLogin final : public SignInForm, Recorder
+struct RecordingLogin final : SignInForm, Recorder
 {
-public:
     using Recorder::Recorder;
 
     QString nickname() const override { return Text1; }
@@ -239,9 +237,8 @@ public:
     QString Text3;
 };
 
-class RecordingChannel final : public MainForm, Recorder
+struct RecordingChannel final : MainForm, Recorder
 {
-public:
     using Recorder::Recorder;
 
     RichTextBox& DataIn() override { return dataIn.view; }
@@ -268,14 +265,8 @@ public:
 };
 
 // The forms that are only told what to do.
-class RecordingForms final : public NickPrompts,
-                             public WebPages,
-                             public Program,
-                             public TrafficLog,
-                             public Popup,
-                             Recorder
+struct RecordingForms final : NickPrompts, WebPages, Program, TrafficLog, Popup, Recorder
 {
-public:
     using Recorder::Recorder;
 
     void showPassword() override { log("frmPassword.Show"); }
@@ -294,9 +285,8 @@ public:
     bool debugVisible = false;
 };
 
-class RecordingBuddies final : public ContactList, Recorder
+struct RecordingBuddies final : ContactList, Recorder
 {
-public:
     using Recorder::Recorder;
 
     void AddUsers(const QString& names) override { log("BuddyList.AddUsers ", names); }
@@ -308,9 +298,8 @@ public:
     bool visible = false;
 };
 
-class RecordingLists final : public ListsForm, Recorder
+struct RecordingLists final : ListsForm, Recorder
 {
-public:
     using Recorder::Recorder;
 
     void AddBEI(const QString& mask, const QString& setter, const QString& time) override
@@ -323,9 +312,8 @@ public:
     bool visible = false;
 };
 
-class RecordingQuery final : public PrivateWindow, Recorder
+struct RecordingQuery final : PrivateWindow, Recorder
 {
-public:
     using Recorder::Recorder;
 
     RichTextBox& DataIn() override { return dataIn.view; }
@@ -348,9 +336,8 @@ public:
     RecordingView dataIn{m_name, m_journal};
 };
 
-class RecordingQueries final : public PrivateWindowFactory, Recorder
+struct RecordingQueries final : PrivateWindowFactory, Recorder
 {
-public:
     using Recorder::Recorder;
 
     PrivateWindow& create() override
@@ -362,9 +349,8 @@ public:
     std::vector<std::unique_ptr<RecordingQuery>> windows;
 };
 
-class MemoryInputBox final : public InputBox
+struct MemoryInputBox final : InputBox
 {
-public:
     QString text() const override { return content; }
     void setText(const QString& text) override { content = text; }
     void setTypeface(const QString& family, int points) override

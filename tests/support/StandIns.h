@@ -105,18 +105,16 @@ private:
     Journal* m_journal;
 };
 
-class StoppedClock final : public Clock
+struct StoppedClock final : Clock
 {
-public:
     QDateTime now() const override { return time; }
 
     QDateTime time{QDate(2003, 4, 5), QTime(6, 7, 8)};
 };
 
 // A server that hears lines and says nothing.
-class Server final : public ServerLink
+struct Server final : ServerLink
 {
-public:
     void SendData(const QString& line) override { sent += line; }
     int sockState() const override { return state; }
     QString remoteHost() const override { return {}; }
@@ -126,9 +124,8 @@ public:
     QStringList sent;
 };
 
-class RoomWindow final : public RoomForm
+struct RoomWindow final : RoomForm
 {
-public:
     RichTextBox& DataIn() override { return view; }
     RichTextBox& rtbTopic() override { return topic; }
     ListBox& lstNicks() override { return nicks; }

@@ -16,9 +16,9 @@ inline QStringList guessedTexts()
         const auto* label = qobject_cast<const QLabel*>(widget);
         const bool isOurs = widget->objectName() == QLatin1StringView("Label10") ||     // a link
                             (label && label->buddy() && label->objectName().isEmpty()); // a key
-        if (label && !isOurs && label->textFormat() != Qt::PlainText && label->pixmap().isNull())
-            guessed += label->text();
-        if (label && !isOurs && label->buddy() && label->text().contains(QLatin1Char('&')))
+        if (label && !isOurs &&
+            ((label->textFormat() != Qt::PlainText && label->pixmap().isNull()) ||
+             (label->buddy() && label->text().contains(QLatin1Char('&')))))
             guessed += label->text();
         const QString tip = widget->toolTip();
         if (Qt::mightBeRichText(tip) && !tip.startsWith(QLatin1StringView("<qt>")))

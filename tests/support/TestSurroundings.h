@@ -11,24 +11,21 @@
 #include <QtWidgets>
 
 // The real event loop, in which a pause is only a yield.
-class HastyEventLoop final : public EventLoop
+struct HastyEventLoop final : EventLoop
 {
-public:
     void DoEvents() override { QCoreApplication::processEvents(); }
     void Pause(double) override { QCoreApplication::processEvents(); }
 };
 
-class RecordingLinks final : public LinkOpener
+struct RecordingLinks final : LinkOpener
 {
-public:
     void OpenLink(const QString& link) override { opened += link; }
 
     QStringList opened;
 };
 
-class RecordingTray final : public NotificationArea
+struct RecordingTray final : NotificationArea
 {
-public:
     bool isAvailable() const override { return available; }
     void add(const Record& record) override
     {
@@ -50,9 +47,8 @@ public:
     QStringList notices;
 };
 
-class RecordingWaves final : public WavePlayer
+struct RecordingWaves final : WavePlayer
 {
-public:
     bool play(const QString& file) override
     {
         played += file;
