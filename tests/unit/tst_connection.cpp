@@ -1,7 +1,5 @@
 #include "support/RecordingDesk.h"
 
-#include <QTest>
-
 using namespace Qt::StringLiterals;
 
 // The one connection: every step of its life in order, and how the stream becomes lines.
@@ -19,15 +17,12 @@ private Q_SLOTS:
         const QByteArray hidden = "gr\xC3\xBC\xC3\x9F"; // "gruess" in UTF-8
         QTest::newRow("each line for itself")
             << RecordingDesk::padded(u"utf-8"_s)
-            << QList<QByteArray>{hidden + "\nna\xEFve \x80\n" + hidden + "\n"}
-            << QStringList{u"grüß"_s, u"naïve €"_s, u"grüß"_s, QString()};
+            << QList<QByteArray>{hidden + "\nna\xEFve \x80\n\xF0\x9F\x99", "\x82\n"}
+            << QStringList{u"grüß"_s, u"naïve €"_s, u"🙂"_s, QString()};
         QTest::newRow("one character in two reads, in a line or behind one")
             << RecordingDesk::padded(QString())
             << QList<QByteArray>{"\xD0", "\x9F\xD1", "\x80\n\xF0\x9F\n\x99\n\x82\n"}
             << QStringList{u"Пр"_s, u"ðŸ"_s, u"™"_s, u"‚"_s, QString()};
-        QTest::newRow("outside the basic plane")
-            << RecordingDesk::padded(u"utf-8"_s) << QList<QByteArray>{"\xF0\x9F\x99", "\x82\n"}
-            << QStringList{u"🙂"_s, QString()};
         QTest::newRow("overlong, half a pair, cut off: no UTF-8")
             << RecordingDesk::padded(u"utf-8"_s)
             << QList<QByteArray>{"\xC0\xAF\n\xED\xA0\x81\n\xC3\n"}
@@ -62,7 +57,6 @@ private Q_SLOTS:
         const Scenes scene;
         // What ends with the last chunk is taken apart at its line feeds.
         const QString lines = u"! state 7\n! listLines\n"_s;
-        scene("two lines", lines + u"! arrive a{N}b{N}\n- a\n- b"_s);
         scene("CR stays", lines + u"! arrive a\r{N}b\r{N}\n- a\r\n- b\r"_s);
         scene("in the middle", lines + u"! arrive a\n! arrive b{N}\n- ab"_s);
         scene("complete lines wait", lines + u"! arrive a{N}b\n! arrive c{N}\n- a\n- bc"_s);
@@ -84,7 +78,6 @@ private Q_SLOTS:
               "DataIn| {C}03{B}s{B} sets mode: +o\n<< PONG :a\n<< PONG :b"_s);
         scene("sending", u"! debug\n! send dropped\n! state 9\n! send A :b\n<< A :b\n"
                          "DebugWin << A :b\n! send\n<< \nDebugWin << "_s);
-        // Chunk by chunk, not line by line.
         scene("traffic log",
               u"~! register\n< PING a\n<< PONG :a\n! debug\n! arrive PING b x{N}PI\n"
               "DebugWin >> PING b x{N}PI\n! arrive NG c x{N}\nDebugWin >> NG c x{N}\n"
@@ -102,9 +95,7 @@ private Q_SLOTS:
                   u"! port 8867\n! connect\nLogin.cmdSignout\nmnu_Sign=Sign In\nsock.Close\n"
                   "ident.Close\nText1=6667\nConnect.Caption=&Connect\n"
                   "DataIn| {C}05Connection attempt cancelled\nLogin.locked=false\n"
-                  "cmdCount= Total Chatters :  [ 0 ]\n? report=Cancelled|||\n"
-                  "~! caption something else\n! connect\ncmdCount= Total Chatters :  [ 0 ]"_s);
-        // Lines are handled while it waits.
+                  "cmdCount= Total Chatters :  [ 0 ]\n? report=Cancelled|||"_s);
         scene(
             "established",
             u"~! open pal\n~! connect\n! fullName A B{0}{0}\n! onPause < PING early\n"
@@ -169,7 +160,6 @@ private Q_SLOTS:
               "? sent=NICK typed\r|USER PC1Clien 0 * :A B\r"_s);
         const QString silent = u"irc.example ended the connection without a word. It may take TLS "
                                "only: the address is ircs://irc.example:6697 then."_s;
-        // And nothing of it stands before what the next one says.
         scene(
             "no server of lines",
             "! server irc://irc.example:6697\n~! connect\n~! connected\n"
@@ -200,9 +190,6 @@ private Q_SLOTS:
         ident("ident", u"46887, 6667\r{N}"_s,
               u"DataIn| *** IDENT : 46887, 6667\nident.SendData 46887, 6667"_s + answer +
                   u"{0}\nDataIn| *** IDENT reply : 46887, 6667"_s + answer + u"\nident.Close\n"_s);
-        ident("ident, a comma and a blank", u", "_s,
-              u"DataIn| *** IDENT : \nident.SendData "_s + answer +
-                  u"{0}\nDataIn| *** IDENT reply : "_s + answer + u"\nident.Close\n"_s);
         const QString endless = u"{B}"_s + QString(40000, u'1') + u", 2"_s; // too long to be shown
         ident("ident, endless", endless + u"\r{N}"_s,
               "ident.SendData "_L1 + endless + answer + u"{0}\nident.Close\n"_s);
@@ -214,42 +201,37 @@ private Q_SLOTS:
         RecordingDesk desk;
         SessionVariables& variables = desk.variables;
         desk.connection.setRetryInterval(1);
-        desk.acts[u"debug"_s] = [&](const QString&) { desk.forms.debugVisible = true; };
-        desk.acts[u"send"_s] = [&](const QString& line) { desk.connection.SendData(line); };
-        desk.acts[u"server"_s] = [&](const QString& host) { variables.ServerHost = host; };
-        desk.acts[u"fullName"_s] = [&](const QString& name) { variables.FullName = name; };
-        desk.acts[u"quitMsg"_s] = [&](const QString& text) { variables.QuitMsg = text; };
-        desk.acts[u"reconnect"_s] = [&](const QString&) { variables.Reconnect = false; };
-        desk.acts[u"caption"_s] = [&](const QString& text) {
-            desk.channel.connectEntry.setCaption(text);
-        };
-        desk.acts[u"awaitRetry"_s] = [&](const QString&) {
+        desk.acts[u"debug"_s] = [&](auto) { desk.forms.debugVisible = true; };
+        desk.acts[u"send"_s] = [&](auto line) { desk.connection.SendData(line); };
+        desk.acts[u"server"_s] = [&](auto host) { variables.ServerHost = host; };
+        desk.acts[u"fullName"_s] = [&](auto name) { variables.FullName = name; };
+        desk.acts[u"quitMsg"_s] = [&](auto text) { variables.QuitMsg = text; };
+        desk.acts[u"reconnect"_s] = [&](auto) { variables.Reconnect = false; };
+        desk.acts[u"awaitRetry"_s] = [&](auto) {
             QTRY_VERIFY(!desk.connection.isWaitingToRetry());
         };
-        desk.acts[u"awaitFailure"_s] = [&](const QString&) {
+        desk.acts[u"awaitFailure"_s] = [&](auto) {
             QTRY_VERIFY(desk.connection.isWaitingToRetry());
         };
-        desk.acts[u"processEvents"_s] = [](const QString&) { QCoreApplication::processEvents(); };
-        desk.acts[u"listLines"_s] = [&](const QString&) {
+        desk.acts[u"processEvents"_s] = [](auto) { QCoreApplication::processEvents(); };
+        desk.acts[u"listLines"_s] = [&](auto) {
             desk.connection.setInterpreter([&](const QString& line) {
                 if (!line.isEmpty())
                     desk.journal("- ", line);
             });
         };
-        desk.acts[u"identName"_s] = [&](const QString& name) { variables.IdentName = name; };
-        desk.acts[u"ask"_s] = [&](const QString&) {
+        desk.acts[u"identName"_s] = [&](auto name) { variables.IdentName = name; };
+        desk.acts[u"ask"_s] = [&](auto) {
             desk.ident.RemotePort = 40001;
             Q_EMIT desk.ident.ConnectionRequest(7);
         };
-        desk.acts[u"question"_s] = [&](const QString& text) { desk.ident.arrive(text); };
+        desk.acts[u"question"_s] = [&](auto text) { desk.ident.arrive(text); };
         desk.looks[u"attempt"_s] = [&]() -> QString {
             return desk.sock.RemoteHost + u':' + QString::number(desk.sock.RemotePort) +
                    (desk.sock.Tls ? " by TLS"_L1 : ""_L1);
         };
         desk.looks[u"sent"_s] = [&] { return std::exchange(desk.sock.sent, {}).join(u'|'); };
-        desk.acts[u"identError"_s] = [&](const QString& why) {
-            Q_EMIT desk.ident.ErrorEvent(1, why);
-        };
+        desk.acts[u"identError"_s] = [&](auto why) { Q_EMIT desk.ident.ErrorEvent(1, why); };
         desk.looks[u"ident"_s] = [&] { return QString::number(desk.ident.state()); };
         desk.looks[u"yields"_s] = [&] { return QString::number(desk.events.yields); };
         QCOMPARE(desk.play(script), QString());
