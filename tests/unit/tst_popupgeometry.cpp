@@ -1,23 +1,15 @@
 #include "desktop/PopupSlide.h"
 
-#include <QTest>
+#include <QtTest>
 
-// The way of the popup, tick by tick.
 class tst_popupgeometry final : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void risesRestsAndSinks_data()
-    {
-        QTest::addColumn<int>("screenHeight");
-        QTest::newRow("a usual screen") << 16200;
-        QTest::newRow("lower than the popup") << 1000;
-        QTest::newRow("no whole number of steps") << 11521;
-    }
     void risesRestsAndSinks()
     {
-        QFETCH(int, screenHeight);
+        constexpr int screenHeight = 11521; // no whole number of steps
         using Outcome = PopupSlide::Outcome;
         PopupSlide slide(19200, screenHeight, 4800);
         const auto at = [&](int height, int top, int interval) {
