@@ -9,15 +9,7 @@
 #include "support/RecordingPorts.h"
 #include "text/OwnTextStyle.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QRandomGenerator>
-#include <QTemporaryDir>
-#include <QTest>
-
 #include <csignal>
-#include <cstdlib>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -57,7 +49,6 @@ public:
         setrlimit(RLIMIT_FSIZE, &m_before);
         std::signal(SIGXFSZ, m_handler);
     }
-    Q_DISABLE_COPY_MOVE(FullDisk)
 
 private:
     void (*m_handler)(int);
@@ -66,21 +57,8 @@ private:
 
 mode_t modeOf(const QString& path)
 {
-    struct stat status
-    {
-    };
+    struct stat status = {};
     return lstat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_mode : 0;
-}
-
-// Writes one version after the other until it is killed, and says so each time.
-template<typename Write>
-[[noreturn]] void writeForEver(int pipe, Write write)
-{
-    for (int version = 0;; ++version) {
-        write(version);
-        if (::write(pipe, "x", 1) != 1)
-            _exit(0);
-    }
 }
 
 } // namespace
@@ -105,13 +83,10 @@ private Q_SLOTS:
         const auto row = [](const char* name, const char* content, const char* value) {
             QTest::newRow(name) << QByteArray(content) << QString::fromUtf8(value);
         };
-        row("plain", "[connect]\nserver=a.b\n", "a.b");
         row("names in any case", "[Connect]\nSERVER=a.b\n", "a.b");
         row("blanks around", " [connect] \n  server =  a b  \n", "a b");
         row("CR LF", "[connect]\r\nserver=a.b\r\n", "a.b");
-        row("no line end", "[connect]\nserver=a.b", "a.b");
-        row("byte order mark", "\xef\xbb\xbf[connect]\nserver=a.b\n", "a.b");
-        row("UTF-8", "[connect]\nserver=\xc3\xa4\n", "ä");
+        row("a mark before UTF-8, no line end", "\xef\xbb\xbf[connect]\nserver=\xc3\xa4", "ä");
         row("commas, semicolons, equals", "[connect]\nserver=a,b;c=d #e\n", "a,b;c=d #e");
         row("quotes go", "[connect]\nserver=\"  a b  \"\n", "  a b  ");
         row("single quotes go", "[connect]\nserver='a'\n", "a");
@@ -126,7 +101,6 @@ private Q_SLOTS:
         row("junk around", "\x01\x02 junk\n===\n[]\n[connect]\n=x\nserver=a.b\n]]\n", "a.b");
         row("the first of two", "[connect]\nserver=a.b\n[irc]\n[connect]\nserver=x\n", "a.b");
         row("its section goes on", "[connect]\n[irc]\n[connect]\nserver=a.b\n", "a.b");
-        row("empty", "", "missing");
     }
     void profileReads()
     {
@@ -363,11 +337,14 @@ private Q_SLOTS:
             QVERIFY(pipe(ends) == 0);
             const pid_t child = fork();
             QVERIFY(child >= 0);
-            if (child == 0)
-                writeForEver(ends[1], [&](int version) {
-                    UserStore(m_folder->path())
-                        .SaveSettings(u"Listsetup"_s, u"Sect"_s, namesOf(version));
-                });
+            if (child == 0) {
+                const UserStore store(m_folder->path());
+                int version = 0;
+                do
+                    store.SaveSettings(u"Listsetup"_s, u"Sect"_s, namesOf(version++));
+                while (write(ends[1], "x", 1) == 1);
+                _exit(0);
+            }
             close(ends[1]);
             char said = 0;
             for (int more = random.bounded(1, 20); more > 0; --more)
@@ -457,9 +434,6 @@ private Q_SLOTS:
                          " is \"soon\", which is no value for it. Correct it, or "
                          "take the line out."_L1);
         }
-        writeTo(path(u"settings.ini"_s), "[connect]\nport=" + QByteArray(200, '9') + '\n');
-        QVERIFY_THROWS_EXCEPTION(RunTimeError, begun());
-        QVERIFY(m_told.last().contains(u" is \""_s + QString(60, u'9') + u"…\""_s));
     }
 
 private:
