@@ -1,6 +1,6 @@
 #include "wire/ServerAddress.h"
 
-#include <QTest>
+#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
