@@ -14,6 +14,7 @@
 #include "session/Interpreter.h"
 #include "session/NickEvents.h"
 #include "support/RecordingPorts.h"
+#include "support/Script.h"
 #include "talk/QueryTable.h"
 #include "text/IncomingText.h"
 #include "text/MainView.h"
@@ -109,15 +110,4 @@ private:
     // What a look has seen, else nothing.
     QString perform(const QString& line);
     void meanwhile(const QString& step);
-};
-
-// The rows of a test that plays scripts.
-class Scenes final
-{
-public:
-    Scenes() { QTest::addColumn<QString>("script"); }
-    void operator()(const char* name, const QString& script) const
-    {
-        QTest::newRow(name) << script;
-    }
 };

@@ -47,3 +47,14 @@ private:
     Verbs m_verbs;
     Looks m_looks;
 };
+
+// The rows of a test that plays scripts.
+class Scenes final
+{
+public:
+    Scenes() { QTest::addColumn<QString>("script"); }
+    void operator()(const char* name, const QString& script) const
+    {
+        QTest::newRow(name) << script;
+    }
+};
