@@ -9,12 +9,10 @@
 #include "settings/UserStore.h"
 #include "support/RecordingPorts.h"
 #include "support/Script.h"
-#include "support/StandIns.h"
 #include "talk/QueryTable.h"
 
-#include <QLabel>
-#include <QTemporaryDir>
 #include <QtTest>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 
@@ -68,10 +66,7 @@ private Q_SLOTS:
 
     void uses_data()
     {
-        QTest::addColumn<QString>("script");
-        const auto row = [](const char* name, const QString& script) {
-            QTest::newRow(name) << script;
-        };
+        const Scenes row;
 
         row("watched names survive only an unload",
             u"?watched |?sent |watch Ann|watch Bob|keep|watch Late|again|?watched ,Ann,Bob|"
@@ -80,7 +75,6 @@ private Q_SLOTS:
         const QString ann = u"press cmdClear|watch Ann|press Command2|answer "_s;
         row("added", ann + "Bob|press cmdAdd|?watched Ann,Bob|?sent ISON Ann Bob "_L1 + asked);
         row("blanks go", ann + " B ob |press cmdAdd|?watched Ann,Bob|?sent ISON Ann Bob "_L1);
-        row("connecting", ann + "Bob|state 6|press cmdAdd|?watched Ann,Bob|?sent ISON Ann Bob "_L1);
         row("not connected", ann + "Bob|state 0|press cmdAdd|?watched Ann,Bob|?sent "_L1);
         row("known in other case", ann + "aNN|press cmdAdd|?watched Ann|?sent "_L1 + asked);
         row("only blanks", ann + "  |press cmdAdd|?watched Ann|?sent "_L1);
@@ -114,8 +108,6 @@ private Q_SLOTS:
         block("oneself in other case", 1, "mE", done(u"mE"_s));
         block("oneself", 1, "Me", question + " Block: You can't block yourself?"_L1 + stays);
         block("operator", 0, "oPer", question + " Block: You can't block a Operator"_L1 + stays);
-        block("half-operator", 0, "Half",
-              question + " Block: You can't block a Operator"_L1 + stays);
         row("a row is selected", "room 0|blocked old|mark 0|answer Eve|block cmdAdd|"_L1 +
                                      question + " Block: Are you trying to add same nick?"_L1 +
                                      stays);
@@ -128,7 +120,7 @@ private Q_SLOTS:
         QFETCH(QString, script);
         Desk desk;
         desk.variables.MyNick = u"Me"_s;
-        for (const QString& nick : {u"@Oper"_s, u"%Half"_s, u"Me"_s})
+        for (const QString& nick : {u"@Oper"_s, u"Me"_s})
             desk.room.nicks.AddNick(nick);
         auto form = desk.buddyList();
         form->show();
