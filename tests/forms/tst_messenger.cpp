@@ -3,9 +3,9 @@
 #include "support/Script.h"
 #include "support/TestClient.h"
 
-#include <QRandomGenerator>
-#include <QSysInfo>
-#include <QTcpSocket>
+#include <QtNetwork>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <sys/stat.h>
 
@@ -13,20 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr quint16 firstPort = 6667;
-constexpr quint16 fallbackPort = 8867;
-
-const QString signedOut = u"&Connect on off"_s;
-const QString attempting = u"&Cancel on off"_s;
 const QString connected = u"&Connect off on"_s;
-
-// A line with a text of the settings at its end, as the server gets it.
-QByteArray padded(const QByteArray& head, const QByteArray& setting)
-{
-    return head + setting + QByteArray(255 - setting.size(), '\0') + '\n';
-}
-
-const QByteArray quitLine = padded("QUIT :", "Quill Harbor Messenger v 1.0");
 
 } // namespace
 
@@ -46,83 +33,41 @@ private Q_SLOTS:
     }
     void init()
     {
+        m_client.reset();
         // An address of its own: the last test's ports may still be taken by connections that end.
         const QString address = TestSurroundings::ownAddress(++m_number);
-        m_server = std::make_unique<ScriptedServer>(address, firstPort);
+        m_server = std::make_unique<ScriptedServer>(address);
         QVERIFY(m_server->isListening());
         m_client = std::make_unique<TestClient>(address, &m_events);
         m_heard = 0;
     }
 
-    void cleanup()
+    void splashGoesByItself()
     {
-        m_client.reset();
-        m_server.reset();
-    }
-
-    void fromSplashToASaidLine()
-    {
-        TestClient client(m_client->around.address); // with its real pauses
-        client.messenger.start();
-        const auto visibleForms = [&client] {
-            QStringList names;
-            for (const QWidget* window : QApplication::topLevelWidgets()) {
-                if (window->isVisible())
-                    names += window->objectName();
-            }
-            names.sort();
-            return names.join(u' ');
-        };
-        QCOMPARE(visibleForms(), u"frmSplash"_s);
-        QVERIFY(!client.messenger.hasChatRoom());
-        QTRY_COMPARE(visibleForms(), u"Login"_s);
-        QVERIFY(!client.messenger.hasChatRoom()); // nothing of a session before the first sign-in
-
-        client.signIn(u"anna"_s, u"secret"_s);
-        QCOMPARE(client.state(), attempting);
-        QTRY_COMPARE(
-            m_server->received(),
-            padded("NICK anna\nUSER " + QSysInfo::machineHostName().toUtf8() + "Client-User:",
-                   "Quill Quill Quill Quill Harbor Messenger V 1.0"));
-        QCOMPARE(client.state(), connected);
-        QCOMPARE(client.field("Text1")->isVisible(), false);
-        QCOMPARE(visibleForms(), u"Login"_s);
-
-        forget();
-        m_server->say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
-        QTRY_COMPARE(heard(), padded("MODE anna +i\nJOIN ", "#Harbor") + "IDENTIFY secret\n");
-        QTRY_COMPARE(visibleForms(), u"Channel"_s);
-        m_server->say(":anna!u@h JOIN :#Harbor\r\n:s 332 anna #Harbor :Be kind\r\n"
-                      ":s 333 anna #Harbor bob :1000000000\r\n"
-                      ":s 353 anna = #Harbor :anna +cleo %dave @bob\r\n");
-        QTRY_COMPARE(client.chatters(), (QStringList{u"+cleo"_s, u"@bob"_s, u"anna"_s, u"dave"_s}));
-        QCOMPARE(client.topic(), u"e kind"_s); // the first letter goes, whatever it is
-        QTRY_VERIFY(client.reads(u"You have entered to the chat room"_s));
-        QVERIFY(client.reads(u"Welcome To Quill Harbor Messenger!"_s));
-        QVERIFY(!client.reads(u"Your host is s"_s)); // entering wipes what came before
-        QTRY_VERIFY(client.reads(u"Topic set by bob"_s));
-
-        forget();
-        client.say(u"hello all"_s);
-        QTRY_COMPARE(heard(), QByteArray("PRIVMSG #Harbor :\x03"
-                                         "1 hello all\n"));
-        QVERIFY(client.reads(u"<anna> hello all"_s));
-        m_server->say(":bob!u@h PRIVMSG #Harbor :hello anna\r\n");
-        QTRY_VERIFY(client.reads(u"hello anna"_s));
-        QCOMPARE(client.around.ends, 0);
-        QCOMPARE(client.around.dialogs.shown, QStringList());
+        m_client->messenger.start();
+        QVERIFY(shown<frmSplash>() && !shown<Login>());
+        QTRY_VERIFY(!shown<frmSplash>() && shown<Login>());
     }
 
     void sessions_data()
     {
-        QTest::addColumn<QString>("script");
-        const auto row = [](const char* name, const QString& script) {
-            QTest::newRow(name) << script;
-        };
+        const Scenes row;
+        const QString isKnown =
+            u"?sent NICK anna\nUSER PCClient-User:Quill Quill Quill Quill Harbor Messenger V 1.0\n"_s;
 
+        row("from the sign-in to a said line",
+            "start|?loaded no|?windows Login|sign in anna/secret|?state &Cancel on off|"_L1 +
+                isKnown +
+                "|?state &Connect off on|?locked Text1 Text2|?windows Login|"
+                "hear :s 001 anna :Welcome\r\n:s 002 anna :Your host is s|"
+                "?sent MODE anna +i\nJOIN #Harbor\nIDENTIFY secret\n|?windows Channel|"
+                "hear :anna!u@h JOIN :#Harbor\r\n:s 332 anna #Harbor :Be kind\r\n"
+                ":s 353 anna = #Harbor :anna +cleo %dave @bob|?chatters +cleo @bob anna dave|"
+                "?topic e kind|?last Topic is \"Be kind\"|?sent MODE #Harbor\n|say hello all|"
+                "?last <anna> hello all|?sent PRIVMSG #Harbor :\0031 hello all\n|"
+                "hear :bob!u@h PRIVMSG #Harbor :hello anna|?last <bob> hello anna|?boxes "_L1);
         row("the settings are read once",
-            u"settings [connect]\nfullname=Anna "
-            u"A\n[irc]\nquitmsg=bye\n[connect]\nautojoin=<none>\n|"
+            u"settings [connect]\nfullname=Anna A\nautojoin=<none>\n[irc]\nquitmsg=bye\n|"
             "start|sign in anna|?sent NICK anna\nUSER PCClient-User:Anna A\n|"
             "hear :s 001 anna :Welcome\r\nPING :x|?sent MODE anna +i\nPONG :x\n|"
             "settings [connect]\nfullname=Other\n|sign out|?sent QUIT :bye\n|sign in bea|"
@@ -140,16 +85,14 @@ private Q_SLOTS:
                 good + "sign by Text2|?state &Connect off on"_L1);
 
         // Nothing of an attempt that was given up comes to life later.
-        row("cancelled", u"start|sign in anna|?state &Cancel on off|button|?state &Connect on off|"
-                         "?looks out|?locked |entry mnu_File_Connect|?state &Connect off on|"
-                         "?sent NICK anna\nUSER PCClient-User:Quill Quill Quill Quill Harbor "
-                         "Messenger V 1.0\n"_s);
+        row("cancelled", "start|sign in anna|?state &Cancel on off|button|?state &Connect on off|"
+                         "?looks out|?locked |entry mnu_File_Connect|?state &Connect off on|"_L1 +
+                             isKnown);
         // Talk that nobody carries is still echoed; the next session works.
-        const QString ended =
-            u"|?sent QUIT :Quill Harbor Messenger v 1.0\n|?peer gone|"
-            "?state &Connect on off|?chatters |?looks out|?locked |say hello?|"
-            "?last <anna> hello?|sign in anna|?sent NICK anna\nUSER PCClient-User:"
-            "Quill Quill Quill Quill Harbor Messenger V 1.0\n"_s;
+        const QString ended = u"|?sent QUIT :Quill Harbor Messenger v 1.0\n|?peer gone|"
+                              "?state &Connect on off|?chatters |?looks out|?locked |say hello?|"
+                              "?last <anna> hello?|sign in anna|"_s +
+                              isKnown;
         row("disconnected by the menu", "room|entry mnu_File_Disconnect"_L1 + ended);
         row("disconnected by signing out", "room|sign out"_L1 + ended);
         row("disconnected by moving to another server",
@@ -169,6 +112,14 @@ private Q_SLOTS:
         row("kicked", "room|hear :bob!u@h KICK #Harbor anna :too loud"_L1 + over +
                           "|?windows Login|?told You were kicked by bob: too loud. Sign in to come "
                           "back."_L1);
+
+        row("a refused room",
+            "start|sign in anna|"_L1 + isKnown +
+                "|hear :s 001 anna :Welcome\r\n:s 002 anna :Your host is s|"
+                "?sent MODE anna +i\nJOIN #Harbor\n|hear :s 471 anna #Harbor :Cannot join channel|"
+                "?boxes Error: You cannot join #Harbor : Cannot join channel|?state &Connect on "
+                "off|"
+                "?sent QUIT :Quill Harbor Messenger v 1.0\n|?windows Login|?looks out|?locked "_L1);
 
         row("closed windows", u"room|close room|?windows Login|tray away|close sign-in|"
                               "?windows Login minimized|tray there|close sign-in|?windows |"
@@ -212,12 +163,11 @@ private Q_SLOTS:
         QVERIFY(m_client->told().contains("Sign in to try again."_L1));
         QCOMPARE(m_client->around.dialogs.shown, QStringList{u"No NickName|Enter Your NickName"_s});
 
-        // Again and again, and from now on at the other port.
         m_client->connection().setRetryInterval(100);
         m_client->signIn(u"anna"_s);
         QTRY_VERIFY(m_client->conversation().count(u"port 8867"_s) >= 2);
         QCOMPARE(m_client->conversation().count(u"port 6667"_s), 1);
-        m_server = std::make_unique<ScriptedServer>(address, fallbackPort);
+        m_server = std::make_unique<ScriptedServer>(address, 8867);
         QVERIFY(m_server->isListening());
         QTRY_VERIFY(m_server->received().startsWith("NICK anna\n"));
         QCOMPARE(m_client->state(), connected);
@@ -225,57 +175,19 @@ private Q_SLOTS:
         QCOMPARE(m_client->window().portText(), u"6667"_s);
     }
 
-    // What the server says while the box is up waits.
-    void refusedRoom()
-    {
-        m_client->start();
-        m_client->signIn(u"anna"_s);
-        QTRY_VERIFY(m_server->received().contains("USER "));
-        m_server->say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
-        QTRY_VERIFY(heard().contains("JOIN "));
-        forget();
-
-        bool answeredBehindTheBox = true;
-        m_client->around.dialogs.whileOpen = [&] {
-            m_server->say("PING :one two\r\n");
-            // What goes through the same event loop meanwhile shows that there was time to answer.
-            ScriptedServer other(m_client->around.address, fallbackPort);
-            TestClient client(m_client->around.address, &m_events);
-            client.start();
-            client.chatRoom().main.window.setPortText(u"8867"_s);
-            client.signIn(u"cleo"_s);
-            QTRY_VERIFY(other.received().contains("USER "));
-            answeredBehindTheBox = heard().contains("PONG");
-        };
-        m_server->say(":s 471 anna #Harbor :Cannot join channel\r\n");
-        QTRY_COMPARE(m_client->state(), signedOut);
-        QCOMPARE(m_client->around.dialogs.shown,
-                 QStringList{u"Error|You cannot join #Harbor : Cannot join channel"_s});
-        QVERIFY(!answeredBehindTheBox);
-        QTRY_COMPARE(heard(), quitLine);
-        QVERIFY(!m_client->window().isVisible() && m_client->messenger.login().isVisible());
-        QVERIFY(m_client->looksSignedOut() && !m_client->field("Text1")->isReadOnly());
-    }
-
     void anotherNetworkIsChosen()
     {
         m_server.reset(); // nobody is there
         const QString other = TestSurroundings::ownAddress(++m_number);
         ScriptedServer server(other);
-        TestSurroundings around(QString(), &m_events, m_client->around.address);
-        QVERIFY(around.writeSettings("[connect]\nserver="_ba + m_client->around.address.toLatin1() +
-                                     "\nreconnect=false\n"));
-        Messenger messenger(around);
-        auto* link = messenger.login().findChild<QToolButton*>(u"lnkNetwork"_s);
-        auto* nick = messenger.login().findChild<QLineEdit*>(u"Text1"_s);
-        const auto signIn = [nick] {
-            nick->setText(u"anna"_s);
-            QTest::keyClick(nick, Qt::Key_Return);
-        };
-        signIn();
+        TestClient client(QString(), &m_events, m_client->around.address);
+        QVERIFY(client.around.writeSettings(
+            "[connect]\nserver="_ba + m_client->around.address.toLatin1() + "\nreconnect=false\n"));
+        auto* link = client.messenger.login().findChild<QToolButton*>(u"lnkNetwork"_s);
+        client.signIn(u"anna"_s);
         QTRY_COMPARE(link->text(),
                      QString("Network: "_L1 + m_client->around.address + " does not answer"_L1));
-        QVERIFY(!messenger.chatRoom().session.connection.isWaitingToRetry()); // as the settings say
+        QVERIFY(!client.connection().isWaitingToRetry()); // as the settings say
 
         link->click();
         const auto* form = shown<NetworkForm>();
@@ -283,7 +195,7 @@ private Q_SLOTS:
         form->findChild<QLineEdit*>(u"txtRoom"_s)->setText(u"#quay"_s);
         form->findChild<QAbstractButton*>(u"cmdOK"_s)->click();
         QCOMPARE(link->text(), QString("Network: "_L1 + other));
-        signIn();
+        client.signIn(u"anna"_s);
         QTRY_VERIFY(server.received().contains("USER "));
         QVERIFY(!link->isEnabled());
         server.say(":s 001 anna :Welcome\r\n:s 002 anna :Your host is s\r\n");
@@ -335,7 +247,6 @@ private Q_SLOTS:
         QVERIFY(QFile::permissions(log + "/#harbor.2003-04-05.txt"_L1) ==
                 (QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser));
 
-        // The folder goes, and a file stands in its place.
         QVERIFY(QDir(log).removeRecursively());
         QFile wall(log);
         QVERIFY(wall.open(QIODevice::WriteOnly));
@@ -462,7 +373,7 @@ private:
                  if (how == "out"_L1) {
                      m_client->signEntry().trigger();
                  } else if (how.startsWith("in "_L1)) {
-                     m_client->signIn(how.mid(3));
+                     m_client->signIn(how.mid(3).section(u'/', 0, 0), how.section(u'/', 1));
                  } else {
                      m_client->enter(u"anna"_s);
                      m_client->pressReturnIn(how.mid(3).toLatin1());
