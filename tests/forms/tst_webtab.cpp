@@ -8,42 +8,15 @@
 #include "platform/Resources.h"
 #include "support/FakeEngine.h"
 
-#include <QDir>
-#include <QLabel>
-#include <QPointer>
-#include <QTcpServer>
-#include <QTcpSocket>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QToolButton>
+#include <QtNetwork>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// A browser at the end of its history.
-class FailingBrowser final : public WebBrowser
-{
-public:
-    void Navigate(const QString&) override { fail(); }
-    void GoBack() override { fail(); }
-    void GoForward() override { fail(); }
-    void GoHome() override { fail(); }
-    void GoSearch() override { fail(); }
-    void Refresh() override { fail(); }
-    void Stop() override { fail(); }
-
-    int calls = 0;
-
-private:
-    void fail()
-    {
-        ++calls;
-        throw RunTimeError(RunTimeError::Number::ObjectRequired);
-    }
-};
 
 // Answers each path with its page and keeps the paths that were asked for.
 class PageServer final : public QTcpServer
@@ -196,16 +169,6 @@ private Q_SLOTS:
             QCOMPARE(m_engine.calls.last(), u"back"_s);
             m_engine.calls += u"-"_s;
         }
-    }
-
-    void failingBrowserIsSkipped()
-    {
-        FailingBrowser browser;
-        WebToolBar bar(m_handlers, browser);
-        for (QToolButton* button : bar.findChildren<QToolButton*>())
-            button->click();
-        QCOMPARE(browser.calls, 6);
-        QVERIFY2(m_fatal.isEmpty(), qPrintable(m_fatal));
     }
 
     void failureAndRetry()
