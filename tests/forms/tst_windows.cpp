@@ -2,10 +2,8 @@
 #include "platform/Resources.h"
 #include "support/TestClient.h"
 
-#include <QLabel>
-#include <QMenuBar>
-#include <QTabBar>
-#include <QWindow>
+#include <QtTest>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 
@@ -36,17 +34,12 @@ private Q_SLOTS:
     void initTestCase() { loadResources(); }
     void init()
     {
+        m_client.reset();
         const QString address = TestSurroundings::ownAddress(++m_number);
         m_server = std::make_unique<ScriptedServer>(address);
         m_client = std::make_unique<TestClient>(address, &m_events, QString(), &m_boxes);
         m_client->beInTheRoom(*m_server, "@anna bob");
         QTRY_VERIFY(window().isActiveWindow());
-    }
-
-    void cleanup()
-    {
-        m_client.reset();
-        m_server.reset();
     }
 
     void nickFormBehindAPrompt()
@@ -136,7 +129,17 @@ private:
         window().lstNicks().setListIndex(1);
         m_client->click("mnu_nicks_kick");
     }
-    void whileBoxIsOpen(std::function<void()> act);
+
+    // In the next box; one that is left open is closed.
+    void whileBoxIsOpen(std::function<void()> act)
+    {
+        QTimer::singleShot(0, this, [act = std::move(act)] {
+            act();
+            if (box())
+                box()->reject();
+        });
+    }
+
     Channel& window() { return m_client->window(); }
 
     int m_number = 0;
@@ -145,16 +148,6 @@ private:
     std::unique_ptr<ScriptedServer> m_server;
     std::unique_ptr<TestClient> m_client;
 };
-
-// In the next box; one that is left open is closed.
-void WindowsTest::whileBoxIsOpen(std::function<void()> act)
-{
-    QTimer::singleShot(0, this, [act = std::move(act)] {
-        act();
-        if (box())
-            box()->reject();
-    });
-}
 
 QTEST_MAIN(WindowsTest)
 #include "tst_windows.moc"
