@@ -1,27 +1,8 @@
 #include "platform/Resources.h"
-#include "support/ScriptedServer.h"
 #include "support/TestAuthority.h"
 #include "support/TestClient.h"
-#include "talk/QueryTable.h"
 
 using namespace Qt::StringLiterals;
-
-// The whole program against a server of today that says what a test wants it to say.
-class WireChatTest final : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-    void privateLine();
-    void inClear();
-    void notPrivateIsNotConnected();
-
-private:
-    static QString address(int n) { return TestSurroundings::ownAddress(n); }
-
-    TestAuthority m_authority;
-};
 
 namespace {
 
@@ -45,119 +26,131 @@ void letIn(ScriptedServer& server)
 
 } // namespace
 
-void WireChatTest::initTestCase()
+// The whole program against a server of today that says what a test wants it to say.
+class WireChatTest final : public QObject
 {
-    loadResources();
-    if (!m_authority.isMade())
-        QSKIP("there is no openssl to make certificates with");
-}
+    Q_OBJECT
 
-void WireChatTest::privateLine()
-{
-    const QString host = address(41);
-    ScriptedServer server(host, 6697, m_authority.issue("IP:" + host.toLatin1()));
-    TestClient client("ircs://"_L1 + host, nullptr, address(42));
-    QVERIFY(client.around.writeSettings("[connect]\ncafile=" + m_authority.file().toUtf8() + '\n'));
-    client.start();
-    client.signIn(u"alice"_s, u"wonderland"_s);
-    QTRY_VERIFY(server.received().contains("USER "));
-    QVERIFY(client.chatRoom().session.sock.privacy().isPrivate());
-    qsizetype from = 0;
-    const QStringList first = linesOf(server, from);
-    QCOMPARE(first.mid(0, 2), (QStringList{u"CAP LS 302"_s, u"NICK alice"_s}));
-    QVERIFY2(QRegularExpression(u"^USER [A-Za-z][A-Za-z0-9]{0,7} 0 \\* :Quill Quill [^\\0]*$"_s)
-                 .match(first.value(2))
-                 .hasMatch(),
-             qPrintable(first.value(2)));
-    server.say(":s CAP * LS :sasl=PLAIN\r\n");
-    QTRY_VERIFY(server.received().endsWith("CAP REQ :sasl\r\n"));
-    server.say(":s CAP alice ACK :sasl \r\n");
-    QTRY_VERIFY(server.received().endsWith("AUTHENTICATE PLAIN\r\n"));
-    server.say("AUTHENTICATE :+\r\n");
-    QTRY_VERIFY(server.received().endsWith("AUTHENTICATE YWxpY2UAYWxpY2UAd29uZGVybGFuZA==\r\n"));
-    server.say(":s 900 alice alice!i@h alice :You are now logged in\r\n:s 903 alice :Success\r\n");
-    QTRY_VERIFY(client.reads(u"You are signed in to the account of alice."_s));
-    QVERIFY(!client.reads(u"900"_s) && !client.reads(u"CAP"_s));
-    letIn(server);
-    QTRY_VERIFY(client.reads(u"Topic is"_s));
-    QTRY_VERIFY(server.received().contains("\r\nMODE #Harbor\r\n"));
-    QVERIFY(!server.received().contains("IDENTIFY"));
-    client.connection().mnu_File_Disconnect_Click();
-    QVERIFY(!client.chatRoom().session.sock.privacy().isPrivate());
-}
+private Q_SLOTS:
 
-void WireChatTest::inClear()
-{
-    const QString host = address(43);
-    ScriptedServer server(host);
-    TestClient client("irc://"_L1 + host, nullptr, address(44));
-    client.start();
-    client.signIn(u"alice"_s, u"wonderland"_s);
-    QTRY_VERIFY(server.received().contains("USER "));
-    letIn(server);
-    QTRY_VERIFY(server.received().contains("\r\nMODE #Harbor\r\n"));
-    QVERIFY(!server.received().contains('\0') && !server.received().contains("CAP"));
-    QVERIFY(server.received().contains("PRIVMSG NickServ :IDENTIFY wonderland\r\n"));
-
-    // The room, both ways, and a line that is no UTF-8.
-    auto* dataOut = client.window().findChild<QLineEdit*>(u"DataOut"_s);
-    dataOut->setText(manyLetters); // no keyboard has all of them
-    QTest::keyClick(dataOut, Qt::Key_Return);
-    const QByteArray said = "PRIVMSG #Harbor :\0031 " + manyLetters.toUtf8();
-    QTRY_VERIFY(server.received().contains(said));
-    server.say(":bob!b@h PRIVMSG #Harbor :" + manyLetters.toUtf8() +
-               "\r\n:bob!b@h PRIVMSG #Harbor :caf\xE9\r\n");
-    QTRY_VERIFY(client.reads(u"café"_s));
-    QCOMPARE(client.conversation().count(manyLetters), 2);
-
-    // A private line keeps its words, its colon and its length.
-    server.say(":bob!b@h PRIVMSG alice :five words of " + manyLetters.toUtf8() + "\r\n");
-    QueryTable& queries = client.chatRoom().windows.queries;
-    QTRY_VERIFY(queries.FindQuery(u"bob"_s) != -1);
-    QTRY_VERIFY(queries.Queries(queries.FindQuery(u"bob"_s)).DataIn().Text().contains(manyLetters));
-    QLineEdit* input = nullptr;
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->windowTitle() == "bob"_L1)
-            input = window->findChild<QLineEdit*>(u"DataOut"_s);
+    void initTestCase()
+    {
+        loadResources();
+        if (!m_authority.isMade())
+            QSKIP("there is no openssl to make certificates with");
     }
-    QVERIFY(input);
-    qsizetype from = server.received().size();
-    const QString spoken = u":) "_s + u"many words "_s.repeated(90);
-    input->setText(spoken);
-    QTest::keyClick(input, Qt::Key_Return);
-    QString put;
-    const auto isWhole = [&] {
-        for (const QString& line : linesOf(server, from)) {
-            if (line.startsWith("PRIVMSG bob :"_L1) && line.size() <= 500)
-                put += line.mid(line.indexOf(u'1') + (put.isEmpty() ? 2 : 1));
-        }
-        return put.size() >= spoken.size();
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(isWhole(), 30'000);
-    QCOMPARE(put, spoken);
 
-    // What the server does not take of a topic comes back by the arrow key.
-    client.connection().SendData(u"TOPIC #Harbor :one topic of more than twenty"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(server.received().endsWith("TOPIC #Harbor :one topic of more th\r\n"),
-                             30'000);
-    QVERIFY(client.reads(u"an twenty"_s));
-    QTest::keyClick(dataOut, Qt::Key_Up);
-    QCOMPARE(dataOut->text(), u"an twenty"_s);
-}
+    void privateLine()
+    {
+        const QString host = address(41);
+        ScriptedServer server(host, 6697, m_authority.issue("IP:" + host.toLatin1()));
+        TestClient client("ircs://"_L1 + host, nullptr, address(42));
+        QVERIFY(
+            client.around.writeSettings("[connect]\ncafile=" + m_authority.file().toUtf8() + '\n'));
+        client.start();
+        client.signIn(u"alice"_s, u"wonderland"_s);
+        QTRY_VERIFY(server.received().contains("USER "));
+        QVERIFY(client.chatRoom().session.sock.privacy().isPrivate());
+        qsizetype from = 0;
+        const QStringList first = linesOf(server, from);
+        QCOMPARE(first.mid(0, 2), (QStringList{u"CAP LS 302"_s, u"NICK alice"_s}));
+        QVERIFY2(QRegularExpression(u"^USER [A-Za-z][A-Za-z0-9]{0,7} 0 \\* :Quill Quill [^\\0]*$"_s)
+                     .match(first.value(2))
+                     .hasMatch(),
+                 qPrintable(first.value(2)));
+        server.say(":s CAP * LS :sasl=PLAIN\r\n");
+        QTRY_VERIFY(server.received().endsWith("CAP REQ :sasl\r\n"));
+        server.say(":s CAP alice ACK :sasl \r\n");
+        QTRY_VERIFY(server.received().endsWith("AUTHENTICATE PLAIN\r\n"));
+        server.say("AUTHENTICATE :+\r\n");
+        QTRY_VERIFY(
+            server.received().endsWith("AUTHENTICATE YWxpY2UAYWxpY2UAd29uZGVybGFuZA==\r\n"));
+        server.say(
+            ":s 900 alice alice!i@h alice :You are now logged in\r\n:s 903 alice :Success\r\n");
+        QTRY_VERIFY(client.reads(u"You are signed in to the account of alice."_s));
+        QVERIFY(!client.reads(u"900"_s) && !client.reads(u"CAP"_s));
+        letIn(server);
+        QTRY_VERIFY(client.reads(u"Topic is"_s));
+        QTRY_VERIFY(server.received().contains("\r\nMODE #Harbor\r\n"));
+        QVERIFY(!server.received().contains("IDENTIFY"));
+        client.connection().mnu_File_Disconnect_Click();
+        QVERIFY(!client.chatRoom().session.sock.privacy().isPrivate());
+    }
 
-void WireChatTest::notPrivateIsNotConnected()
-{
-    const QString host = address(45);
-    const ScriptedServer server(host, 6697, m_authority.issue("DNS:irc.other"));
-    TestClient client("ircs://"_L1 + host, nullptr, address(46));
-    QVERIFY(client.around.writeSettings("[connect]\ncafile=" + m_authority.file().toUtf8() + '\n'));
-    client.start();
-    client.signIn(u"alice"_s, u"wonderland"_s);
-    QTRY_VERIFY(client.reads(u"for irc.other, not for "_s + host));
-    QVERIFY(client.connection().isWaitingToRetry());
-    QVERIFY(client.looksSignedOut());
-    QCOMPARE(server.received(), QByteArray());
-}
+    void inClear()
+    {
+        const QString host = address(43);
+        ScriptedServer server(host);
+        TestClient client("irc://"_L1 + host, nullptr, address(44));
+        client.start();
+        client.signIn(u"alice"_s, u"wonderland"_s);
+        QTRY_VERIFY(server.received().contains("USER "));
+        letIn(server);
+        QTRY_VERIFY(server.received().contains("\r\nMODE #Harbor\r\n"));
+        QVERIFY(!server.received().contains('\0') && !server.received().contains("CAP"));
+        QVERIFY(server.received().contains("PRIVMSG NickServ :IDENTIFY wonderland\r\n"));
+
+        // The room, both ways, and a line that is no UTF-8.
+        auto* dataOut = client.window().findChild<QLineEdit*>(u"DataOut"_s);
+        dataOut->setText(manyLetters); // no keyboard has all of them
+        QTest::keyClick(dataOut, Qt::Key_Return);
+        const QByteArray said = "PRIVMSG #Harbor :\0031 " + manyLetters.toUtf8();
+        QTRY_VERIFY(server.received().contains(said));
+        server.say(":bob!b@h PRIVMSG #Harbor :" + manyLetters.toUtf8() +
+                   "\r\n:bob!b@h PRIVMSG #Harbor :caf\xE9\r\n");
+        QTRY_VERIFY(client.reads(u"café"_s));
+        QCOMPARE(client.conversation().count(manyLetters), 2);
+
+        // A private line keeps its words, its colon and its length.
+        server.say(":bob!b@h PRIVMSG alice :five words of " + manyLetters.toUtf8() + "\r\n");
+        QTRY_VERIFY(shown<QueryForm>());
+        QueryForm& talk = *shown<QueryForm>();
+        QCOMPARE(talk.windowTitle(), u"bob"_s);
+        QTRY_VERIFY(talk.DataIn().Text().contains(manyLetters));
+        qsizetype from = server.received().size();
+        const QString spoken = u":) "_s + u"many words "_s.repeated(90);
+        talk.DataOut().setText(spoken);
+        QTest::keyClick(&talk.DataOut(), Qt::Key_Return);
+        QString put;
+        const auto isWhole = [&] {
+            for (const QString& line : linesOf(server, from)) {
+                if (line.startsWith("PRIVMSG bob :"_L1) && line.size() <= 500)
+                    put += line.mid(line.indexOf(u'1') + (put.isEmpty() ? 2 : 1));
+            }
+            return put.size() >= spoken.size();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isWhole(), 30'000);
+        QCOMPARE(put, spoken);
+
+        // What the server does not take of a topic comes back by the arrow key.
+        client.connection().SendData(u"TOPIC #Harbor :one topic of more than twenty"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            server.received().endsWith("TOPIC #Harbor :one topic of more th\r\n"), 30'000);
+        QVERIFY(client.reads(u"an twenty"_s));
+        QTest::keyClick(dataOut, Qt::Key_Up);
+        QCOMPARE(dataOut->text(), u"an twenty"_s);
+    }
+
+    void notPrivateIsNotConnected()
+    {
+        const QString host = address(45);
+        const ScriptedServer server(host, 6697, m_authority.issue("DNS:irc.other"));
+        TestClient client("ircs://"_L1 + host, nullptr, address(46));
+        QVERIFY(
+            client.around.writeSettings("[connect]\ncafile=" + m_authority.file().toUtf8() + '\n'));
+        client.start();
+        client.signIn(u"alice"_s, u"wonderland"_s);
+        QTRY_VERIFY(client.reads(u"for irc.other, not for "_s + host));
+        QVERIFY(client.connection().isWaitingToRetry());
+        QVERIFY(client.looksSignedOut());
+        QCOMPARE(server.received(), QByteArray());
+    }
+
+private:
+    static QString address(int n) { return TestSurroundings::ownAddress(n); }
+
+    TestAuthority m_authority;
+};
 
 QTEST_MAIN(WireChatTest)
 #include "tst_wirechat.moc"
