@@ -7,13 +7,8 @@
 #include "support/Script.h"
 #include "support/TestClient.h"
 
-#include <QCheckBox>
-#include <QGroupBox>
-#include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
-#include <QTabBar>
-#include <QToolButton>
+#include <QtTest>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 
@@ -221,17 +216,240 @@ class WiringTest final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void cleanupTestCase();
-    void init();
 
-    void menusInTheirOrder();
-    void wordsOfEveryWindow();
-    void doThisSeeThat_data();
-    void doThisSeeThat();
-    void everyEntryLeadsSomewhere();
-    void trayHoldsTheIcon();
-    void popupTellsTheFailure();
+    void initTestCase()
+    {
+        loadResources();
+        m_script.afterLook = [this](const QString& look) {
+            if (look == "tray"_L1 || look == "menu"_L1)
+                (look == "tray"_L1 ? m_client->around.tray.menu : window().menus().nicks())->hide();
+        };
+        const QString address = TestSurroundings::ownAddress(1);
+        m_server = std::make_unique<ScriptedServer>(address);
+        QVERIFY(m_server->isListening());
+        m_client = std::make_unique<TestClient>(address, &m_events);
+        m_client->around.engine = &m_engine;
+        m_client->beInTheRoom(*m_server, "anna bob");
+    }
+
+    // One private window, with bob in it; nothing selected, written or chosen.
+    void init()
+    {
+        ScriptedDialogs& boxes = m_client->around.dialogs;
+        boxes.answerText.clear();
+        boxes.answerYes = true;
+        for (const auto& place : m_client->chatRoom().windows.queryFactory.places())
+            place->Unload();
+        beToldAndHandle(u":bob!u@h PRIVMSG anna :hello"_s);
+        window().Show();
+        window().findChild<QTabBar*>(u"TBar"_s)->setCurrentIndex(1);
+        perform(u"press check2"_s);
+        perform(u"color lblcin1"_s);
+        window().nickRows().setListIndex(-1);
+        m_client->around.waves.played.clear();
+        m_client->around.links.opened.clear();
+        m_engine.calls.clear();
+        boxes.shown.clear();
+        m_heard = m_server->received().size();
+    }
+
+    void menusInTheirOrder()
+    {
+        const QMenuBar* signIn = m_client->messenger.login().findChild<QMenuBar*>();
+        QString shown;
+        for (const auto& menu :
+             {signIn->actions(), window().menus().bar()->actions(),
+              window().menus().nicks()->actions(), m_client->around.tray.menu->actions()})
+            shown += u'\n' + shownIn(menu);
+        QCOMPARE(shown, QString(everyMenu));
+    }
+
+    void wordsOfEveryWindow()
+    {
+        const QStringList steps =
+            u"network lnkNetwork|entry mnu_File_changenick|entry mnu_File_changepass|"
+            "entry mnu_register_nickname|entry mnu_view_fontsize|entry mnu_View_Buddylist|"
+            "entry mnu_ingorelist|entry mnu_About|entry mnu_author|entry mnu_chan_ban|"
+            "hear :s 431 anna :None given"_s.split(u'|');
+        QStringList words{wordsOf(m_client->messenger.login()), wordsOf(window()),
+                          wordsOf(*shown<QueryForm>())};
+        shown<QueryForm>()->close();
+        for (const QString& step : steps) {
+            perform(step);
+            auto* form = shown<Form>();
+            QVERIFY2(form, qPrintable(step));
+            words += wordsOf(*form);
+            form->close();
+        }
+        QStringList expected = QString::fromUtf8(everyWord).split(u"\n\n"_s);
+        for (QString& paragraph : expected)
+            paragraph = paragraph.simplified();
+        for (QString& text : words)
+            text = text.simplified().replace(m_client->around.address, u"SERVER"_s);
+        QVERIFY(
+            words[1].endsWith(" | "_L1 + QSysInfo::machineHostName())); // it stands there, hidden
+        words[1].chop(QSysInfo::machineHostName().size() + 3);
+        QCOMPARE(words, expected);
+    }
+
+    void doThisSeeThat_data()
+    {
+        QTest::addColumn<QString>("script");
+
+        // What is done, one of the looks, or "window", and what is seen there then.
+        const auto row = [](const char* name, const char* script, const char* where,
+                            const char* expected) {
+            const QString steps = QString::fromUtf8(script);
+            const QString seen = QString::fromUtf8(expected);
+            QString whole = steps + "|?"_L1 + QLatin1StringView(where) + u' ' + seen;
+            if (qstrcmp(where, "window") == 0)
+                whole = "away "_L1 + seen + u'|' + steps + "|window "_L1 + seen;
+            QTest::newRow(name) << whole;
+        };
+        const auto sends = [&](const char* name, const char* script, const char* lines) {
+            row(name, script, "sent", lines);
+        };
+
+        sends("bold", "press Check3|say a|press Check3|say b",
+              "PRIVMSG #Harbor :{B}{C}1 a\nPRIVMSG #Harbor :{C}1 b\n");
+        sends("underline", "press Check4|say a|press Check4|say b",
+              "PRIVMSG #Harbor :{C}1 {U}a\nPRIVMSG #Harbor :{C}1 b\n");
+        sends("colour", "press check2|color lblcin4|say a|press check2|color lblcin1|say b",
+              "PRIVMSG #Harbor :{C}4 a\nPRIVMSG #Harbor :{C}1 b\n");
+        row("colour of the input line", "press check2|color lblcin4", "input", "#ff0000");
+        row("palette goes with the choice", "press check2|color lblcin4", "palette", "away");
+        sends("smiley", "press check1|smiley imgicon3|say !", "PRIVMSG #Harbor :{C}1 :D!\n");
+        sends("own action", "answer dances|press Label1", "PRIVMSG #Harbor :{A}ACTION dances{A}\n");
+        sends("own action to one", "answer nods|select bob|private LabelAction",
+              "PRIVMSG bob :{A}ACTION nods{A}\n");
+        sends("private line", "tell hi", "PRIVMSG bob {C}1 hi\n");
+        row("colour of a private line", "press check2|color lblcin4|tell hi", "tint", "#ff0000");
+        sends("greeting", "select bob|entry mnu_hi",
+              "PRIVMSG #Harbor :{A}ACTION Says Hi To bob{A}\n");
+        sends("slap", "select bob|entry mnu_slap",
+              "PRIVMSG #Harbor :{A}ACTION slaps {C}4bob{C}6 around a bit with a large trout.{A}\n");
+        sends("whois", "select bob|entry mnu_nicks_whois", "WHOIS bob\n");
+        sends("ban", "select bob|entry mnu_nicks_ban", "MODE #Harbor +b bob!*@*\n");
+        sends("rank", "select bob|entry mnu_nicks_op", "MODE #Harbor +o bob\n");
+        sends("away and back", "entry mnu_status_brb|entry mnu_status_away",
+              "AWAY I will be back later.\n"
+              "PRIVMSG #Harbor :{A}ACTION has changed status: I will be right back.{A}\n"
+              "AWAY \nPRIVMSG #Harbor :{A}ACTION is online now: I'm Online.{A}\n");
+        sends("bans", "entry mnu_chan_ban", "MODE #Harbor b\n");
+
+        for (const auto& [step, title] : {
+                 std::pair("entry mnu_File_changenick", "Change NickName"),
+                 std::pair("entry mnu_File_changepass", "Change Your Password For anna"),
+                 std::pair("entry mnu_register_nickname", "NickName Registration"),
+                 std::pair("entry mnu_view_fontsize", "Change Your Font Name and Font Size"),
+                 std::pair("entry mnu_View_Buddylist", "View Whois Online"),
+                 std::pair("entry mnu_ingorelist", "IgnoreList - Add Chatters to avoid chats!"),
+                 std::pair("entry mnu_chan_ban", "Channel Ban List For #Harbor"),
+                 std::pair("entry mnu_About", "About QuillHarbor Alpha 1.0a"),
+                 std::pair("entry mnu_author", "About Quill Harbor Messenger Author/Creator"),
+                 std::pair("entry mnu_systray_about", "About QuillHarbor Alpha 1.0a"),
+                 std::pair("entry mnu_author_systray",
+                           "About Quill Harbor Messenger Author/Creator"),
+                 std::pair("entry mnu_systray_hide", "QuillHarbor Messenger - Sign In"),
+                 std::pair("hear :s 431 anna :None given", "NickName Already In Use Or Invalid"),
+                 std::pair("hide|entry mnu_chatroom", "QuillHarbor Messenger 1.0"),
+                 std::pair("hide|tray double", "QuillHarbor Messenger 1.0"),
+                 std::pair("close", "QuillHarbor Messenger - Sign In"),
+                 std::pair("hide|signin mnu_chatroom", "QuillHarbor Messenger 1.0"),
+                 std::pair("signin mnu_About", "About QuillHarbor Alpha 1.0a"),
+                 std::pair("signin mnu_author", "About Quill Harbor Messenger Author/Creator"),
+                 std::pair("network lnkNetwork", "Choose a Network"),
+                 std::pair("press check1", "Smileys"),
+                 std::pair("press check2", "Select Color"),
+                 std::pair("press Command3", "Change Your Font Name and Font Size"),
+                 std::pair("press command1", "IgnoreList - Add Chatters to avoid chats!"),
+                 std::pair("press Label4", "About Quill Harbor Messenger Author/Creator"),
+                 std::pair("press Label5", "About Quill Harbor Messenger Author/Creator"),
+                 std::pair("private Label5", "About Quill Harbor Messenger Author/Creator"),
+                 std::pair("private Label6", "IgnoreList - Add Chatters to avoid chats!"),
+                 std::pair("private Label7", "Change Your Font Name and Font Size"),
+                 std::pair("private Label8", "Select Color"),
+                 std::pair("private cmdOptions", "View Whois Online"),
+                 std::pair("key cmdOptions", "View Whois Online"),
+             })
+            row(step, step, "window", title);
+
+        row("close of the private window", "private Label4", "private", "");
+        row("double click on a chatter", "private Label4|talk bob", "private", "bob");
+        row("private talk refused",
+            "entry mnu_pm_yes|hear :eve!u@h PRIVMSG anna :x|entry mnu_pm_no", "private", "bob");
+        row("a title as it stands", "private Label4|hear :[*]b[*][*]!u@h PRIVMSG anna :x",
+            "private", "[*]b[*][*]");
+        row("a nick that looks like markup", "private Label4|hear :<b>x!u@<i>&lt;h PRIVMSG anna :x",
+            "private", "<b>x");
+        row("menu on a chatter", "menu bob", "menu", "Conversation");
+        row("tray menu", "tray menu", "tray", "&Show Main Window");
+        row("screen cleared", "entry mnu_options_clear", "room",
+            "- Cleared Chat Screen - You've cleared your chat screen, all previous public messages "
+            "cleared.");
+        row("smiley in the room",
+            "entry mnu_options_clear|hear :bob!u@h PRIVMSG #Harbor :well :D done", "room",
+            "- Cleared Chat Screen - You've cleared your chat screen, all previous public messages "
+            "cleared. <bob> well \ufffc done");
+        row("no sound", "entry mnu_sound_yes|hear :bob!u@h PRIVMSG anna :x|entry mnu_sound_no",
+            "waves", "");
+        row("sound", "hear :bob!u@h PRIVMSG anna :x", "waves", "send.wav");
+        row("homepage", "entry mnu_Homepage", "links", "http://localhost:8667/quillharbor");
+        row("feedback", "signin mnu_Feedback", "links", "http://localhost:8667//");
+        row("page of the first tab", "page 0", "engine", "load http://localhost:8667/one");
+        row("page of the last tab", "page 2", "engine", "load http://localhost:8667/two");
+        row("end from the sign-in form", "refuse|signin mnu_Close", "boxes",
+            "Quill Harbor Messenger: Are you sure you want to exit QuillHarbor Messenger?");
+        row("close of the window", "refuse|close", "boxes",
+            "Quill Harbor Messenger: This will resize (minmize) messenger in system tray. Are you "
+            "sure you want to to exit Quill Harbor Messenger ChatRoom? Messenger will be running "
+            "in "
+            "system tray.");
+        row("line", "hide", "lock", "is open: whoever carries it can read along, passwords too.");
+        row("connected", "hide", "says", "Type here and press Enter");
+    }
+
+    void doThisSeeThat()
+    {
+        QFETCH(QString, script);
+        perform(script);
+        QCOMPARE(guessedTexts(), QStringList());
+    }
+
+    // An entry that nobody answers would look alive. One is meant to be like that.
+    void everyEntryLeadsSomewhere()
+    {
+        struct Open : QObject
+        {
+            using QObject::receivers;
+        };
+        const auto handlers = [](const ActionEntry* entry) {
+            return (entry->*&Open::receivers)(SIGNAL(triggered(bool)));
+        };
+        const ActionEntry* idle = &window().entry(u"mnu_away_dinner"_s);
+        for (const ActionEntry* entry : window().findChildren<ActionEntry*>())
+            QVERIFY2(entry == idle || handlers(entry) > handlers(idle),
+                     qPrintable(entry->objectName()));
+    }
+
+    void trayHoldsTheIcon()
+    {
+        const RecordingTray& tray = m_client->around.tray;
+        QVERIFY(!tray.last.icon.isNull());
+        QCOMPARE(tray.last.tip, u"QuillHarbor Messenger V. 1.0"_s);
+    }
+
+    void popupTellsTheFailure()
+    {
+        m_server->stopListening();
+        m_client->click("mnu_File_Disconnect");
+        QCOMPARE(window().lock().accessibleName(), QString());
+        QTRY_VERIFY(m_server->peerHasGone());
+        m_client->click("mnu_File_Connect");
+        QTRY_VERIFY(shown<frmPopup>());
+        const QString body = shown<frmPopup>()->findChild<QLabel*>(u"Label2"_s)->text();
+        QVERIFY2(m_client->conversation().contains("ERROR : "_L1 + body), qPrintable(body));
+    }
 
 private:
     void perform(const QString& script) { m_script.play(RecordingDesk::coded(script)); }
@@ -250,17 +468,12 @@ private:
         m_server->say(RecordingDesk::coded(line).toUtf8() + "\r\nPING :after\r\n");
         QTRY_VERIFY(m_server->received().indexOf("PONG :after\n", before) >= 0);
     }
-    QWidget* rowOf(const QString& nick, QPoint* place)
-    {
-        ListBoxWidget& rows = window().nickRows();
-        const auto found = rows.findItems(nick, Qt::MatchExactly);
-        *place = rows.visualItemRect(found.value(0)).center();
-        return rows.viewport();
-    }
     void useRow(const QString& nick, Qt::MouseButton button, bool twice)
     {
-        QPoint place;
-        QWidget* rows = rowOf(nick, &place);
+        ListBoxWidget& list = window().nickRows();
+        QWidget* rows = list.viewport();
+        const auto found = list.findItems(nick, Qt::MatchExactly);
+        const QPoint place = list.visualItemRect(found.value(0)).center();
         QTest::mouseClick(rows, button, {}, place);
         if (twice)
             QTest::mouseDClick(rows, button, {}, place);
@@ -312,10 +525,6 @@ private:
              [this](const QString& text) {
                  QTest::keyClicks(&shown<QueryForm>()->DataOut(), text);
                  QTest::keyClick(&shown<QueryForm>()->DataOut(), Qt::Key_Return);
-             }},
-            {u"type"_s,
-             [this](const QString& text) {
-                 QTest::keyClicks(window().findChild<QLineEdit*>(u"DataOut"_s), text);
              }},
             {u"answer"_s,
              [this](const QString& text) { m_client->around.dialogs.answerText = text; }},
@@ -372,243 +581,6 @@ private:
     std::unique_ptr<TestClient> m_client;
     qsizetype m_heard = 0;
 };
-
-void WiringTest::initTestCase()
-{
-    loadResources();
-    m_script.afterLook = [this](const QString& look) {
-        if (look == "tray"_L1 || look == "menu"_L1)
-            (look == "tray"_L1 ? m_client->around.tray.menu : window().menus().nicks())->hide();
-    };
-    const QString address = TestSurroundings::ownAddress(1);
-    m_server = std::make_unique<ScriptedServer>(address);
-    QVERIFY(m_server->isListening());
-    m_client = std::make_unique<TestClient>(address, &m_events);
-    m_client->around.engine = &m_engine;
-    m_client->beInTheRoom(*m_server, "anna bob");
-}
-
-void WiringTest::cleanupTestCase()
-{
-    m_client.reset();
-    m_server.reset();
-}
-
-// One private window, with bob in it; nothing selected, written or chosen.
-void WiringTest::init()
-{
-    ScriptedDialogs& boxes = m_client->around.dialogs;
-    boxes.answerText.clear();
-    boxes.answerYes = true;
-    for (const auto& place : m_client->chatRoom().windows.queryFactory.places())
-        place->Unload();
-    beToldAndHandle(u":bob!u@h PRIVMSG anna :hello"_s);
-    window().Show();
-    window().findChild<QTabBar*>(u"TBar"_s)->setCurrentIndex(1);
-    perform(u"press check2"_s);
-    perform(u"color lblcin1"_s);
-    window().nickRows().setListIndex(-1);
-    m_client->around.waves.played.clear();
-    m_client->around.links.opened.clear();
-    m_engine.calls.clear();
-    boxes.shown.clear();
-    m_heard = m_server->received().size();
-}
-
-void WiringTest::menusInTheirOrder()
-{
-    const QMenuBar* signIn = m_client->messenger.login().findChild<QMenuBar*>();
-    QString shown;
-    for (const auto& menu :
-         {signIn->actions(), window().menus().bar()->actions(), window().menus().nicks()->actions(),
-          m_client->around.tray.menu->actions()})
-        shown += u'\n' + shownIn(menu);
-    QCOMPARE(shown, QString(everyMenu));
-}
-
-void WiringTest::wordsOfEveryWindow()
-{
-    const QStringList steps =
-        u"network lnkNetwork|entry mnu_File_changenick|entry mnu_File_changepass|"
-        "entry mnu_register_nickname|entry mnu_view_fontsize|entry mnu_View_Buddylist|"
-        "entry mnu_ingorelist|entry mnu_About|entry mnu_author|entry mnu_chan_ban|"
-        "hear :s 431 anna :None given"_s.split(u'|');
-    QStringList words{wordsOf(m_client->messenger.login()), wordsOf(window()),
-                      wordsOf(*shown<QueryForm>())};
-    shown<QueryForm>()->close();
-    for (const QString& step : steps) {
-        perform(step);
-        auto* form = shown<Form>();
-        QVERIFY2(form, qPrintable(step));
-        words += wordsOf(*form);
-        form->close();
-    }
-    QStringList expected = QString::fromUtf8(everyWord).split(u"\n\n"_s);
-    for (QString& paragraph : expected)
-        paragraph = paragraph.simplified();
-    for (QString& text : words)
-        text = text.simplified().replace(m_client->around.address, u"SERVER"_s);
-    QVERIFY(words[1].endsWith(" | "_L1 + QSysInfo::machineHostName())); // it stands there, hidden
-    words[1].chop(QSysInfo::machineHostName().size() + 3);
-    QCOMPARE(words, expected);
-}
-
-void WiringTest::doThisSeeThat_data()
-{
-    QTest::addColumn<QString>("script");
-
-    // What is done, one of the looks, or "window", and what is seen there then.
-    const auto row = [](const char* name, const char* script, const char* where,
-                        const char* expected) {
-        const QString steps = QString::fromUtf8(script);
-        const QString seen = QString::fromUtf8(expected);
-        QString whole = steps + "|?"_L1 + QLatin1StringView(where) + u' ' + seen;
-        if (qstrcmp(where, "window") == 0)
-            whole = "away "_L1 + seen + u'|' + steps + "|window "_L1 + seen;
-        QTest::newRow(name) << whole;
-    };
-    const auto sends = [&](const char* name, const char* script, const char* lines) {
-        row(name, script, "sent", lines);
-    };
-
-    sends("bold", "press Check3|say a|press Check3|say b",
-          "PRIVMSG #Harbor :{B}{C}1 a\nPRIVMSG #Harbor :{C}1 b\n");
-    sends("underline", "press Check4|say a|press Check4|say b",
-          "PRIVMSG #Harbor :{C}1 {U}a\nPRIVMSG #Harbor :{C}1 b\n");
-    sends("colour", "press check2|color lblcin4|say a|press check2|color lblcin1|say b",
-          "PRIVMSG #Harbor :{C}4 a\nPRIVMSG #Harbor :{C}1 b\n");
-    row("colour of the input line", "press check2|color lblcin4", "input", "#ff0000");
-    row("palette goes with the choice", "press check2|color lblcin4", "palette", "away");
-    sends("smiley", "press check1|smiley imgicon3|say !", "PRIVMSG #Harbor :{C}1 :D!\n");
-    sends("sending by the picture", "type a|press Image2", "PRIVMSG #Harbor :{C}1 a\n");
-    sends("own action", "answer dances|press Label1", "PRIVMSG #Harbor :{A}ACTION dances{A}\n");
-    sends("own action to one", "answer nods|select bob|private LabelAction",
-          "PRIVMSG bob :{A}ACTION nods{A}\n");
-    sends("private line", "tell hi", "PRIVMSG bob {C}1 hi\n");
-    row("colour of a private line", "press check2|color lblcin4|tell hi", "tint", "#ff0000");
-    sends("greeting", "select bob|entry mnu_hi", "PRIVMSG #Harbor :{A}ACTION Says Hi To bob{A}\n");
-    sends("slap", "select bob|entry mnu_slap",
-          "PRIVMSG #Harbor :{A}ACTION slaps {C}4bob{C}6 around a bit with a large trout.{A}\n");
-    sends("whois", "select bob|entry mnu_nicks_whois", "WHOIS bob\n");
-    sends("ban", "select bob|entry mnu_nicks_ban", "MODE #Harbor +b bob!*@*\n");
-    sends("rank", "select bob|entry mnu_nicks_op", "MODE #Harbor +o bob\n");
-    sends("away and back", "entry mnu_status_brb|entry mnu_status_away",
-          "AWAY I will be back later.\n"
-          "PRIVMSG #Harbor :{A}ACTION has changed status: I will be right back.{A}\n"
-          "AWAY \nPRIVMSG #Harbor :{A}ACTION is online now: I'm Online.{A}\n");
-    sends("bans", "entry mnu_chan_ban", "MODE #Harbor b\n");
-
-    for (const auto& [step, title] : {
-             std::pair("entry mnu_File_changenick", "Change NickName"),
-             std::pair("entry mnu_File_changepass", "Change Your Password For anna"),
-             std::pair("entry mnu_register_nickname", "NickName Registration"),
-             std::pair("entry mnu_view_fontsize", "Change Your Font Name and Font Size"),
-             std::pair("entry mnu_View_Buddylist", "View Whois Online"),
-             std::pair("entry mnu_ingorelist", "IgnoreList - Add Chatters to avoid chats!"),
-             std::pair("entry mnu_chan_ban", "Channel Ban List For #Harbor"),
-             std::pair("entry mnu_About", "About QuillHarbor Alpha 1.0a"),
-             std::pair("entry mnu_author", "About Quill Harbor Messenger Author/Creator"),
-             std::pair("entry mnu_systray_about", "About QuillHarbor Alpha 1.0a"),
-             std::pair("entry mnu_author_systray", "About Quill Harbor Messenger Author/Creator"),
-             std::pair("entry mnu_systray_hide", "QuillHarbor Messenger - Sign In"),
-             std::pair("hear :s 431 anna :None given", "NickName Already In Use Or Invalid"),
-             std::pair("hide|entry mnu_chatroom", "QuillHarbor Messenger 1.0"),
-             std::pair("hide|tray double", "QuillHarbor Messenger 1.0"),
-             std::pair("close", "QuillHarbor Messenger - Sign In"),
-             std::pair("hide|signin mnu_chatroom", "QuillHarbor Messenger 1.0"),
-             std::pair("signin mnu_About", "About QuillHarbor Alpha 1.0a"),
-             std::pair("signin mnu_author", "About Quill Harbor Messenger Author/Creator"),
-             std::pair("network lnkNetwork", "Choose a Network"),
-             std::pair("press check1", "Smileys"),
-             std::pair("press check2", "Select Color"),
-             std::pair("press Command3", "Change Your Font Name and Font Size"),
-             std::pair("press command1", "IgnoreList - Add Chatters to avoid chats!"),
-             std::pair("press Label4", "About Quill Harbor Messenger Author/Creator"),
-             std::pair("press Label5", "About Quill Harbor Messenger Author/Creator"),
-             std::pair("private Label5", "About Quill Harbor Messenger Author/Creator"),
-             std::pair("private Label6", "IgnoreList - Add Chatters to avoid chats!"),
-             std::pair("private Label7", "Change Your Font Name and Font Size"),
-             std::pair("private Label8", "Select Color"),
-             std::pair("private cmdOptions", "View Whois Online"),
-             std::pair("key cmdOptions", "View Whois Online"),
-         })
-        row(step, step, "window", title);
-
-    row("close of the private window", "private Label4", "private", "");
-    row("double click on a chatter", "private Label4|talk bob", "private", "bob");
-    row("private talk refused", "entry mnu_pm_yes|hear :eve!u@h PRIVMSG anna :x|entry mnu_pm_no",
-        "private", "bob");
-    row("a title as it stands", "private Label4|hear :[*]b[*][*]!u@h PRIVMSG anna :x", "private",
-        "[*]b[*][*]");
-    row("a nick that looks like markup", "private Label4|hear :<b>x!u@<i>&lt;h PRIVMSG anna :x",
-        "private", "<b>x");
-    row("menu on a chatter", "menu bob", "menu", "Conversation");
-    row("tray menu", "tray menu", "tray", "&Show Main Window");
-    row("screen cleared", "entry mnu_options_clear", "room",
-        "- Cleared Chat Screen - You've cleared your chat screen, all previous public messages "
-        "cleared.");
-    row("smiley in the room", "entry mnu_options_clear|hear :bob!u@h PRIVMSG #Harbor :well :D done",
-        "room",
-        "- Cleared Chat Screen - You've cleared your chat screen, all previous public messages "
-        "cleared. <bob> well \ufffc done");
-    row("no sound", "entry mnu_sound_yes|hear :bob!u@h PRIVMSG anna :x|entry mnu_sound_no", "waves",
-        "");
-    row("sound", "hear :bob!u@h PRIVMSG anna :x", "waves", "send.wav");
-    row("homepage", "entry mnu_Homepage", "links", "http://localhost:8667/quillharbor");
-    row("feedback", "signin mnu_Feedback", "links", "http://localhost:8667//");
-    row("page of the first tab", "page 0", "engine", "load http://localhost:8667/one");
-    row("page of the last tab", "page 2", "engine", "load http://localhost:8667/two");
-    row("end from the sign-in form", "refuse|signin mnu_Close", "boxes",
-        "Quill Harbor Messenger: Are you sure you want to exit QuillHarbor Messenger?");
-    row("close of the window", "refuse|close", "boxes",
-        "Quill Harbor Messenger: This will resize (minmize) messenger in system tray. Are you sure "
-        "you want to to exit Quill Harbor Messenger ChatRoom? Messenger will be running in system "
-        "tray.");
-    row("line", "hide", "lock", "is open: whoever carries it can read along, passwords too.");
-    row("connected", "hide", "says", "Type here and press Enter");
-}
-
-void WiringTest::doThisSeeThat()
-{
-    QFETCH(QString, script);
-    perform(script);
-    QCOMPARE(guessedTexts(), QStringList());
-}
-
-// An entry that nobody answers would look alive. One is meant to be like that.
-void WiringTest::everyEntryLeadsSomewhere()
-{
-    struct Open : QObject
-    {
-        using QObject::receivers;
-    };
-    const auto handlers = [](const ActionEntry* entry) {
-        return (entry->*&Open::receivers)(SIGNAL(triggered(bool)));
-    };
-    const ActionEntry* idle = &window().entry(u"mnu_away_dinner"_s);
-    for (const ActionEntry* entry : window().findChildren<ActionEntry*>())
-        QVERIFY2(entry == idle || handlers(entry) > handlers(idle),
-                 qPrintable(entry->objectName()));
-}
-
-void WiringTest::trayHoldsTheIcon()
-{
-    const RecordingTray& tray = m_client->around.tray;
-    QVERIFY(!tray.last.icon.isNull());
-    QCOMPARE(tray.last.tip, u"QuillHarbor Messenger V. 1.0"_s);
-}
-
-void WiringTest::popupTellsTheFailure()
-{
-    m_server->stopListening();
-    m_client->click("mnu_File_Disconnect");
-    QCOMPARE(window().lock().accessibleName(), QString());
-    QTRY_VERIFY(m_server->peerHasGone());
-    m_client->click("mnu_File_Connect");
-    QTRY_VERIFY(shown<frmPopup>());
-    const QString body = shown<frmPopup>()->findChild<QLabel*>(u"Label2"_s)->text();
-    QVERIFY2(m_client->conversation().contains("ERROR : "_L1 + body), qPrintable(body));
-}
 
 QTEST_MAIN(WiringTest)
 #include "tst_wiring.moc"
