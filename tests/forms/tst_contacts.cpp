@@ -75,6 +75,7 @@ private Q_SLOTS:
         const QString ann = u"press cmdClear|watch Ann|press Command2|answer "_s;
         row("added", ann + "Bob|press cmdAdd|?watched Ann,Bob|?sent ISON Ann Bob "_L1 + asked);
         row("blanks go", ann + " B ob |press cmdAdd|?watched Ann,Bob|?sent ISON Ann Bob "_L1);
+        row("connecting", ann + "Bob|state 6|press cmdAdd|?watched Ann,Bob|?sent ISON Ann Bob "_L1);
         row("not connected", ann + "Bob|state 0|press cmdAdd|?watched Ann,Bob|?sent "_L1);
         row("known in other case", ann + "aNN|press cmdAdd|?watched Ann|?sent "_L1 + asked);
         row("only blanks", ann + "  |press cmdAdd|?watched Ann|?sent "_L1);
