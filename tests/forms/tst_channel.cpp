@@ -107,11 +107,16 @@ private Q_SLOTS:
             row("pasted line ends", "clip hi"_L1 + QLatin1StringView(end) +
                                         "QUIT :x|in DataOut|keys Ctrl+V Return|"
                                         "?sent PRIVMSG #room :{C}1 hi QUIT :x"_L1);
+        const auto aloud =
+            "Everybody in the room will read this: no command here begins with \"/\". What you can "
+            "do "
+            "is in the menus and under the right button on a name; a password belongs in the "
+            "sign-in form or under File, Register."_L1;
         for (const auto& [pasted, note] : {
                  std::pair(u"hello / you"_s, ""_L1),
-                 std::pair(u"/id mysecret"_s, "Everybody in the roo"_L1),
-                 std::pair(u"  /me"_s, "Everybody in the roo"_L1),
-                 std::pair(u"one\ntwo"_s, "The lines of what yo"_L1),
+                 std::pair(u"/id mysecret"_s, aloud),
+                 std::pair(u"  /me"_s, aloud),
+                 std::pair(u"one\ntwo"_s, "The lines of what you put in were joined into one."_L1),
                  std::pair(QString(399, u'x'), ""_L1),
                  std::pair(QString(400, u'x'), "700 characters left."_L1),
              })
@@ -405,7 +410,7 @@ private:
             {u"notes"_s,
              [this] {
                  const auto* notes = control<QLabel>(u"notes"_s);
-                 return notes->isVisible() ? notes->text().left(20) : QString();
+                 return notes->isVisible() ? notes->text() : QString();
              }},
             {u"beeps"_s, [this] { return QString::number(m_desk->around.dialogs.beeps); }},
             {u"clip"_s, [] { return QGuiApplication::clipboard()->text(); }},

@@ -667,6 +667,9 @@ private Q_SLOTS:
         QVERIFY(!result->isVisible());
         QTest::keyClicks(line, u"!"_s);
         QVERIFY(result->isVisible());
+        QCOMPARE(result->text(), u"Not found"_s);
+        const auto buttons = line->parent()->findChildren<QToolButton*>();
+        QCOMPARE(buttons.first()->arrowType(), Qt::UpArrow);
         QTest::keyClick(line, Qt::Key_Escape);
         QVERIFY(!line->isVisible());
         QVERIFY(shows(second));
