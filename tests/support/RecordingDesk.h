@@ -22,6 +22,8 @@
 #include "text/StatusLine.h"
 #include "text/TextWriter.h"
 
+#include <QtTest>
+
 // The whole logic of one program on stand-ins: feed it a server line or a click and look at the
 // journal. With a socket and an event loop of its own it can stand on real ones.
 class RecordingDesk final

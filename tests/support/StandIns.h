@@ -8,7 +8,7 @@
 #include "wire/LineSink.h"
 #include "wire/Winsock.h"
 
-#include <QtTest>
+#include <QtCore>
 
 // What tests of one class and tests of the whole program stand on alike.
 

@@ -5,6 +5,7 @@
 #include "support/ScriptedServer.h"
 #include "support/TestSurroundings.h"
 
+#include <QtTest>
 #include <QtWidgets>
 
 // What is shown in a way in which the toolkit guesses whether it is markup, which would make it

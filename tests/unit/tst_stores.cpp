@@ -9,6 +9,8 @@
 #include "support/RecordingPorts.h"
 #include "text/OwnTextStyle.h"
 
+#include <QtTest>
+
 #include <csignal>
 
 #include <sys/resource.h>

@@ -2,6 +2,8 @@
 #include "wire/StandardLines.h"
 #include "wire/TextPieces.h"
 
+#include <QtTest>
+
 using namespace Qt::StringLiterals;
 
 namespace {
