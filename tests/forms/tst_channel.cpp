@@ -112,14 +112,17 @@ private Q_SLOTS:
             "do "
             "is in the menus and under the right button on a name; a password belongs in the "
             "sign-in form or under File, Register."_L1;
-        for (const auto& [pasted, note] : {
-                 std::pair(u"hello / you"_s, ""_L1),
-                 std::pair(u"/id mysecret"_s, aloud),
-                 std::pair(u"  /me"_s, aloud),
-                 std::pair(u"one\ntwo"_s, "The lines of what you put in were joined into one."_L1),
-                 std::pair(QString(399, u'x'), ""_L1),
-                 std::pair(QString(400, u'x'), "700 characters left."_L1),
-             })
+        for (
+            const auto& [pasted, note] : {
+                std::pair(u"hello / you"_s, ""_L1),
+                std::pair(u"/id mysecret"_s, aloud),
+                std::pair(u"  /me"_s, aloud),
+                std::pair(u"one\ntwo"_s, "The lines of what you put in were joined into one."_L1),
+                std::pair(QString(399, u'x'), ""_L1),
+                std::pair(
+                    QString(400, u'x'),
+                    "700 characters left. What stands behind the first 430 or so may be cut off on the way."_L1),
+            })
             row(qPrintable("note, "_L1 + QString::number(pasted.size())),
                 "clip "_L1 + pasted + "|in DataOut|keys Ctrl+V|?notes "_L1 + note +
                     "|text |?notes "_L1);
