@@ -125,8 +125,10 @@ private Q_SLOTS:
                               "?windows Login minimized|tray there|close sign-in|?windows |"
                               "hear PING :x|?sent PONG :x\n|?state &Connect off on"_s);
         for (const char* way : {"entry mnu_Terminate", "entry mnu_systray_exit", "desktop ends"})
-            row(way, "room|"_L1 + QLatin1StringView(way) +
-                         "|?ends 1|?sent QUIT :Quill Harbor Messenger v 1.0\n|?peer gone"_L1);
+            row(way,
+                "room|entry mnu_About|entry mnu_author|?small About Author|"_L1 +
+                    QLatin1StringView(way) +
+                    "|?small |?ends 1|?sent QUIT :Quill Harbor Messenger v 1.0\n|?peer gone"_L1);
         row("the sign-in form's end, at once and without a word",
             u"room|signin mnu_Close|?ends 1|?peer there|?sent "_s);
         // A desktop that draws the menu itself asks for it when it sees the icon.
@@ -452,6 +454,18 @@ private:
                  QString names = shown<Login>() ? u"Login"_s : QString();
                  names += shown<Login>() && shown<Login>()->isMinimized() ? " minimized"_L1 : ""_L1;
                  return QString(names + (shown<Channel>() ? "Channel"_L1 : ""_L1));
+             }},
+            {u"small"_s,
+             [] {
+                 QStringList names;
+                 for (const QWidget* window : QApplication::topLevelWidgets()) {
+                     if (qobject_cast<const Form*>(window) && window->isVisible())
+                         names += window->objectName();
+                 }
+                 names.removeAll(u"Login"_s);
+                 names.removeAll(u"Channel"_s);
+                 names.sort();
+                 return names.join(u' ');
              }},
             {u"loaded"_s,
              [this] { return m_client->messenger.hasChatRoom() ? u"yes"_s : u"no"_s; }},

@@ -67,7 +67,7 @@ private Q_SLOTS:
             server.received().endsWith("AUTHENTICATE YWxpY2UAYWxpY2UAd29uZGVybGFuZA==\r\n"));
         server.say(
             ":s 900 alice alice!i@h alice :You are now logged in\r\n:s 903 alice :Success\r\n");
-        QTRY_VERIFY(client.reads(u"You are signed in to the account of alice."_s));
+        QTRY_VERIFY(client.reads(u"* You are signed in to the account of alice."_s));
         QVERIFY(!client.reads(u"900"_s) && !client.reads(u"CAP"_s));
         letIn(server);
         QTRY_VERIFY(client.reads(u"Topic is"_s));
