@@ -209,6 +209,7 @@ private Q_SLOTS:
         tab.Refresh();
         QCOMPARE(m_asked, 1);
         QVERIFY(noticeStands(tab));
+        QCOMPARE(title(tab), u"No web page today"_s);
         QCOMPARE(tab.findChild<QLabel*>(u"lblNotice"_s)->text(), u"Not in this build."_s);
         QVERIFY(!tab.findChild<xpButton*>(u"cmdRetry"_s)->isVisible());
     }
