@@ -36,6 +36,9 @@ RichTextBoxWidget::RichTextBoxWidget(QWidget* parent)
     setTabChangesFocus(true);
     document()->setDocumentMargin(6);
     connect(this, &QTextEdit::cursorPositionChanged, this, &RichTextBoxWidget::keepToFirstLine);
+    // The empty line behind the writer's line end would let the one that counts slide up.
+    QScrollBar* down = verticalScrollBar();
+    connect(down, &QScrollBar::rangeChanged, down, [down] { down->setMaximum(0); });
 }
 
 // The writer ends its text with a line end; nobody would see what is typed behind it.
