@@ -25,7 +25,6 @@ constexpr Named paperColors[]{
     {"@sea"_L1, "#2f72a3"_L1},   {"@tide"_L1, "#5f9fc6"_L1},  {"@shoal"_L1, "#97c3dc"_L1},
     {"@mist"_L1, "#cfe3ee"_L1},  {"@haze"_L1, "#e6f0f5"_L1},  {"@foam"_L1, "#f6fafc"_L1},
     {"@white"_L1, "#ffffff"_L1}, {"@slate"_L1, "#5b7083"_L1}, {"@stone"_L1, "#8ba0b0"_L1},
-    {"@shell"_L1, "#dfe5e9"_L1},
 };
 
 // The frame around the paper: a name, and its value in each scheme.
@@ -143,6 +142,8 @@ QColor frame(QLatin1StringView name, std::size_t scheme)
     return QColor(row->values[scheme]);
 }
 
+constexpr std::size_t firstPureScheme = 2; // of high contrast
+
 // What the desktop wants, told by its palette: a dark frame, and black and white at their purest.
 std::size_t schemeOf(const QPalette& desktop)
 {
@@ -150,7 +151,7 @@ std::size_t schemeOf(const QPalette& desktop)
     const QColor word = desktop.color(QPalette::WindowText);
     const bool isDark = ground.lightness() < word.lightness();
     const bool isPure = std::abs(ground.lightness() - word.lightness()) == 255;
-    return (isPure ? 2U : 0U) + (isDark ? 1U : 0U);
+    return (isPure ? firstPureScheme : 0U) + (isDark ? 1U : 0U);
 }
 
 QPalette palette(std::size_t scheme)
@@ -172,6 +173,15 @@ QPalette palette(std::size_t scheme)
     return result;
 }
 
+// The toolkit makes the edges of these a shade darker than the window, which nobody sees on black
+// and hardly anybody on white.
+void drawEdges(QPalette palette)
+{
+    palette.setColor(QPalette::Window, palette.color(QPalette::WindowText));
+    for (const char* control : {"QComboBox", "QCheckBox"})
+        QApplication::setPalette(palette, control);
+}
+
 } // namespace
 
 void applyTheme(QApplication& application)
@@ -179,6 +189,8 @@ void applyTheme(QApplication& application)
     const std::size_t scheme = schemeOf(QApplication::palette());
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setPalette(palette(scheme));
+    if (scheme >= firstPureScheme)
+        drawEdges(palette(scheme));
     QString sheet = QString(styleSheet) + boxSheet;
     for (const Named& row : paperColors)
         sheet.replace(row.name, row.value);

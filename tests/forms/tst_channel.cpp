@@ -208,16 +208,6 @@ private Q_SLOTS:
         QToolTip::hideText();
     }
 
-    void paleColorOfTheInputHasAGround()
-    {
-        for (const bool pale : {true, false, true}) {
-            const QColor color = pale ? Qt::yellow : Qt::black;
-            m_desk->window.setInputColor(color);
-            QCOMPARE(m_desk->window.inputColor(), color);
-            QCOMPARE(input()->styleSheet().isEmpty(), !pale);
-        }
-    }
-
     void keysZoomWhatIsPainted()
     {
         fillView();

@@ -520,9 +520,8 @@ private:
                  const bool runs = control<QTimer>(u"Timer1"_s)->isActive();
                  const bool looksSo =
                      shows(u"Picture1"_s) && shows(u"Picture2"_s) && !shows(u"Image1"_s);
-                 return runs && looksSo                ? u"runs"_s
-                        : runs || shows(u"Picture1"_s) ? u"odd"_s
-                                                       : u"no"_s;
+                 const bool shown = shows(u"Picture1"_s) || shows(u"Picture2"_s);
+                 return runs && looksSo ? u"runs"_s : runs || shown ? u"odd"_s : u"no"_s;
              }},
             {u"clock"_s,
              [this] { return control<QTimer>(u"Timer2"_s)->isActive() ? u"runs"_s : u"rests"_s; }},

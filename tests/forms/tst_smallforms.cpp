@@ -232,25 +232,11 @@ private Q_SLOTS:
         QTest::addColumn<QColor>("ground"); // of the desktop
         QTest::addColumn<QColor>("word");
         QTest::addColumn<double>("atLeast"); // of contrast
-        QTest::addColumn<QString>("colors"); // all that are used
 
-        QTest::newRow("light")
-            << QColor(239, 239, 239) << QColor(0, 0, 0) << 7.0
-            << u"#0d2135 #16324f #1f4f7a #2f72a3 #5b7083 #5f9fc6 #8ba0b0 #97c3dc #b9503f "
-               "#cfe3ee #e6f0f5 #f6fafc #ffffff"_s;
-        QTest::newRow("dark")
-            << QColor(49, 54, 59) << QColor(239, 240, 241) << 7.0
-            << u"#0d2135 #14202b #16324f #1d2d3b #1f4f7a #24394a #2d485d #2f72a3 #3d5f79 "
-               "#5b7083 #5f9fc6 #6f8596 #8ba0b0 #8fc1e3 #97c3dc #a9bccb #cfe3ee #e6f0f5 "
-               "#f6bfa9 #f6fafc #ffffff"_s;
-        QTest::newRow("black on white")
-            << QColor(255, 255, 255) << QColor(0, 0, 0) << 20.9
-            << u"#000000 #00406e #0d2135 #16324f #1f4f7a #2f72a3 #5b7083 #5f9fc6 #8a0000 "
-               "#8ba0b0 #97c3dc #cfe3ee #e6f0f5 #f6fafc #ffffff"_s;
-        QTest::newRow("white on black")
-            << QColor(0, 0, 0) << QColor(255, 255, 255) << 20.9
-            << u"#000000 #003a66 #00508c #0d2135 #16324f #1f4f7a #2f72a3 #5b7083 #5f9fc6 "
-               "#8ba0b0 #97c3dc #9fd6ff #b0b0b0 #cfe3ee #e6f0f5 #f6fafc #ffb3a0 #ffffff"_s;
+        QTest::newRow("light") << QColor(239, 239, 239) << QColor(0, 0, 0) << 7.0;
+        QTest::newRow("dark") << QColor(49, 54, 59) << QColor(239, 240, 241) << 7.0;
+        QTest::newRow("black on white") << QColor(255, 255, 255) << QColor(0, 0, 0) << 20.9;
+        QTest::newRow("white on black") << QColor(0, 0, 0) << QColor(255, 255, 255) << 20.9;
     }
     void frameFollowsTheDesktop()
     {
@@ -273,20 +259,7 @@ private Q_SLOTS:
         QCOMPARE(qGray(window) < qGray(text), ground.lightness() < word.lightness());
         QFETCH(double, atLeast);
         QVERIFY(contrast(window, text) >= atLeast);
-
-        // "@" would be a name that nobody has.
-        static const QRegularExpression color(u"#[0-9a-f]{6}[^;}),]*|@[a-z]+"_s);
-        QStringList used;
-        for (const auto& match : color.globalMatch(sheet))
-            used += match.captured();
-        for (const auto role :
-             {QPalette::Window, QPalette::WindowText, QPalette::Base, QPalette::AlternateBase,
-              QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText, QPalette::Highlight,
-              QPalette::HighlightedText, QPalette::Link})
-            used += ours.color(role).name();
-        used.removeDuplicates();
-        used.sort();
-        QTEST(used.join(u' '), "colors");
+        QVERIFY(!sheet.contains(u'@')); // a name that nobody has
     }
 
     void motionFollowsTheDesktop_data()

@@ -112,6 +112,12 @@ private Q_SLOTS:
         m_client->connection().SendData("TOPIC "_L1 + room + " a topic of "_L1 + letters);
         QVERIFY(peer->hears("TOPIC " + in + " :a topic of " + letters.toUtf8()));
         QTRY_VERIFY(m_client->topic().endsWith("topic of "_L1 + letters));
+        // What the server does not take of one comes back by the arrow key.
+        m_client->connection().SendData("TOPIC "_L1 + room + u" :"_s + QString(307, u'x') +
+                                        "too much"_L1);
+        QTRY_VERIFY(m_client->reads(u"kept for the arrow keys: too much"_s));
+        QTest::keyClick(input, Qt::Key_Up);
+        QCOMPARE(input->text(), u"too much"_s);
         peer->send("PRIVMSG " + in + " :" + letters.toUtf8());
         peer->send("PRIVMSG " + in + " :old letters: gr\xfc\xdf"); // of a client of another time
         QTRY_VERIFY(m_client->reads("<peer> "_L1 + letters));

@@ -28,6 +28,14 @@ inline QStringList guessedTexts()
     return guessed;
 }
 
+// Says a line, and waits until whatever has come by then has been handled.
+inline void tell(ScriptedServer& server, const QString& line)
+{
+    const qsizetype before = server.received().size();
+    server.say(line.toUtf8() + "\r\nPING :after\r\n");
+    QTRY_VERIFY(server.received().indexOf("PONG :after\n", before) >= 0);
+}
+
 // One whole program in a test, driven by its windows as a user would.
 class TestClient final
 {

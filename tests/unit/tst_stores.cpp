@@ -15,7 +15,6 @@
 
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -314,48 +313,6 @@ private Q_SLOTS:
         QCOMPARE(modes(), before);
         for (const QString& line : m_told)
             QVERIFY2(line.contains("it is not an ordinary file"_L1), qPrintable(line));
-    }
-
-    // Whatever the moment, the file is one that somebody has written, from its first to its last
-    // byte.
-    void killedWhileWriting()
-    {
-        const auto namesOf = [](int version) {
-            UserStore::Values values;
-            for (int i = 0; i < 50; ++i)
-                values += {u"boty1"_s + QString::number(i), QString::number(version)};
-            return values;
-        };
-        const auto isWhole = [](const QByteArray& content) {
-            QSet<QByteArray> versions;
-            const QByteArrayList lines = content.split('\n');
-            for (const QByteArray& line : lines.mid(1, lines.size() - 2))
-                versions += line.mid(line.indexOf('='));
-            return versions.size() == 1 && lines.size() == 52;
-        };
-        QRandomGenerator random(1);
-        for (int round = 0; round < 10; ++round) {
-            int ends[2];
-            QVERIFY(pipe(ends) == 0);
-            const pid_t child = fork();
-            QVERIFY(child >= 0);
-            if (child == 0) {
-                const UserStore store(m_folder->path());
-                int version = 0;
-                do
-                    store.SaveSettings(u"Listsetup"_s, u"Sect"_s, namesOf(version++));
-                while (write(ends[1], "x", 1) == 1);
-                _exit(0);
-            }
-            close(ends[1]);
-            char said = 0;
-            for (int more = random.bounded(1, 20); more > 0; --more)
-                QVERIFY(read(ends[0], &said, 1) == 1);
-            QVERIFY(kill(child, SIGKILL) == 0); // somewhere in the next write
-            QVERIFY(waitpid(child, nullptr, 0) == child);
-            close(ends[0]);
-            QVERIFY(isWhole(contentOf(path(u"listsetup.store"_s))));
-        }
     }
 
     void runKey()

@@ -50,16 +50,6 @@ private Q_SLOTS:
         }
     }
 
-    void cutting()
-    {
-        const QStringList left{u"abc"_s, u"bc"_s, u"c"_s, u""_s, u""_s};
-        const QStringList right{u"abc"_s, u"ab"_s, u"a"_s, u""_s, u""_s};
-        for (int count = 0; count < 5; ++count) {
-            QCOMPARE(CutLeft(u"abc"_s, count), left[count]);
-            QCOMPARE(CutRight(u"abc"_s, count), right[count]);
-        }
-    }
-
     void numbers_data()
     {
         QTest::addColumn<QString>("text");
