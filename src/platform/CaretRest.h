@@ -16,5 +16,5 @@ protected:
 
 private:
     int m_flashTime; // milliseconds, as the desktop wants it
-    QTimer m_quiet;
+    QTimer m_quiet{this};
 };

@@ -1,3 +1,4 @@
+#include "platform/CaretRest.h"
 #include "platform/FramePace.h"
 
 #include <QtTest>
@@ -9,6 +10,7 @@ class FramePaceTest final : public QObject
 
 private Q_SLOTS:
     void manySmallChanges();
+    void caretRests();
 };
 
 namespace {
@@ -46,6 +48,24 @@ void FramePaceTest::manySmallChanges()
     const auto paintedMeanwhile = label->painted.size();
     QTRY_COMPARE(label->painted.value(label->painted.size() - 1), QString::number(changes));
     QVERIFY2(paintedMeanwhile < changes / 2, qPrintable(QString::number(paintedMeanwhile)));
+}
+
+// It blinks while somebody is there.
+void FramePaceTest::caretRests()
+{
+    QApplication::setCursorFlashTime(700);
+    QObject application;
+    auto* rest = new CaretRest(&application);
+    rest->findChild<QTimer*>()->start(0);
+    QTRY_COMPARE(QApplication::cursorFlashTime(), 0);
+    QEvent hover(QEvent::HoverMove);
+    QCoreApplication::sendEvent(&application, &hover);
+    QCOMPARE(QApplication::cursorFlashTime(), 0);
+    for (const auto type : {QEvent::KeyPress, QEvent::MouseButtonPress, QEvent::WindowActivate}) {
+        QEvent event(type);
+        QCoreApplication::sendEvent(&application, &event);
+        QCOMPARE(QApplication::cursorFlashTime(), 700);
+    }
 }
 
 QTEST_MAIN(FramePaceTest)

@@ -222,7 +222,8 @@ private Q_SLOTS:
         beInTheRoom();
         m_server->say(":bob!u@h PRIVMSG #Harbor :\x02hi\x02 \x03"
                       "4all\x07 :)\r\n"
-                      ":..!u@h PRIVMSG anna :\xc3\xa9\r\n");
+                      ":..!u@h PRIVMSG anna :\xc3\xa9\r\n:" +
+                      QByteArray("\xc3\xa9").repeated(60) + "!u@h PRIVMSG anna :x\r\n");
         const auto file = [&](const QString& name) {
             QFile kept(log + u'/' + name + ".2003-04-05.txt"_L1);
             kept.open(QIODevice::ReadOnly);
@@ -230,6 +231,7 @@ private Q_SLOTS:
         };
         QTRY_VERIFY(file(u"#harbor"_s).contains("[06:07:08] <bob> hi all  :)\n"_L1));
         QTRY_VERIFY(file(u"%2E%2E"_s).endsWith(u"[06:07:08] <..> \u00e9\n"_s));
+        QTRY_COMPARE(QDir(log).entryList({u"*%C3%A9+*.txt"_s}).size(), 1); // no endless name
         QVERIFY(QFile::permissions(log + "/#harbor.2003-04-05.txt"_L1) ==
                 (QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser));
 

@@ -213,6 +213,9 @@ private Q_SLOTS:
                                 u"…|text b|click Image2|?sent PRIVMSG "_s + endless + " {C}1 b"_L1);
         row("pasted lines", u"clip one\r\nQUIT\n:two|keys Ctrl+V|?input one QUIT :two"_s);
         row("history", u"keys Down|?beeps 1|remember old|keys Up|?input old|?beeps 1"_s);
+        row("Tab completes", u"rows @Eve|type e|keys Tab|?input Eve: |type a|keys Tab|"
+                             "?input Eve: Ann "_s);
+        row("link by keys", u"hear see www.b.org|in DataIn|keys Tab Return|?opened www.b.org"_s);
         row("keys between input and view",
             u"fill|keys PgUp|?follows no|in DataIn|type m|?focus DataOut|type ine|keys Return|"
             "?sent PRIVMSG Ann {C}1 mine|?follows yes"_s);
@@ -286,6 +289,7 @@ private Q_SLOTS:
             {
                 {u"view"_s, [&] { return runsOf(form.DataIn(), start).remove(u" \n"_s); }},
                 {u"sent"_s, [&] { return desk.server.sent.join(u'\n'); }},
+                {u"opened"_s, [&] { return desk.links.opened.join(u' '); }},
                 {u"input"_s, [&] { return form.DataOut().text(); }},
                 {u"color"_s, [&] { return form.DataOut().palette().color(QPalette::Text).name(); }},
                 {u"title"_s, [&] { return form.windowTitle(); }},

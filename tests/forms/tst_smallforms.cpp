@@ -14,6 +14,7 @@
 #include "platform/NoticeBox.h"
 #include "platform/QtDialogs.h"
 #include "platform/Resources.h"
+#include "session/DebugWin.h"
 #include "support/TestSurroundings.h"
 #include "view/ReadableGround.h"
 
@@ -342,6 +343,17 @@ private Q_SLOTS:
         box.tell(u"two"_s); // what was put away is told anew
         QCOMPARE(shown<QMessageBox>()->text(), u"two"_s);
         shown<QMessageBox>()->close();
+    }
+
+    void trafficIsBounded()
+    {
+        DebugWin traffic;
+        const auto* text = traffic.findChild<QPlainTextEdit*>();
+        traffic.sent(u"a"_s);
+        traffic.received(u"b"_s);
+        QCOMPARE(text->toPlainText(), u"<< a\n>> b\n"_s);
+        traffic.received(QString(59'991, u'x')); // one more than there is room for
+        QCOMPARE(text->toPlainText().size(), 59'991 + 4);
     }
 
     void authorLinkByMouseAndKeyboard()

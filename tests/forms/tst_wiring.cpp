@@ -162,6 +162,7 @@ private Q_SLOTS:
 
         row("close of the private window", "private Label4", "private", "");
         row("double click on a chatter", "private Label4|talk bob", "private", "bob");
+        row("Enter on a chatter", "private Label4|select bob|rowkey", "private", "bob");
         row("private talk refused",
             "entry mnu_pm_yes|hear :eve!u@h PRIVMSG anna :x|entry mnu_pm_no", "private", "bob");
         row("a title as it stands", "private Label4|hear :[*]b[*][*]!u@h PRIVMSG anna :x",
@@ -169,6 +170,7 @@ private Q_SLOTS:
         row("a nick that looks like markup", "private Label4|hear :<b>x!u@<i>&lt;h PRIVMSG anna :x",
             "private", "<b>x");
         row("menu on a chatter", "menu bob", "menu", "Conversation");
+        row("menu key", "select bob|menukey", "menu", "Conversation");
         row("tray menu", "tray menu", "tray", "&Show Main Window");
         row("screen cleared", "entry mnu_options_clear", "room",
             "- Cleared Chat Screen - You've cleared your chat screen, all previous public messages "
@@ -300,6 +302,12 @@ private:
             {u"select"_s, [this](const QString& nick) { useRow(nick, Qt::LeftButton, false); }},
             {u"talk"_s, [this](const QString& nick) { useRow(nick, Qt::LeftButton, true); }},
             {u"menu"_s, [this](const QString& nick) { useRow(nick, Qt::RightButton, false); }},
+            {u"rowkey"_s, [this](auto) { QTest::keyClick(&window().nickRows(), Qt::Key_Return); }},
+            {u"menukey"_s,
+             [this](auto) {
+                 QContextMenuEvent event(QContextMenuEvent::Keyboard, {9, 9}, {9, 9});
+                 QCoreApplication::sendEvent(window().nickRows().viewport(), &event);
+             }},
             {u"say"_s, [this](const QString& text) { m_client->say(text); }},
             {u"tell"_s,
              [this](const QString& text) {
