@@ -48,8 +48,9 @@ void NewMessagesChip::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor accent = palette().color(QPalette::Highlight);
-    const QColor base = palette().color(QPalette::Base);
+    const QPalette paper = parentWidget()->palette(); // the words of a button are for the frame
+    const QColor accent = paper.color(QPalette::Highlight);
+    const QColor base = paper.color(QPalette::Base);
     const double tint = isDown() ? 0.32 : underMouse() ? 0.22 : 0.12;
     painter.setPen(QPen(mixed(base, accent, 0.7), 1));
     painter.setBrush(mixed(base, accent, tint));
@@ -59,7 +60,7 @@ void NewMessagesChip::paintEvent(QPaintEvent*)
     const int middle = rect().center().y();
     const int left = padding;
     const int top = middle - arrow.height() / 2;
-    painter.setPen(QPen(palette().color(QPalette::Text), 1.6, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(paper.color(QPalette::Text), 1.6, Qt::SolidLine, Qt::RoundCap));
     painter.drawPolyline(QPolygonF{QPointF(left, top),
                                    QPointF(left + arrow.width() / 2.0, top + arrow.height()),
                                    QPointF(left + arrow.width(), top)});
@@ -72,7 +73,7 @@ void NewMessagesChip::paintEvent(QPaintEvent*)
     painter.setPen(Qt::NoPen);
     painter.setBrush(accent);
     painter.drawRoundedRect(badge, badgeHeight / 2.0, badgeHeight / 2.0);
-    painter.setPen(palette().color(QPalette::HighlightedText));
+    painter.setPen(paper.color(QPalette::HighlightedText));
     painter.drawText(badge, Qt::AlignCenter, countText());
 }
 

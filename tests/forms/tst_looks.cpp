@@ -324,6 +324,7 @@ private:
         view.selectForReader(10, 40);
         view.find();
         window().lstNicks().setListIndex(1);
+        pointAt(u"Label4"_s);
         look(u"room-found"_s, &window());
 
         hear(":bob!u@h TOPIC #Harbor :"_L1 + u"a topic of many words "_s.repeated(12));
@@ -334,6 +335,7 @@ private:
         window().setInputColor(Qt::yellow);
         window().findChild<QLineEdit*>(u"DataOut"_s)->setText(QString(500, u'x'));
         window().findChild<QTabBar*>(u"TBar"_s)->setFocus();
+        pointAt(u"TBar"_s);
         look(u"room-busy"_s, &window());
         window().findChild<QLineEdit*>(u"DataOut"_s)->clear();
         auto* picture = window().findChild<QWidget*>(u"Image2"_s);
@@ -348,9 +350,16 @@ private:
         for (const QList<QAction*>& menu : shownMenus)
             menus += u'\n' + shownIn(menu);
         QCOMPARE(menus, QString(everyMenu));
-        look(u"menu-file"_s, window().menus().bar()->actions().constFirst()->menu());
+        QMenu* file = window().menus().bar()->actions().constFirst()->menu();
+        file->setActiveAction(file->actions().at(1));
+        look(u"menu-file"_s, file);
         look(u"menu-nicks"_s, window().menus().nicks());
 
+        QToolTip::showText({9, 9}, u"a hint"_s, &window());
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->objectName() == "qtooltip_label"_L1)
+                look(u"hint"_s, widget);
+        }
         hear(u":bob!u@h PRIVMSG anna :only for you :D"_s);
         view.look().setShowsTimes(false); // the window's own first line has the time of today
         look(u"private"_s, shown<QueryForm>());
@@ -399,10 +408,10 @@ private:
                  }},
                 {u"network"_s,
                  [this](auto) {
-                     m_client->messenger.login()
-                         .findChild<QToolButton*>(u"lnkNetwork"_s)
-                         ->setEnabled(true);
-                     m_client->messenger.login().findChild<QToolButton*>(u"lnkNetwork"_s)->click();
+                     auto* link =
+                         m_client->messenger.login().findChild<QToolButton*>(u"lnkNetwork"_s);
+                     link->setEnabled(true);
+                     link->click();
                  }},
                 {u"address"_s,
                  [this](auto text) { form()->findChild<QComboBox*>()->setEditText(text); }},
@@ -416,12 +425,21 @@ private:
             {});
         for (const auto& [name, steps] : forms) {
             script.play(QString::fromLatin1(steps));
+            for (auto* rows : form()->findChildren<QTreeWidget*>())
+                rows->setCurrentItem(rows->topLevelItem(0));
             look(QString::fromLatin1(name), form());
+            if (!window().menus().bar()->isEnabled())
+                look(u"room-held"_s, &window());
             form()->close();
         }
     }
 
     void hear(const QString& line) { tell(*m_server, RecordingDesk::coded(line)); }
+    void pointAt(const QString& control)
+    {
+        const auto* target = window().findChild<QWidget*>(control);
+        QTest::mouseMove(window().windowHandle(), target->mapTo(&window(), QPoint(9, 9)));
+    }
     // The small form that is open.
     static Form* form()
     {
