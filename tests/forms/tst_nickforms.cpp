@@ -10,43 +10,64 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Host final : NickFormHost
-{
-    bool channelEnabled = true;
-    QWidget* flashed = nullptr;
-
-    void setChannelEnabled(bool enabled) override { channelEnabled = enabled; }
-    void FlashWindow(QWidget& window) override { flashed = &window; }
-};
-
-struct Scene
+struct Scene final : NickFormHost
 {
     RecordingDesk desk;
-    Host host;
     NickForms forms{NickFormDesk{desk.variables, desk.room, desk.connection, desk.commands,
-                                 desk.login, desk.dialogs, host, desk.handlers}};
+                                 desk.login, desk.dialogs, *this, desk.handlers}};
 
-    Scene() { desk.enterRoom(); }
+    Scene()
+    {
+        desk.enterRoom();
+        const std::pair<QString, void (NickForms::*)()> ways[]{
+            {u"showPassword"_s, &NickForms::showPassword},
+            {u"changePassword"_s, &NickForms::mnu_File_changepass_Click},
+            {u"useNick"_s, &NickForms::showUseNick},
+            {u"changeNick"_s, &NickForms::mnu_File_changenick_Click},
+            {u"registerNick"_s, &NickForms::mnu_register_nickname_Click},
+        };
+        for (const auto& [name, show] : ways)
+            desk.acts[name] = [this, show = show](auto) { (forms.*show)(); };
+        desk.acts[u"paste"_s] = [](auto fieldAndText) {
+            auto* field = shown<Form>()->findChild<QLineEdit*>(fieldAndText.section(u' ', 0, 0));
+            QGuiApplication::clipboard()->setText(fieldAndText.section(u' ', 1));
+            field->setFocus();
+            field->selectAll();
+            pressKeys(field, u"Ctrl+V"_s);
+        };
+        desk.acts[u"keys"_s] = [](auto names) {
+            for (const QString& name : names.split(u' '))
+                pressKeys(shown<Form>()->focusWidget(), name);
+        };
+        desk.acts[u"press"_s] = [](auto button) {
+            QTest::mouseClick(shown<Form>()->findChild<QWidget*>(button), Qt::LeftButton);
+        };
+        desk.acts[u"close"_s] = [](auto) { shown<Form>()->close(); };
+        desk.acts[u"closeUseNick"_s] = [](auto) { shown<usenick>()->close(); };
+        desk.acts[u"tick"_s] = [](auto) {
+            QMetaObject::invokeMethod(shown<Form>()->findChild<QTimer*>(), "timeout");
+        };
+        desk.looks[u"open"_s] = [] {
+            const auto* form = shown<Form>();
+            return form ? form->windowHandle()->title() : QString();
+        };
+        desk.looks[u"flashes"_s] = [] {
+            const auto* timer = shown<Form>()->findChild<QTimer*>();
+            return QString::number(timer->isActive() ? timer->interval() : 0);
+        };
+        for (const QString& name : {u"Text1"_s, u"Text2"_s, u"Text3"_s}) {
+            desk.looks[name] = [name]() -> QString {
+                const auto* field = shown<Form>()->findChild<QLineEdit*>(name);
+                const bool isSecret = field->echoMode() == QLineEdit::Password;
+                return (isSecret ? u"secret "_s : QString()) + field->text();
+            };
+        }
+        desk.looks[u"login"_s] = [this] { return desk.login.Text1; };
+    }
+
+    void setChannelEnabled(bool enabled) override { desk.journal(enabled ? "free" : "held"); }
+    void FlashWindow(QWidget& window) override { desk.journal("flash ", window.windowTitle()); }
 };
-
-QLineEdit* field(const Form* form, const char* name = "Text1")
-{
-    return form->findChild<QLineEdit*>(QLatin1StringView(name));
-}
-
-void press(const Form* form, const char* button)
-{
-    QTest::mouseClick(form->findChild<QWidget*>(QLatin1StringView(button)), Qt::LeftButton);
-}
-
-// By its button, or by Enter in its field.
-void accept(const Form* form, const char* button, bool byKey)
-{
-    if (byKey)
-        QTest::keyClick(field(form), Qt::Key_Return);
-    else
-        press(form, button);
-}
 
 } // namespace
 
@@ -57,161 +78,66 @@ class tst_NickForms : public QObject
 private Q_SLOTS:
     void initTestCase() { loadResources(); }
 
-    void password()
+    void uses_data()
     {
-        for (const bool byKey : {false, true}) {
-            Scene scene;
-            scene.forms.showPassword();
-            const auto* form = shown<frmPassword>();
-            QVERIFY(!scene.host.channelEnabled);
-            QCOMPARE(form->findChild<QLabel*>(u"lblusr"_s)->text(), u"NickName : me"_s);
-            QCOMPARE(field(form)->echoMode(), QLineEdit::Password);
-            accept(form, "cmdOk", byKey);
-            QVERIFY(shown<frmPassword>()); // nothing typed
-            QTest::keyClicks(field(form), u"open sesame"_s);
-            accept(form, "cmdOk", byKey);
-            QCOMPARE(scene.desk.take(),
-                     RecordingDesk::expected("<< IDENTIFY open sesame\nlstNicks.Enabled=true"));
-            QVERIFY(!shown<frmPassword>());
-            QVERIFY(scene.host.channelEnabled);
-        }
-    }
+        const Scenes row;
+        // By Enter in the field, and by the button.
+        row("password",
+            u"! showPassword\nheld\n! keys Return\n? open=Enter Your NickName Password\n"
+            "! paste Text1 open sesame\n? Text1=secret open sesame\n! keys Return\n"
+            "<< IDENTIFY open sesame\nfree\nlstNicks.Enabled=true\n? open=\n"
+            "~! showPassword\n~! paste Text1 x\n! press cmdOk\n<< IDENTIFY x\nfree\n"
+            "lstNicks.Enabled=true"_s);
+        // Neither needs a connection; only the first line of a paste counts.
+        row("refused nick",
+            u"! state 6\n! useNick\nheld\n! keys Return\n"
+            "? open=NickName Already In Use Or Invalid\n"
+            "! paste Text1 carol\r{N}QUIT :x\n! keys Return\n<< NICK carol\nfree\n? open=\n"
+            "? nick=carol\n? login=carol\n~! useNick\n~! paste Text1 dora\n! press cmdOk\n"
+            "<< NICK dora\nfree"_s);
+        row("other nick",
+            u"! state 6\n! changeNick\nheld\n! keys Return\n"
+            "box|Type A Nick Name|No NickName Given\n? open=Change NickName\n! paste Text1 "
+            "carol\r{N}QUIT :x\n! keys Return\n"
+            "<< NICK carol\nfree\n? open=\n? nick=carol\n~! changeNick\n~! paste Text1 dora\n"
+            "! press cmdOK\n<< NICK dora\nfree"_s);
+        row("new nick instead of the password",
+            u"! showPassword\nheld\n! press cmdChange\nlstNicks.Enabled=true\n"
+            "? open=NickName Already In Use Or Invalid\n! close\nfree"_s);
+        row("new password is fatal",
+            u"! named me[*]\n! state 6\n! changePassword\n? open=\n! state 7\n! changePassword\n"
+            "held\n? open=Change Your Password For me[*]\n! press cmdOk\n! paste Text1 secret\n"
+            "! press cmdOk\nFATAL Run-time error '424':\nObject required"_s);
+        row("flashing", u"! showPassword\nheld\n? flashes=1200\n! tick\n"
+                        "flash Enter Your NickName Password"_s);
+        row("two hold the main window, one does not",
+            u"! changeNick\nheld\n! useNick\n! closeUseNick\n! close\nfree\n! registerNick"_s);
 
-    void newNickInsteadOfPassword()
+        // Only the own nick can be registered; the form goes even if something was left out.
+        row("registered",
+            u"! named me\n! registerNick\n? Text1=me\n! paste Text2 pw\n? Text2=secret pw\n"
+            "! paste Text3 me@example.org\n! press cmdRegister\n"
+            "<< PRIVMSG nickserv :register pw me@example.org \n? open="_s);
+        row("something left out",
+            u"! registerNick\n! paste Text1 bob\n! whileOpen ? Text1\n! press cmdRegister\n"
+            "box|Enter Your NickName Password|No Password\n- Text1=me\n"
+            "box|Enter Your E-mail Address|No E-mail Address\n! registerNick\n! paste Text2 pw\n"
+            "! press cmdRegister\nbox|Enter Your E-mail Address|No E-mail Address\n"
+            "! registerNick\n! paste Text3 me@example.org\n! press cmdRegister\n"
+            "box|Enter Your NickName Password|No Password\n? open="_s);
+        row("registered while not connected",
+            u"! state 6\n! registerNick\nbox|Not Connected|Check Your Internet Connection. You are "
+            "not connected to register your nickname.\n? open=\n! state 7\n! registerNick\n"
+            "! state 0\n! press cmdRegister\nbox|Not Connected|Check Your Internet Connection.You "
+            "are not connected to register your nickname.\n? open=NickName Registration\n"
+            "! press cmdCancel\n? open="_s);
+        row("a key on a button", u"! registerNick\n! keys Tab Tab Tab Return\n? open="_s);
+    }
+    void uses()
     {
+        QFETCH(QString, script);
         Scene scene;
-        scene.forms.showPassword();
-        press(shown<frmPassword>(), "cmdChange");
-        QVERIFY(!shown<frmPassword>() && shown<usenick>());
-        QVERIFY(!scene.host.channelEnabled); // one of the forms still stands
-        QTest::keyClicks(field(shown<usenick>()), u"carol"_s);
-        press(shown<usenick>(), "cmdOk");
-        QVERIFY(scene.host.channelEnabled);
-    }
-
-    void newPasswordIsFatal()
-    {
-        Scene scene;
-        scene.desk.variables.MyNick = u"me[*]"_s;
-        scene.desk.sock.setState(Winsock::Connecting);
-        scene.forms.mnu_File_changepass_Click();
-        QVERIFY(!shown<frmPassword>());
-        scene.desk.sock.setState(Winsock::Connected);
-        scene.forms.mnu_File_changepass_Click();
-        const auto* form = shown<frmPassword>();
-        QCOMPARE(form->windowHandle()->title(), u"Change Your Password For me[*]"_s);
-        press(form, "cmdOk");
-        QCOMPARE(scene.desk.take(), QStringList());
-        QTest::keyClicks(field(form), u"secret"_s);
-        press(form, "cmdOk");
-        QCOMPARE(scene.desk.take(),
-                 QStringList{u"FATAL Run-time error '424':\n\nObject required"_s});
-    }
-
-    void flashing()
-    {
-        Scene scene;
-        scene.forms.showPassword();
-        auto* flsh = shown<frmPassword>()->findChild<QTimer*>(u"flsh"_s);
-        QCOMPARE(flsh->interval(), 1200);
-        flsh->setInterval(0);
-        QTRY_COMPARE(scene.host.flashed, shown<frmPassword>());
-        scene.forms.unloadPassword();
-        QVERIFY(!flsh->isActive());
-    }
-
-    void otherNick()
-    {
-        for (const auto& [refused, byKey] : {std::pair(true, false), std::pair(true, true),
-                                             std::pair(false, false), std::pair(false, true)}) {
-            Scene scene;
-            scene.desk.sock.setState(Winsock::Connecting); // need not stand
-            if (refused)
-                scene.forms.showUseNick();
-            else
-                scene.forms.mnu_File_changenick_Click();
-            const auto* form = shown<Form>();
-            const char* button = refused ? "cmdOk" : "cmdOK";
-            QVERIFY(!scene.host.channelEnabled);
-            accept(form, button, byKey);
-            QVERIFY(form->isVisible());
-            const QString complaint = u"box|Type A Nick Name|No NickName Given"_s;
-            QCOMPARE(scene.desk.take(), refused ? QStringList() : QStringList{complaint});
-            field(form)->setText(u"carol\r\nQUIT :x"_s); // as a paste may bring it
-            accept(form, button, byKey);
-            QVERIFY(!shown<Form>());
-            QCOMPARE(scene.desk.take(), QStringList{u"<< NICK carol"_s});
-            QCOMPARE(scene.desk.variables.MyNick, u"carol"_s);
-            QCOMPARE(scene.desk.login.Text1, u"carol"_s);
-            QVERIFY(scene.host.channelEnabled);
-        }
-    }
-
-    void heldChannel()
-    {
-        Scene scene;
-        scene.forms.mnu_File_changenick_Click();
-        scene.forms.showUseNick();
-        shown<usenick>()->close();
-        QVERIFY(!scene.host.channelEnabled);
-        shown<frmchange>()->close();
-        QVERIFY(scene.host.channelEnabled);
-        scene.forms.mnu_register_nickname_Click();
-        QVERIFY(scene.host.channelEnabled); // this one holds nothing
-    }
-
-    void registration_data()
-    {
-        QTest::addColumn<QString>("password");
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<QString>("log");
-        const QString noPassword = u"box|Enter Your NickName Password|No Password"_s;
-        const QString noAddress = u"box|Enter Your E-mail Address|No E-mail Address"_s;
-        QTest::newRow("complete") << u"pw"_s << u"me@example.org"_s
-                                  << u"<< PRIVMSG nickserv :register pw me@example.org "_s;
-        QTest::newRow("no password") << QString() << u"me@example.org"_s << noPassword;
-        QTest::newRow("no address") << u"pw"_s << QString() << noAddress;
-        QTest::newRow("nothing") << QString() << QString()
-                                 << QString(noPassword + u'\n' + noAddress);
-    }
-    void registration()
-    {
-        QFETCH(QString, password);
-        QFETCH(QString, address);
-        Scene scene;
-        scene.forms.mnu_register_nickname_Click();
-        const auto* form = shown<frmregister>();
-        QCOMPARE(field(form)->text(), u"me"_s);
-        QCOMPARE(field(form, "Text2")->echoMode(), QLineEdit::Password);
-        field(form)->setText(u"somebody"_s); // no other nick can be registered
-        QTest::keyClicks(field(form, "Text2"), password);
-        QTest::keyClicks(field(form, "Text3"), address);
-        press(form, "cmdRegister");
-        QTEST(scene.desk.take().join(u'\n'), "log");
-        QCOMPARE(field(form)->text(), u"me"_s);
-        QVERIFY(!shown<frmregister>());
-    }
-
-    void registrationNeedsConnection()
-    {
-        Scene scene;
-        scene.desk.sock.setState(Winsock::Connecting);
-        scene.forms.mnu_register_nickname_Click();
-        QVERIFY(!shown<frmregister>());
-        QCOMPARE(scene.desk.take(),
-                 QStringList{u"box|Not Connected|Check Your Internet Connection. You are not "
-                             u"connected to register your nickname."_s});
-        scene.desk.sock.setState(Winsock::Connected);
-        scene.forms.mnu_register_nickname_Click();
-        scene.desk.sock.setState(Winsock::Closed);
-        press(shown<frmregister>(), "cmdRegister");
-        QCOMPARE(scene.desk.take(),
-                 QStringList{u"box|Not Connected|Check Your Internet Connection.You are not "
-                             u"connected to register your nickname."_s});
-        QVERIFY(shown<frmregister>());
-        press(shown<frmregister>(), "cmdCancel");
-        QVERIFY(!shown<frmregister>());
-        QCOMPARE(scene.desk.take(), QStringList());
+        QCOMPARE(scene.desk.play(script), QString());
     }
 
     // A box lets other events run: the form goes, and is gone for good, before its handler ends.
@@ -219,27 +145,15 @@ private Q_SLOTS:
     {
         Scene scene;
         scene.forms.mnu_register_nickname_Click();
-        QPointer<Form> form = shown<frmregister>();
-        QTest::keyClicks(field(form, "Text2"), u"pw"_s);
+        const QPointer<Form> form = shown<frmregister>();
         scene.desk.dialogs.whileOpen = [&] {
             scene.forms.unloadRegister();
             QCoreApplication::sendPostedEvents(form, QEvent::DeferredDelete);
             QVERIFY(form && !form->isVisible());
         };
-        QTimer::singleShot(0, form, [form] { press(form, "cmdRegister"); });
+        QTimer::singleShot(0, form, [&] { scene.desk.acts[u"press"_s](u"cmdRegister"_s); });
         QTRY_VERIFY(!form);
-        QCOMPARE(scene.desk.take().size(), 1);
-    }
-
-    void keysInAForm()
-    {
-        Scene scene;
-        scene.forms.mnu_register_nickname_Click();
-        auto* form = shown<frmregister>();
-        QVERIFY(QTest::qWaitForWindowActive(form));
-        form->findChild<QWidget*>(u"cmdCancel"_s)->setFocus();
-        QTest::keyClick(form->focusWidget(), Qt::Key_Return);
-        QVERIFY(!shown<frmregister>());
+        QCOMPARE(scene.desk.take().size(), 2);
     }
 };
 
