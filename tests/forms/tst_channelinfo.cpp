@@ -10,6 +10,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QTreeWidget& rows()
+{
+    return *shown<ChannelInfo>()->findChild<QTreeWidget*>();
+}
+
 struct Scene
 {
     RecordingDesk desk;
@@ -18,32 +23,47 @@ struct Scene
     Scene()
     {
         desk.enterRoom();
-        lists.mnu_chan_ban_Click();
+        desk.room.ChannelName = u"#[*]"_s;
+        desk.acts[u"ask"_s] = [this](auto) { lists.mnu_chan_ban_Click(); };
+        desk.acts[u"show"_s] = [this](auto) { lists.Show(); };
+        desk.acts[u"add"_s] = [this](auto maskSetterTime) {
+            const QStringList parts = maskSetterTime.split(u' ');
+            lists.AddBEI(parts[0], parts[1], parts[2]);
+        };
+        desk.acts[u"press"_s] = [](auto button) {
+            QTest::mouseClick(shown<ChannelInfo>()->findChild<QWidget*>(button), Qt::LeftButton);
+        };
+        desk.acts[u"closeForGood"_s] = [this](auto) {
+            desk.acts[u"press"_s](u"cmdOK"_s);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        };
+        desk.acts[u"focus"_s] = [](auto) { rows().setFocus(); };
+        desk.acts[u"click"_s] = [](auto row) {
+            const QRect place = rows().visualItemRect(rows().topLevelItem(row.toInt()));
+            QTest::mouseClick(rows().viewport(), Qt::LeftButton, {}, place.center());
+        };
+        desk.looks[u"visible"_s] = [this] { return QString::number(lists.Visible()); };
+        desk.looks[u"title"_s] = [] { return shown<ChannelInfo>()->windowHandle()->title(); };
+        desk.looks[u"header"_s] = [] { return rows().headerItem()->text(0); };
+        desk.looks[u"fetching"_s] = [this] {
+            return QString::number(std::exchange(desk.variables.ListFetching, false));
+        };
+        for (const auto& [name, column] : {std::pair(u"masks"_s, 0), std::pair(u"setters"_s, 1)})
+            desk.looks[name] = [this, column = column] { return texts(column).join(u'|'); };
+        // Of all years, with two digits or four, that of the beginning of time.
+        desk.looks[u"times"_s] = [this] {
+            return texts(2).replaceInStrings(QRegularExpression(u".*70.*"_s), u"70"_s).join(u'|');
+        };
+    }
+
+    QStringList texts(int column) const
+    {
+        QStringList texts;
+        for (int row = 0; row < rows().topLevelItemCount(); ++row)
+            texts += rows().topLevelItem(row)->text(column);
+        return texts;
     }
 };
-
-QTreeWidget* rows()
-{
-    return shown<ChannelInfo>()->findChild<QTreeWidget*>(u"lvBans"_s);
-}
-
-QString column(int number)
-{
-    QStringList texts;
-    for (int row = 0; row < rows()->topLevelItemCount(); ++row)
-        texts += rows()->topLevelItem(row)->text(number);
-    return texts.join(u'|');
-}
-
-void press(const QString& button)
-{
-    QTest::mouseClick(shown<ChannelInfo>()->findChild<QWidget*>(button), Qt::LeftButton);
-}
-
-QString header()
-{
-    return rows()->headerItem()->text(0);
-}
 
 } // namespace
 
@@ -54,98 +74,45 @@ class tst_ChannelInfo : public QObject
 private Q_SLOTS:
     void initTestCase() { loadResources(); }
 
-    void opening()
+    void uses_data()
     {
-        Scene scene;
-        scene.desk.room.ChannelName = u"#[*]"_s;
-        scene.desk.take();
-        for (int i = 0; i < 2; ++i) {
-            scene.lists.mnu_chan_ban_Click();
-            QVERIFY(scene.lists.Visible());
-            QCOMPARE(scene.desk.take(), QStringList{u"<< MODE #[*] b"_s});
-            scene.lists.AddBEI(u"bad!*@*"_s, u"olga"_s, u"0"_s);
-        }
-        QCOMPARE(shown<ChannelInfo>()->windowHandle()->title(), u"Channel Ban List For #[*]"_s);
-        QCOMPARE(column(0), u"bad!*@*|bad!*@*"_s); // the rows of the first time stay
-        QCOMPARE(header(), u"Bans"_s);
-        press(u"cmdOK"_s);
-        QVERIFY(!scene.lists.Visible());
-    }
-
-    void entries()
-    {
-        Scene scene;
-        scene.lists.AddBEI({}, u"olga"_s, u"0"_s);
-        scene.lists.AddBEI(u"zed!*@*"_s, u"olga"_s, u"0"_s);
-        scene.lists.AddBEI(u"bad!*@*"_s, u"hugo"_s, u"yesterday"_s);
-        scene.lists.AddBEI(u"late!*@*"_s, u"hugo"_s, u"9999999999"_s);
-        QCOMPARE(column(0), u"zed!*@*|bad!*@*|late!*@*"_s);
-        QCOMPARE(column(1), u"olga|hugo|hugo"_s);
+        const Scenes row;
+        row("the rows of the first time stay",
+            u"! ask\n<< MODE #[*] b\n? visible=1\n? fetching=1\n? header=Bans\n"
+            "? title=Channel Ban List For #[*]\n! add bad!*@* olga 0\n! ask\n<< MODE #[*] b\n"
+            "! add bad!*@* olga 0\n? masks=bad!*@*|bad!*@*\n! press cmdOK\n? visible=0"_s);
         // A time that is no number, or too large a one, is left out.
-        QVERIFY2(column(2).contains(u"70"_s) && column(2).endsWith(u"||"_s), qPrintable(column(2)));
-    }
-
-    void lists()
-    {
-        for (const auto& [button, title, letter] :
-             {std::tuple(u"cmdBans"_s, u"Bans"_s, u'b'),
-              std::tuple(u"cmdExcepts"_s, u"Excepts"_s, u'e'),
-              std::tuple(u"cmdInvites"_s, u"Invites"_s, u'I')}) {
-            Scene scene;
-            scene.lists.AddBEI(u"old!*@*"_s, u"olga"_s, u"0"_s);
-            scene.desk.variables.ListFetching = false;
-            scene.desk.take();
-
-            press(button);
-            QCOMPARE(column(0), QString());
-            QCOMPARE(header(), title);
-            QVERIFY(scene.desk.variables.ListFetching);
-            QCOMPARE(scene.desk.take(), QStringList{QString("<< MODE #room "_L1 + letter)});
-
-            rows()->setFocus(); // focus is no selection
-            scene.lists.AddBEI(u"one!*@*"_s, u"olga"_s, u"0"_s);
-            scene.lists.AddBEI(u"two!*@*"_s, u"olga"_s, u"0"_s);
-            press(u"cmdRemove"_s);
-            QTest::mouseClick(rows()->viewport(), Qt::LeftButton, {},
-                              rows()->visualItemRect(rows()->topLevelItem(1)).center());
-            press(u"cmdRemove"_s);
-            const QString removal = "<< mode #room -"_L1 + letter + u' ';
-            QCOMPARE(scene.desk.take(), QStringList({removal, QString(removal + "two!*@*"_L1)}));
-            QCOMPARE(column(0), u"one!*@*|two!*@*"_s);
+        row("entries",
+            u"~! ask\n! add  olga 0\n! add zed!*@* olga 0\n"
+            "! add bad!*@* hugo yesterday\n! add late!*@* hugo 9999999999\n"
+            "? masks=zed!*@*|bad!*@*|late!*@*\n? setters=olga|hugo|hugo\n? times=70||"_s);
+        for (const auto& [button, header, letter] :
+             {std::tuple("cmdBans", u"Bans"_s, u"b"_s),
+              std::tuple("cmdExcepts", u"Excepts"_s, u"e"_s),
+              std::tuple("cmdInvites", u"Invites"_s, u"I"_s)}) {
+            row(button, QStringLiteral("~! ask\n! add old!*@* olga 0\n? fetching=1\n! press %1\n"
+                                       "<< MODE #[*] %3\n? masks=\n? header=%2\n? fetching=1\n"
+                                       "! add one!*@* olga 0\n! add two!*@* olga 0\n! focus\n"
+                                       "! press cmdRemove\n<< mode #[*] -%3 \n! click 1\n"
+                                       "! press cmdRemove\n<< mode #[*] -%3 two!*@*\n"
+                                       "? masks=one!*@*|two!*@*")
+                            .arg(QLatin1StringView(button), header, letter));
         }
-    }
-
-    // In the middle of a row another list is asked for, or the form goes for good.
-    void yielding()
-    {
-        for (const QString& button : {u"cmdInvites"_s, u"cmdOK"_s}) {
-            Scene scene;
-            const QPointer<ChannelInfo> before = shown<ChannelInfo>();
-            scene.desk.events.onYield << [&] {
-                press(button);
-                QCoreApplication::sendPostedEvents(before, QEvent::DeferredDelete);
-            };
-            scene.lists.AddBEI(u"bad!*@*"_s, u"olga"_s, u"0"_s);
-            QCOMPARE(before.isNull(), button == "cmdOK"_L1);
-
-            scene.lists.AddBEI(u"good!*@*"_s, u"olga"_s, u"0"_s);
-            scene.lists.Show();
-            QCOMPARE(column(0), u"good!*@*"_s);
-            QCOMPARE(column(1), u"olga"_s);
+        // In the middle of a row.
+        for (const QString& yield : {u"press cmdInvites"_s, u"closeForGood"_s}) {
+            row(qPrintable(yield), "~! ask\n! onYield ! "_L1 + yield +
+                                       "\n~! add bad!*@* olga 0\n! add good!*@* olga 0\n! show\n"
+                                       "? masks=good!*@*\n? setters=olga"_L1);
         }
+        // Loaded, but only the end of the list shows it.
+        row("a late list", u"~! ask\n~! press cmdExcepts\n! press cmdOK\n! add bad!*@* olga 0\n"
+                           "? visible=0\n! show\n? title=\n? header=Bans\n? masks=bad!*@*"_s);
     }
-
-    void lateList()
+    void uses()
     {
+        QFETCH(QString, script);
         Scene scene;
-        press(u"cmdExcepts"_s);
-        press(u"cmdOK"_s);
-        scene.lists.AddBEI(u"bad!*@*"_s, u"olga"_s, u"0"_s);
-        QVERIFY(!scene.lists.Visible()); // loaded, but only the end of the list shows it
-        scene.lists.Show();
-        QCOMPARE(shown<ChannelInfo>()->windowTitle(), QString());
-        QCOMPARE(header(), u"Bans"_s);
-        QCOMPARE(column(0), u"bad!*@*"_s);
+        QCOMPARE(scene.desk.play(script), QString());
     }
 
     void panelOfModes()
