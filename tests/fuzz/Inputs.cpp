@@ -32,8 +32,8 @@ const QByteArrayList lines =
            "startup|\357\273\277[load]|startup=|[load");
 
 const QByteArrayList addresses =
-    listed("://host|s://host:6697|://[::1]:1|://a b|:|://h:99999|s://\xc3\xa4.example/|://h:-1|"
-           "://@");
+    listed("irc://host|ircs://host:6697|irc://[::1]:1|irc://a b|irc:|irc://h:99999|"
+           "ircs://\xc3\xa4.example/|irc://h:-1|irc://@");
 
 const QByteArray& any(QRandomGenerator& random, const QByteArrayList& texts)
 {
@@ -85,60 +85,45 @@ void bend(QRandomGenerator& random, QByteArray& bytes)
     for (int left = random.bounded(6); left > 0 && !bytes.isEmpty(); --left) {
         const int at = random.bounded(static_cast<int>(bytes.size()));
         const int length = random.bounded(1, 20);
-        switch (random.bounded(6)) {
-        case 0:
-            bytes[at] = static_cast<char>(random.bounded(256));
-            break;
-        case 1:
-            bytes.remove(at, length);
-            break;
-        case 2:
-            bytes.insert(at, bytes.mid(at, length));
-            break;
-        case 3:
-            bytes.insert(at, '\0');
-            break;
-        case 4:
-            // A few are longer than what 16 bits count.
-            if (random.bounded(40) == 0)
-                bytes.insert(at, QByteArray(random.bounded(10) == 0 ? 40000 : 2000, bytes[at]));
-            break;
-        default:
-            break;
-        }
+        // A few are longer than what 16 bits count.
+        const int often = random.bounded(40) != 0 ? 0 : random.bounded(10) != 0 ? 2000 : 40000;
+        const std::pair<int, QByteArray> bends[]{
+            {1, QByteArray(1, static_cast<char>(random.bounded(256)))},
+            {length, {}},
+            {0, bytes.mid(at, length)},
+            {0, QByteArray(1, '\0')},
+            {0, QByteArray(often, bytes[at])},
+            {0, {}},
+        };
+        const auto& [removed, inserted] = bends[random.bounded(int(std::size(bends)))];
+        bytes.replace(at, removed, inserted);
     }
 }
 
-QByteArray straight(QRandomGenerator& random)
+struct Shape
 {
-    switch (random.bounded(12)) {
-    case 0:
-        return linesOf(random, inputs).prepend('c');
-    case 1:
-        return linesOf(random, lines).prepend('p');
-    case 2:
-        return noise(random).prepend('t');
-    case 3:
-        return linesOf(random, pieces).prepend('w');
-    case 4:
-        return noise(random).prepend('s');
-    case 5:
-        return serverLines(random).prepend('n');
-    case 6:
-        return random.bounded(4) != 0 ? serverLines(random).prepend('n')
-                                      : QByteArray("airc").append(any(random, addresses));
-    default:
-        return serverLines(random).prepend('s');
-    }
-}
+    char letter;
+    QByteArray (*make)(QRandomGenerator& random);
+};
+
+constexpr Shape rareShapes[]{
+    {'c', [](QRandomGenerator& random) { return linesOf(random, inputs); }},
+    {'p', [](QRandomGenerator& random) { return linesOf(random, lines); }},
+    {'t', noise},
+    {'w', [](QRandomGenerator& random) { return linesOf(random, pieces); }},
+    {'s', noise},
+    {'n', serverLines},
+    {'a', [](QRandomGenerator& random) { return any(random, addresses); }},
+};
 
 } // namespace
 
 QByteArray inputOf(std::uint64_t number)
 {
     QRandomGenerator random(static_cast<quint32>(number ^ (number >> 32)));
-    QByteArray bytes = straight(random);
-    QByteArray rest = bytes.mid(1);
-    bend(random, rest);
-    return rest.prepend(bytes.front());
+    const int kind = random.bounded(12);
+    const Shape shape = kind < std::ssize(rareShapes) ? rareShapes[kind] : Shape{'s', serverLines};
+    QByteArray bytes = shape.make(random);
+    bend(random, bytes);
+    return bytes.prepend(shape.letter);
 }

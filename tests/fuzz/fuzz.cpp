@@ -2,18 +2,13 @@
 
 #include <QtCore>
 
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
-#include <fcntl.h>
 #include <sys/time.h>
-#include <unistd.h>
 
-// Runs inputs made by chance, or one from a file. When one of them ends the program it is left in
-// a file that replays it.
-
-extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
+// Runs inputs made by chance, or one from a file. The one that is under way stands in a file: what
+// ends the program leaves it there to be run again.
 
 namespace {
 
@@ -21,48 +16,17 @@ using namespace Qt::StringLiterals;
 
 constexpr time_t longestInput = 60; // seconds of the processor; what takes longer hangs
 
-QByteArray current;
-QByteArray failedPath;
-
-// Only what may be called anywhere: the program is broken.
-void leaveInput()
-{
-    const int file = ::open(failedPath.constData(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    if (file >= 0 && ::write(file, current.constData(), static_cast<size_t>(current.size())) > 0)
-        std::fprintf(stderr, "the input is in %s; --replay runs it again\n",
-                     failedPath.constData());
-    ::close(file);
-}
-
-void die(int signal)
-{
-    leaveInput();
-    std::signal(signal, SIG_DFL);
-    std::raise(signal);
-}
-
-void watch()
-{
-    if (__sanitizer_set_death_callback)
-        __sanitizer_set_death_callback(leaveInput);
-    else
-        std::signal(SIGSEGV, die);
-    std::signal(SIGABRT, die);
-    std::signal(SIGPROF, die);
-}
-
-void allow(time_t seconds)
-{
-    const itimerval timer{{}, {seconds, 0}};
-    setitimer(ITIMER_PROF, &timer, nullptr);
-}
-
 void run(const QByteArray& input)
 {
-    current = input;
-    allow(longestInput);
-    feed(current);
-    allow(0);
+    const itimerval timer{{}, {longestInput, 0}};
+    setitimer(ITIMER_PROF, &timer, nullptr);
+    feed(input);
+}
+
+bool writeInput(const QString& path, const QByteArray& input)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(input) == input.size();
 }
 
 int replay(const QString& path)
@@ -74,17 +38,6 @@ int replay(const QString& path)
     }
     run(file.readAll());
     return EXIT_SUCCESS;
-}
-
-bool writeCorpus(const QString& folder, std::uint64_t first, std::uint64_t count)
-{
-    for (std::uint64_t i = 0; i < count; ++i) {
-        QFile file(folder + u'/' + QString::number(i));
-        const QByteArray input = inputOf(first + i);
-        if (!file.open(QIODevice::WriteOnly) || file.write(input) != input.size())
-            return false;
-    }
-    return true;
 }
 
 } // namespace
@@ -101,17 +54,24 @@ int main(int argc, char* argv[])
         {u"corpus"_s, u"Writes the inputs into this folder instead."_s, u"folder"_s},
     });
     parser.process(application);
-    failedPath = QFile::encodeName(QDir::current().filePath(u"failed-input"_s));
-    watch();
     if (parser.isSet(u"replay"_s))
         return replay(parser.value(u"replay"_s));
     // Neighbouring seeds share no input.
     const std::uint64_t first = parser.value(u"seed"_s).toULongLong() * 1'000'000'007;
     const std::uint64_t count = parser.value(u"inputs"_s).toULongLong();
-    if (parser.isSet(u"corpus"_s))
-        return writeCorpus(parser.value(u"corpus"_s), first, count) ? EXIT_SUCCESS : EXIT_FAILURE;
-    for (std::uint64_t i = 0; i < count; ++i)
-        run(inputOf(first + i));
+    const QString corpus = parser.value(u"corpus"_s);
+    const bool isForCorpus = !corpus.isEmpty();
+    const QString underWay = u"failed-input"_s;
+    for (std::uint64_t i = 0; i < count; ++i) {
+        const QByteArray input = inputOf(first + i);
+        if (!writeInput(isForCorpus ? corpus + u'/' + QString::number(i) : underWay, input))
+            return EXIT_FAILURE;
+        if (!isForCorpus)
+            run(input);
+    }
+    if (isForCorpus)
+        return EXIT_SUCCESS;
+    QFile::remove(underWay);
     std::printf("%llu inputs from seed %s\n", static_cast<unsigned long long>(count),
                 qPrintable(parser.value(u"seed"_s)));
     return EXIT_SUCCESS;
