@@ -187,6 +187,19 @@ crew on their page
 bans: Channel Ban List For #Harbor | Channel list | Bans | Excepts | Invities | Remove | OK
 
 nick-in-use: NickName Already In Use Or Invalid | Please Choose Another NickName | OK
+
+nick-password: Enter Your NickName Password | Password Required : | This nickname is registered. If
+this nickname is yours, type your nickname password else type a New Nick. | NickName : anna |
+Password : | Password | OK | New Nick
+
+network-wrong: Choose a Network | &Server: | Server | There is a blank in the address. | &Room: |
+none: you enter one by yourself | Room | The name of a room begins with a #. | &Letters: | Letters |
+This time the program was started for SERVER. What you choose here holds from its next start on. |
+Try It | OK | Cancel
+
+box-prompt: Action Message | Type Your Own Action Message | OK | Cancel
+
+box-question: Quill Harbor Messenger | Are you sure? | &Yes | &No
 )";
 
 QPalette desktopOf(QRgb ground, QRgb word)
@@ -389,7 +402,7 @@ private:
             {"nick-in-use", "hear :s 431 anna :None given"},
             {"nick-password", "hear :NickServ!s@s NOTICE anna :please choose a different nick."},
             {"network", "network"},
-            {"network-wrong", "network|address irc://:x"},
+            {"network-wrong", "network|address irc://a b|room quay"},
             {"popup", "popup"},
             {"smileys", "press check1"},
             {"colors", "press check2"},
@@ -417,6 +430,8 @@ private:
                  }},
                 {u"address"_s,
                  [this](auto text) { form()->findChild<QComboBox*>()->setEditText(text); }},
+                {u"room"_s,
+                 [this](auto name) { form()->findChild<QLineEdit*>(u"txtRoom"_s)->setText(name); }},
                 {u"popup"_s,
                  [this](auto) {
                      m_client->messenger.login().cmdSignIn_Click();

@@ -124,7 +124,9 @@ private Q_SLOTS:
                               "hear PING :x|?sent PONG :x\n|?state &Connect off on"_s);
         for (const char* way : {"entry mnu_Terminate", "entry mnu_systray_exit", "desktop ends"})
             row(way,
-                "room|entry mnu_About|entry mnu_author|?small About Author|"_L1 +
+                "room|entry mnu_About|entry mnu_author|entry mnu_register_nickname|"
+                "entry mnu_File_changenick|hear :s 431 anna :x|smileys|"
+                "?small About Author frmSmileys frmchange frmregister usenick|"_L1 +
                     QLatin1StringView(way) +
                     "|?small |?ends 1|?sent QUIT :Quill Harbor Messenger v 1.0\n|?peer gone"_L1);
         row("the sign-in form's end, at once and without a word",
@@ -382,6 +384,7 @@ private:
                  QTest::keyClicks(edit, text);
                  QTest::keyClick(edit, Qt::Key_Return);
              }},
+            {u"smileys"_s, [this](auto) { m_client->chatRoom().windows.palettes.showSmileys(); }},
             {u"page"_s, [this](auto) { m_client->window().myHome(); }},
         },
         {
@@ -420,7 +423,7 @@ private:
                  QStringList names;
                  for (const QWidget* window : QApplication::topLevelWidgets()) {
                      if (qobject_cast<const Form*>(window) && window->isVisible())
-                         names += window->objectName();
+                         names += QLatin1StringView(window->metaObject()->className());
                  }
                  names.removeAll(u"Login"_s);
                  names.removeAll(u"Channel"_s);
