@@ -1,5 +1,6 @@
 #include "desktop/clsSysTray.h"
 #include "platform/Handlers.h"
+#include "support/Script.h"
 #include "support/TestSurroundings.h"
 
 #include <QtTest>
@@ -9,31 +10,49 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class FakeForm final : public SourceForm
-{
-public:
-    int WindowState() const override { return state; }
-    void setWindowState(int newState) override
-    {
-        state = newState;
-        calls += QStringLiteral("state %1").arg(newState);
-    }
-    void Show() override { calls += u"show"_s; }
-    void Hide() override { calls += u"hide"_s; }
-    void setCaption(const QString& text) override { caption = text; }
-    QIcon Icon() const override { return {}; }
+using Message = NotificationArea::Message;
 
-    int state = Normal;
-    QString caption = u"Sign In"_s;
-    QStringList calls;
+struct Scene
+{
+    const Handlers handlers{[](const QString& message) { QFAIL(qPrintable(message)); }};
+    ScriptedDialogs dialogs;
+    QWidget window;
+    QWidget another;
+    WidgetSourceForm form{window};
+    WidgetSourceForm anotherForm{another};
+    DesktopNotificationArea desktop;
+    RecordingTray area;
+    clsSysTray tray{handlers, area, dialogs};
+    QStringList events;
+
+    Scene()
+    {
+        QObject::connect(&desktop, &NotificationArea::mouse, &area, &NotificationArea::mouse);
+        using Event = void (clsSysTray::*)();
+        static constexpr std::pair<Event, const char*> names[]{
+            {&clsSysTray::LButtonDblClk, "LButtonDblClk"},
+            {&clsSysTray::LButtonDown, "LButtonDown"},
+            {&clsSysTray::LButtonUp, "LButtonUp"},
+            {&clsSysTray::RButtonDblClk, "RButtonDblClk"},
+            {&clsSysTray::RButtonDown, "RButtonDown"},
+            {&clsSysTray::RButtonUp, "RButtonUp"},
+        };
+        for (const auto& [event, name] : names)
+            QObject::connect(&tray, event,
+                             [this, name = name] { events += QLatin1StringView(name); });
+        window.setWindowTitle(u"Sign In"_s);
+        window.show();
+        tray.setSourceWindow(&form);
+    }
 };
 
-using Message = NotificationArea::Message;
-using Reason = QSystemTrayIcon::ActivationReason;
+QString seenOf(const QWidget& window, const WidgetSourceForm& form)
+{
+    static const QStringList states = u"normal minimized maximized"_s.split(u' ');
+    return (window.isVisible() ? u"shown "_s : u"hidden "_s) + states[form.WindowState()];
+}
 
 } // namespace
-
-Q_DECLARE_METATYPE(QList<Reason>)
 
 // The tray icon: what becomes of the mouse on it, and of the window that owns it.
 class tst_tray final : public QObject
@@ -41,162 +60,95 @@ class tst_tray final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
+    void uses_data()
     {
-        m_tray.reset();
-        m_fatal.clear();
-        m_dialogs.shown.clear();
-        m_form = std::make_unique<FakeForm>();
-        m_area = std::make_unique<RecordingTray>();
-        m_tray = std::make_unique<clsSysTray>(m_handlers, *m_area, m_dialogs);
-        m_tray->setSourceWindow(m_form.get());
-        record(*m_tray);
-    }
+        const Scenes row;
+        row("double clicks put the window away and bring it back",
+            u"double|?window hidden minimized|double|?window shown maximized|double|"
+            "?window hidden minimized|?events LButtonDblClk LButtonDblClk LButtonDblClk"_s);
+        row("an owner with a double click of its own",
+            u"ownDouble|double|?window shown normal|?events LButtonDblClk"_s);
+        // A desktop forgets that a hidden window is minimised.
+        row("shown by something else meanwhile",
+            u"double|forget|?window hidden minimized|show|?window shown normal"_s);
+        const QString text = u"0123456789"_s.repeated(7);
+        row("a tip is cut, the title of a minimised window is not",
+            "tip "_L1 + text + "|?shownTip "_L1 + text.left(63) + "|?tip "_L1 + text +
+                "|?title Sign In|double|tip "_L1 + text + "|?title "_L1 + text);
+        row("an icon comes and goes",
+            u"picture|?icon away|toTray|?icon shown|?window hidden normal|"
+            "fromTray|?icon away"_s);
+        row("another owner, and none",
+            u"owner|?boxes |double|?window shown normal|?another hidden minimized|nobody|"
+            "?boxes Error: Run-time error '91':\n\nObject variable or With block variable not set|"
+            "?severe 1"_s);
 
-    void doubleClickToggles()
+        row("double click on X11",
+            u"clicks 3 2|?events LButtonDown LButtonUp LButtonDblClk LButtonUp"_s);
+        row("three clicks on D-Bus are one double click",
+            u"clicks 3 3 3|?events LButtonDown LButtonUp LButtonDblClk LButtonUp LButtonDown "
+            "LButtonUp"_s);
+        row("right twice", u"clicks 1 1|?events RButtonDown RButtonUp RButtonDblClk RButtonUp"_s);
+        row("left, right, left",
+            u"clicks 3 1 3|?events LButtonDown LButtonUp RButtonDown RButtonUp LButtonDown "
+            "LButtonUp"_s);
+        row("middle", u"clicks 4|?events "_s);
+    }
+    void uses()
     {
-        Q_EMIT m_area->mouse(Message::LButtonDblClk);
-        QCOMPARE(m_form->calls, (QStringList{u"state 1"_s, u"hide"_s}));
-        Q_EMIT m_area->mouse(Message::LButtonDblClk);
-        QCOMPARE(m_form->calls.mid(2), (QStringList{u"state 2"_s, u"show"_s}));
-        Q_EMIT m_area->mouse(Message::LButtonDblClk); // maximised is not minimised
-        QCOMPARE(m_form->calls.mid(4), (QStringList{u"state 1"_s, u"hide"_s}));
-        m_form->calls.clear();
-        m_tray->DefaultDblClk = false;
-        Q_EMIT m_area->mouse(Message::LButtonDblClk);
-        QCOMPARE(m_form->calls, QStringList());
-        QCOMPARE(m_events, QStringList(4, u"LButtonDblClk"_s));
+        QFETCH(QString, script);
+        QApplication::setDoubleClickInterval(60000); // so that a slow machine clicks fast enough
+        Scene scene;
+        clsSysTray& tray = scene.tray;
+        const Script player(
+            {
+                {u"double"_s, [&](auto) { Q_EMIT scene.area.mouse(Message::LButtonDblClk); }},
+                {u"ownDouble"_s, [&](auto) { tray.DefaultDblClk = false; }},
+                {u"forget"_s, [&](auto) { scene.window.setWindowState(Qt::WindowNoState); }},
+                {u"show"_s, [&](auto) { scene.window.show(); }},
+                {u"tip"_s, [&](auto text) { tray.setToolTip(text); }},
+                {u"picture"_s, [&](auto) { tray.ChangeIcon(QPixmap(16, 16)); }},
+                {u"toTray"_s, [&](auto) { tray.MinToSysTray(); }},
+                {u"fromTray"_s, [&](auto) { tray.RemoveFromSysTray(); }},
+                {u"owner"_s, [&](auto) { tray.setSourceWindow(&scene.anotherForm); }},
+                {u"nobody"_s, [&](auto) { tray.setSourceWindow(nullptr); }},
+                // By the toolkit's numbers: 1 right, 2 double, 3 left, 4 middle.
+                {u"clicks"_s,
+                 [&](auto reasons) {
+                     for (const QString& reason : reasons.split(u' '))
+                         Q_EMIT scene.desktop.findChild<QSystemTrayIcon*>()->activated(
+                             QSystemTrayIcon::ActivationReason(reason.toInt()));
+                 }},
+            },
+            {
+                {u"window"_s, [&] { return seenOf(scene.window, scene.form); }},
+                {u"another"_s, [&] { return seenOf(scene.another, scene.anotherForm); }},
+                {u"title"_s, [&] { return scene.window.windowTitle(); }},
+                {u"shownTip"_s, [&] { return scene.area.last.tip; }},
+                {u"tip"_s, [&] { return tray.ToolTip(); }},
+                {u"icon"_s,
+                 [&] {
+                     const bool isSeen = scene.area.isShown && !scene.area.last.icon.isNull();
+                     return isSeen ? u"shown"_s : u"away"_s;
+                 }},
+                {u"boxes"_s, [&] { return scene.dialogs.shown.join(u' ').replace(u'|', ": "_L1); }},
+                {u"severe"_s,
+                 [&] {
+                     return QString::number(scene.dialogs.lastIcon == Dialogs::Icon::Critical);
+                 }},
+                {u"events"_s, [&] { return scene.events.join(u' '); }},
+            });
+        player.play(script);
     }
 
     void messageWhileHandlingIsDropped()
     {
-        m_handlers.connect(m_tray.get(), &clsSysTray::RButtonUp, this,
-                           [this] { Q_EMIT m_area->mouse(Message::LButtonDown); });
-        Q_EMIT m_area->mouse(Message::RButtonUp);
-        QCOMPARE(m_events, QStringList{u"RButtonUp"_s});
-        Q_EMIT m_area->mouse(Message::LButtonDown);
-        QCOMPARE(m_events.last(), u"LButtonDown"_s);
-    }
-
-    void tipIsCut()
-    {
-        const QString text = u"0123456789"_s.repeated(7);
-        m_tray->setToolTip(text);
-        QCOMPARE(m_area->last.tip, text.left(63));
-        QCOMPARE(m_tray->ToolTip(), text);
-        QCOMPARE(m_form->caption, u"Sign In"_s);
-        m_form->state = SourceForm::Minimized;
-        m_tray->setToolTip(text);
-        QCOMPARE(m_form->caption, text); // whole
-    }
-
-    void iconComesAndGoes()
-    {
-        m_tray->ChangeIcon(QPixmap(16, 16));
-        QVERIFY(!m_area->isShown);
-        m_tray->MinToSysTray();
-        QVERIFY(m_area->isShown);
-        QVERIFY(!m_area->last.icon.isNull());
-        QCOMPARE(m_form->calls, QStringList{u"hide"_s});
-        m_tray->RemoveFromSysTray();
-        QVERIFY(!m_area->isShown);
-    }
-
-    void sourceTwiceAndNone()
-    {
-        FakeForm other;
-        m_tray->setSourceWindow(&other);
-        QVERIFY(m_dialogs.shown.isEmpty());
-        Q_EMIT m_area->mouse(Message::LButtonDblClk);
-        QCOMPARE(other.calls.size(), 2);
-        QVERIFY(m_form->calls.isEmpty());
-
-        m_tray->setSourceWindow(nullptr);
-        QCOMPARE(m_dialogs.shown, QStringList{u"Error|Run-time error '91':\n\n"
-                                              "Object variable or With block variable not set"_s});
-        QCOMPARE(m_dialogs.lastIcon, Dialogs::Icon::Critical);
-    }
-
-    void realWindow()
-    {
-        QWidget window;
-        WidgetSourceForm form(window);
-        m_tray->setSourceWindow(&form);
-        window.show();
-        Q_EMIT m_area->mouse(Message::LButtonDblClk);
-        QVERIFY(window.isHidden());
-        QCOMPARE(form.WindowState(), 1);
-        Q_EMIT m_area->mouse(Message::LButtonDblClk);
-        QVERIFY(window.isVisible() && window.isMaximized());
-
-        // Shown by something else meanwhile, it is an ordinary window again.
-        Q_EMIT m_area->mouse(Message::LButtonDblClk);
-        window.setWindowState(Qt::WindowNoState); // as a desktop does with a window that is hidden
-        QCOMPARE(form.WindowState(), 1);
-        window.show();
-        QCOMPARE(form.WindowState(), 0);
-        QVERIFY(!window.isMinimized());
-    }
-
-    void activationReasons_data()
-    {
-        QTest::addColumn<QList<Reason>>("reasons");
-        QTest::addColumn<QString>("events");
-        using enum QSystemTrayIcon::ActivationReason;
-        QTest::newRow("click") << QList{Trigger} << u"LButtonDown LButtonUp"_s;
-        QTest::newRow("double click on X11")
-            << QList{Trigger, DoubleClick} << u"LButtonDown LButtonUp LButtonDblClk LButtonUp"_s;
-        QTest::newRow("two clicks on D-Bus")
-            << QList{Trigger, Trigger} << u"LButtonDown LButtonUp LButtonDblClk LButtonUp"_s;
-        QTest::newRow("three clicks are one double click")
-            << QList{Trigger, Trigger, Trigger}
-            << u"LButtonDown LButtonUp LButtonDblClk LButtonUp LButtonDown LButtonUp"_s;
-        QTest::newRow("right") << QList{Context} << u"RButtonDown RButtonUp"_s;
-        QTest::newRow("right twice")
-            << QList{Context, Context} << u"RButtonDown RButtonUp RButtonDblClk RButtonUp"_s;
-        QTest::newRow("left, right, left")
-            << QList{Trigger, Context, Trigger}
-            << u"LButtonDown LButtonUp RButtonDown RButtonUp LButtonDown LButtonUp"_s;
-        QTest::newRow("middle") << QList{MiddleClick} << QString();
-    }
-
-    void activationReasons()
-    {
-        QFETCH(QList<Reason>, reasons);
-        QFETCH(QString, events);
-        QApplication::setDoubleClickInterval(60000); // so that a slow machine clicks fast enough
-        DesktopNotificationArea area;
-        clsSysTray tray(m_handlers, area, m_dialogs);
-        tray.setSourceWindow(m_form.get());
-        record(tray);
-        for (const Reason reason : reasons)
-            Q_EMIT area.findChild<QSystemTrayIcon*>()->activated(reason);
-        QCOMPARE(m_events.join(u' '), events);
-    }
-
-private:
-    QString m_fatal;
-    const Handlers m_handlers{[this](const QString& message) { m_fatal = message; }};
-    ScriptedDialogs m_dialogs;
-    std::unique_ptr<FakeForm> m_form;
-    std::unique_ptr<RecordingTray> m_area;
-    std::unique_ptr<clsSysTray> m_tray;
-    QStringList m_events;
-
-    void record(clsSysTray& tray)
-    {
-        using Event = void (clsSysTray::*)();
-        static const std::array<std::pair<Event, QString>, 6> events{{
-            {&clsSysTray::LButtonDblClk, u"LButtonDblClk"_s},
-            {&clsSysTray::LButtonDown, u"LButtonDown"_s},
-            {&clsSysTray::LButtonUp, u"LButtonUp"_s},
-            {&clsSysTray::RButtonDblClk, u"RButtonDblClk"_s},
-            {&clsSysTray::RButtonDown, u"RButtonDown"_s},
-            {&clsSysTray::RButtonUp, u"RButtonUp"_s},
-        }};
-        m_events.clear();
-        for (const auto& [event, name] : events)
-            connect(&tray, event, this, [this, name = name] { m_events += name; });
+        Scene scene;
+        QObject::connect(&scene.tray, &clsSysTray::RButtonUp,
+                         [&] { Q_EMIT scene.area.mouse(Message::LButtonDown); });
+        Q_EMIT scene.area.mouse(Message::RButtonUp);
+        Q_EMIT scene.area.mouse(Message::LButtonDown);
+        QCOMPARE(scene.events, QStringList({u"RButtonUp"_s, u"LButtonDown"_s}));
     }
 };
 
