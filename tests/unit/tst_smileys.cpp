@@ -102,40 +102,32 @@ public:
 
     QString text(int pieces, bool styled)
     {
-        static const QString rich = u":;()-><=8|DPSO~*@}%\"/\\#bro "_s;
-        static const QString styles = u"\x02\x03\x1f\x16\x0f"_s;
         QString result;
-        for (int i = 0; i < pieces; ++i) {
-            const QLatin1StringView code = anyCode();
-            switch (below(styled ? 6 : 5)) {
-            case 0:
-            case 1: // often the same ones
-                result += below(2) ? code : QLatin1StringView(below(2) ? ":)" : ";)");
-                break;
-            case 2: { // one inside another
-                const int cut = below(static_cast<int>(code.size()));
-                result += code.left(cut) % text(1, false) % code.mid(cut);
-                break;
-            }
-            case 3:
-                result += rich[below(static_cast<int>(rich.size()))];
-                break;
-            case 4:
-                result += below(3) ? u" "_s : u" word "_s;
-                break;
-            default: { // one inside another, in two runs
-                const int cut = below(static_cast<int>(code.size()));
-                QString split = code.left(cut) % anyCode() % code.mid(cut);
-                split.insert(below(static_cast<int>(split.size()) + 1),
-                             styles[below(static_cast<int>(styles.size()))]);
-                result += split;
-            }
-            }
+        for (; pieces > 0; --pieces) {
+            QString next = piece();
+            if (styled && below(6) == 0)
+                next.insert(below(static_cast<int>(next.size()) + 1), anyStyle());
+            result += next;
         }
         return result;
     }
 
 private:
+    QString piece()
+    {
+        static const QString rich = u":;()-><=8|DPSO~*@}%\"/\\#bro "_s;
+        const QLatin1StringView code = anyCode();
+        const int cut = below(static_cast<int>(code.size()));
+        const QString pieces[]{
+            code,
+            below(2) ? u":)"_s : u";)"_s, // often the same ones
+            code.left(cut) + (below(2) ? anyCode() : anyCode().left(2)) + code.mid(cut),
+            rich[below(static_cast<int>(rich.size()))],
+            below(3) ? u" "_s : u" word "_s,
+        };
+        return pieces[below(5)];
+    }
+
     QRandomGenerator m_random;
 };
 
@@ -220,6 +212,8 @@ private Q_SLOTS:
         // The shorter text of the replaced earlier ones moves the place of the later one.
         row("a picture goes to the offset that its code had", {u"a :) b :D c"_s},
             u"a {:)} b  {:D}c \n"_s);
+        const QString words = u"word "_s.repeated(16);
+        row("no picture goes into a line end", {words + u":):):D"}, words + u"{:)}{:)} {:D}\n");
     }
     void linesOneAfterAnother()
     {
