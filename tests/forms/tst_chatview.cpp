@@ -404,6 +404,10 @@ private Q_SLOTS:
         use(*m_view);
         QVERIFY(m_view->isLookedAt());
         QCOMPARE(notes.firstUnread(), 4); // he is still to see it
+        settle();
+        const int top = m_view->characterRect(m_view->chatText().lineStart(4)).top();
+        QCOMPARE(viewport()->grab({0, top, 1, 1}).toImage().pixelColor(0, 0),
+                 m_view->palette().color(QPalette::Highlight));
         use(other);
         QCOMPARE(notes.firstUnread(), -1);
     }
