@@ -12,23 +12,13 @@ namespace {
 
 const InlinePicture smile{u":)"_s, u":/none.svg"_s, {18, 18}};
 
-struct Subject
-{
-    std::unique_ptr<QAbstractScrollArea> widget;
-    RichTextBox* view = nullptr;
-    bool hasPictures = true; // the topic's widget keeps their codes
-};
-
 template<typename View>
-Subject make()
+QAbstractScrollArea* make()
 {
-    auto view = std::make_unique<View>();
-    View* raw = view.get();
-    raw->resize(400, 300);
-    return {std::move(view), raw, std::is_same_v<View, ChatView>};
+    return new View;
 }
 
-using Make = Subject (*)();
+using Make = QAbstractScrollArea* (*)();
 
 void write(RichTextBox& view, const QString& text)
 {
@@ -53,9 +43,10 @@ private Q_SLOTS:
     void init()
     {
         QFETCH_GLOBAL(Make, make);
-        m_subject = make();
+        m_widget.reset(make());
+        m_widget->resize(400, 300);
     }
-    void cleanup() { m_subject = {}; }
+    void cleanup() { m_widget.reset(); }
 
     void takesOffsetsBeyondTheEndAsTheEnd()
     {
@@ -130,14 +121,14 @@ private Q_SLOTS:
             const bool endsInside = model.TextRange(start + length - 1, 2) == "\r\n"_L1;
             const QString piece = pieces[upTo(pieces.size() - 1)];
             const int action = static_cast<int>(upTo(99));
-            for (RichTextBox* each : {static_cast<RichTextBox*>(&model), m_subject.view}) {
+            for (RichTextBox* each : {static_cast<RichTextBox*>(&model), &view()}) {
                 if (action == 0) {
                     each->setText(piece);
                     continue;
                 }
                 each->setSelStart(start);
                 each->setSelLength(endsInside ? length + 1 : length);
-                if (action < 20 && m_subject.hasPictures)
+                if (action < 20 && hasPictures())
                     each->InsertPicture(smile);
                 else
                     each->setSelText(piece);
@@ -156,7 +147,7 @@ private Q_SLOTS:
 
     void releaseTellsTheReadersSelection()
     {
-        if (m_subject.hasPictures)
+        if (hasPictures())
             return; // conversations have a selection for readers of its own
         view().setSelFontSize(12);
         write(view(), u"second "_s);
@@ -179,14 +170,16 @@ private Q_SLOTS:
     }
 
 private:
-    RichTextBox& view() const { return *m_subject.view; }
+    RichTextBox& view() const { return dynamic_cast<RichTextBox&>(*m_widget); }
+    // The topic keeps their codes.
+    bool hasPictures() const { return qobject_cast<ChatView*>(m_widget.get()) != nullptr; }
     // What a picture is in the text.
     QString shown(const InlinePicture& picture) const
     {
-        return m_subject.hasPictures ? QString(RichTextBox::pictureCharacter) : picture.code;
+        return hasPictures() ? QString(RichTextBox::pictureCharacter) : picture.code;
     }
 
-    Subject m_subject;
+    std::unique_ptr<QAbstractScrollArea> m_widget;
 };
 
 QTEST_MAIN(RichTextBoxTest)
