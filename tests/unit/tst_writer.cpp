@@ -173,21 +173,21 @@ private Q_SLOTS:
         QTest::addColumn<QString>("room");
         QTest::addColumn<QString>("privately");
 
-        const auto same = [](const char* name, const char* text, const char* entry) {
-            QTest::newRow(name) << QString::fromLatin1(text) << QString::fromLatin1(entry)
-                                << QString::fromLatin1(entry);
+        const auto row = [](const char* name, const QString& text, const QString& room,
+                            const QString& privately) {
+            QTest::newRow(name) << text << room << privately;
         };
-        QTest::newRow("line, without blanks at its end")
-            << u"hi  "_s << u"V| {C}12<bob> hi"_s << u"V| {C}12<bob>{C} hi"_s;
-        QTest::newRow("version")
-            << u"{A}VERSION{A} and more"_s
-            << u"<< CTCPREPLY bob VERSION :Quill Harbor Messengr for Windows OS"_s
-            << u"<< CTCPREPLY bob VERSION :Tarnwyk Messenger for Windows9x"_s;
-        QTest::newRow("lower case is no request")
-            << u"{A}version{A}"_s << u"V| {C}12<bob> {A}version{A}"_s
-            << u"V| {C}12<bob>{C} {A}version{A}"_s;
-        same("action", "{A}ACTION waves{A}", "V| {C}06bob waves");
-        same("action without its end loses a letter", "{A}ACTION waves", "V| {C}06bob wave");
+        row("line, without blanks at its end", u"hi  "_s, u"V| {C}12<bob> hi"_s,
+            u"V| {C}12<bob>{C} hi"_s);
+        row("version", u"{A}VERSION{A} and more"_s,
+            u"<< CTCPREPLY bob VERSION :Quill Harbor Messengr for Windows OS"_s,
+            u"<< CTCPREPLY bob VERSION :Tarnwyk Messenger for Windows9x"_s);
+        row("lower case is no request", u"{A}version{A}"_s, u"V| {C}12<bob> {A}version{A}"_s,
+            u"V| {C}12<bob>{C} {A}version{A}"_s);
+        const QString waves = u"V| {C}06bob waves"_s;
+        row("action", u"{A}ACTION waves{A}"_s, waves, waves);
+        row("action without its end loses a letter", u"{A}ACTION waves"_s, waves.chopped(1),
+            waves.chopped(1));
     }
 
     void incoming()
@@ -221,27 +221,18 @@ private Q_SLOTS:
         QVERIFY(desk.channel.dataIn.view.TextLength() < 40000);
     }
 
-    void mentions_data()
-    {
-        QTest::addColumn<QString>("markup");
-        QTest::addColumn<bool>("named");
-        QTest::newRow("alone") << u"Me"_s << true;
-        QTest::newRow("any case, punctuation") << u"well, ME: see"_s << true;
-        QTest::newRow("in brackets") << u"[me]"_s << true;
-        QTest::newRow("behind a colour and a ground") << u"{C}4,12me"_s << true;
-        QTest::newRow("second place") << u"some of me"_s << true;
-        QTest::newRow("part of a word") << u"some time"_s << false;
-        QTest::newRow("part of another nick") << u"me-too me_ me|away"_s << false;
-        QTest::newRow("behind a number") << u"12me"_s << false;
-        QTest::newRow("with accents") << u"m\u00e9 me\u0301"_s << false;
-        QTest::newRow("nothing") << QString() << false;
-    }
-
     void mentions()
     {
-        QFETCH(QString, markup);
-        QTEST(namesNick(RecordingDesk::coded(markup), u"me"_s), "named");
-        QVERIFY(!namesNick(RecordingDesk::coded(markup), QString()));
+        const auto namesMe = [](const QString& markup) {
+            return namesNick(RecordingDesk::coded(markup), u"me"_s);
+        };
+        for (const QString& line :
+             {u"Me"_s, u"well, ME: see"_s, u"[me]"_s, u"{C}4,12me"_s, u"some of me"_s})
+            QVERIFY2(namesMe(line), qPrintable(line));
+        for (const QString& line :
+             {u"some time"_s, u"me-too me_ me|away"_s, u"12me"_s, u"m\u00e9 me\u0301"_s, QString()})
+            QVERIFY2(!namesMe(line), qPrintable(line));
+        QVERIFY(!namesNick(u"me"_s, QString()));
     }
 };
 
