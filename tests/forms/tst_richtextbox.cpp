@@ -96,7 +96,7 @@ private Q_SLOTS:
             view().setSelText(u"b"_s);
             view().InsertPicture(smile);
         }
-        const QString picture = shown(smile);
+        const QString picture = hasPictures() ? QString(RichTextBox::pictureCharacter) : smile.code;
         QCOMPARE(seen, QStringList({u"a"_s, {}, u"b"_s, u"b"_s + picture}));
     }
 
@@ -173,12 +173,6 @@ private:
     RichTextBox& view() const { return dynamic_cast<RichTextBox&>(*m_widget); }
     // The topic keeps their codes.
     bool hasPictures() const { return qobject_cast<ChatView*>(m_widget.get()) != nullptr; }
-    // What a picture is in the text.
-    QString shown(const InlinePicture& picture) const
-    {
-        return hasPictures() ? QString(RichTextBox::pictureCharacter) : picture.code;
-    }
-
     std::unique_ptr<QAbstractScrollArea> m_widget;
 };
 

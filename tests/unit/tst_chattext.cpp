@@ -11,23 +11,18 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // One character, one pair of attributes.
-class PlainText final
+struct PlainText
 {
-public:
-    void replace(qsizetype position, qsizetype length, const QString& text,
-                 ChatText::Attributes attributes)
+    void replace(qsizetype position, qsizetype length, const QString& inserted,
+                 ChatText::Attributes look)
     {
-        m_text.replace(position, length, text);
-        m_attributes.remove(position, length);
-        m_attributes.insert(position, text.size(), attributes);
+        text.replace(position, length, inserted);
+        attributes.remove(position, length);
+        attributes.insert(position, inserted.size(), look);
     }
-    const QString& text() const { return m_text; }
-    QString offsets() const { return QString(m_text).replace("\n"_L1, "\r\n"_L1); }
-    ChatText::Attributes at(qsizetype position) const { return m_attributes[position]; }
 
-private:
-    QString m_text;
-    QList<ChatText::Attributes> m_attributes;
+    QString text;
+    QList<ChatText::Attributes> attributes;
 };
 
 class Random final
@@ -44,7 +39,7 @@ private:
 
 void compareLines(const ChatText& text, const PlainText& model)
 {
-    const QStringList lines = model.text().split(u'\n');
+    const QStringList lines = model.text.split(u'\n');
     QCOMPARE(text.lineCount(), lines.size());
     qsizetype start = 0;
     for (qsizetype i = 0; i < lines.size(); ++i) {
@@ -56,7 +51,7 @@ void compareLines(const ChatText& text, const PlainText& model)
         for (size_t run = 0; run < line.runs.size() && !line.text.isEmpty(); ++run) {
             QVERIFY(line.runs[run].start < line.runEnd(run));
             for (int column = line.runs[run].start; column < line.runEnd(run); ++column)
-                QCOMPARE(line.runs[run].attributes, model.at(start + column));
+                QCOMPARE(line.runs[run].attributes, model.attributes[start + column]);
         }
         start += lines[i].size() + 1;
     }
@@ -94,7 +89,7 @@ private Q_SLOTS:
                                  u"x"_s.repeated(3000),
                                  QString(QChar::ObjectReplacementCharacter)};
         for (int step = 0; step < 1500; ++step) {
-            const qsizetype length = model.text().size();
+            const qsizetype length = model.text.size();
             const bool atEnd = random.upTo(9) < 6;
             const qsizetype position = atEnd ? length : random.upTo(length);
             qsizetype removed =
@@ -106,20 +101,20 @@ private Q_SLOTS:
             const ChatText::Attributes attributes{static_cast<quint16>(random.upTo(3)),
                                                   static_cast<quint16>(random.upTo(2))};
             const auto change = text.replace(position, removed, inserted, attributes);
-            const qsizetype linesBefore = model.text().count(u'\n');
-            QCOMPARE(change.line, QStringView(model.text()).first(position).count(u'\n'));
+            const qsizetype linesBefore = model.text.count(u'\n');
+            QCOMPARE(change.line, QStringView(model.text).first(position).count(u'\n'));
             model.replace(position, removed, inserted, attributes);
             QCOMPARE(change.addedLines - change.removedLines,
-                     model.text().count(u'\n') - linesBefore);
-            QCOMPARE(text.length(), model.text().size());
+                     model.text.count(u'\n') - linesBefore);
+            QCOMPARE(text.length(), model.text.size());
             const qsizetype probe = random.upTo(text.length());
-            QCOMPARE(text.lineAt(probe), QStringView(model.text()).first(probe).count(u'\n'));
+            QCOMPARE(text.lineAt(probe), QStringView(model.text).first(probe).count(u'\n'));
             QCOMPARE(text.positionOf(text.offsetOf(probe)), probe);
             if (step % 250 == 249)
                 compareLines(text, model);
         }
-        QCOMPARE(text.text(0, text.length()), model.text());
-        QCOMPARE(text.offsetLength(), model.offsets().size());
+        QCOMPARE(text.text(0, text.length()), model.text);
+        QCOMPARE(text.offsetLength(), model.text.size() + model.text.count(u'\n'));
         compareLines(text, model);
         text.replace(0, text.length(), {}, {});
         QCOMPARE(text.lineCount(), 1);
