@@ -141,6 +141,19 @@ private Q_SLOTS:
         player.play(script);
     }
 
+    void desktopHoldsTheIcon()
+    {
+        DesktopNotificationArea area;
+        const auto* icon = area.findChild<QSystemTrayIcon*>();
+        QMenu menu;
+        area.setMenu(&menu);
+        area.add({QPixmap(16, 16), u"tip"_s});
+        QVERIFY(icon->isVisible() && icon->contextMenu() == &menu && !icon->icon().isNull());
+        QCOMPARE(icon->toolTip(), u"tip"_s);
+        area.remove();
+        QVERIFY(!icon->isVisible());
+    }
+
     void messageWhileHandlingIsDropped()
     {
         Scene scene;
