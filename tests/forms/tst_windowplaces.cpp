@@ -44,8 +44,8 @@ private Q_SLOTS:
         QTest::addColumn<QSize>("screen");
         QTest::addColumn<QString>("side");
 
-        QTest::newRow("wide screen")
-            << QRect(100, 100, 960, 640) << QSize(1920, 1080) << u"right"_s;
+        QTest::newRow("room on both sides")
+            << QRect(480, 100, 960, 640) << QSize(1920, 1080) << u"right"_s;
         QTest::newRow("room at the right")
             << QRect(950, 60, 960, 640) << QSize(1920, 1080) << u"left"_s;
         QTest::newRow("800 by 600") << QRect(8, 20, 780, 560) << QSize(800, 600) << u"over"_s;
@@ -71,70 +71,65 @@ private Q_SLOTS:
             QVERIFY(whole.contains(frame));
             QVERIFY(!frame.intersects(input));
             QVERIFY(!taken.contains(frame.topLeft()));
-            if (side == "right"_L1)
-                QVERIFY(frame.left() > room.right());
-            if (side == "left"_L1)
-                QVERIFY(frame.right() < room.left());
+            QCOMPARE(frame.left() > room.right(), side == "right"_L1 || room.isEmpty());
+            QCOMPARE(frame.right() < room.left(), side == "left"_L1);
             taken += frame.topLeft();
         }
     }
 
     void aSessionOfWindows()
     {
-        const QTemporaryDir folder;
-        const QString file = folder.filePath(u"state/windows.ini"_s);
-        TestSurroundings around(u"127.0.0.1"_s);
-        const Handlers handlers([](const QString& text) { QFAIL(qPrintable(text)); });
-        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        const QString file = m_around.folder.filePath(u"state/windows.ini"_s);
         QSize sizeLeft;
         for (int session = 0; session < 2; ++session) {
             QObject application;
             auto* places = new WindowPlaces(&application, file);
             qApp->installEventFilter(places);
-            Channel room(handlers, around.dialogs, nullptr);
+            Channel room(m_handlers, m_around.dialogs, nullptr);
             room.Show();
             QVERIFY(QTest::qWaitForWindowActive(&room));
-            QVERIFY(screen.contains(room.frameGeometry()));
+            QVERIFY(screen().contains(room.frameGeometry()));
             if (session == 0)
                 room.resize(room.minimumSize());
             else
                 QCOMPARE(room.size(), sizeLeft);
             sizeLeft = room.size();
 
-            frmSmileys palette(handlers);
+            frmSmileys palette(m_handlers);
             palette.Show();
             const auto* button = room.findChild<QWidget*>(u"check1"_s);
-            QVERIFY(screen.contains(palette.geometry()));
+            QVERIFY(screen().contains(palette.geometry()));
             QVERIFY(palette.geometry().bottom() <= button->mapToGlobal(QPoint()).y());
 
             QueryForm talk;
             talk.show();
-            QVERIFY(screen.contains(talk.geometry()));
+            QVERIFY(screen().contains(talk.geometry()));
             const auto* input = room.findChild<QWidget*>(u"DataOut"_s);
             QVERIFY(
                 !talk.geometry().intersects(QRect(input->mapToGlobal(QPoint()), input->size())));
             places->rememberOpenOnes();
         }
-        QVERIFY(QFile::exists(file));
     }
 
     void offScreenIsBroughtBack()
     {
-        const QTemporaryDir folder;
-        const QString file = folder.filePath(u"windows.ini"_s);
+        const QString file = m_around.folder.filePath(u"windows.ini"_s);
         QFile lost(file);
         QVERIFY(lost.open(QIODevice::WriteOnly));
         lost.write("[Channel]\nplace=@Point(9000 -7000)\nsize=@Size(5000 4000)\nmaximized=maybe\n");
         lost.close();
         QObject application;
         qApp->installEventFilter(new WindowPlaces(&application, file));
-        TestSurroundings around(u"127.0.0.1"_s);
-        const Handlers handlers([](const QString& text) { QFAIL(qPrintable(text)); });
-        Channel room(handlers, around.dialogs, nullptr);
+        Channel room(m_handlers, m_around.dialogs, nullptr);
         room.Show();
-        QVERIFY(
-            QGuiApplication::primaryScreen()->availableGeometry().contains(room.frameGeometry()));
+        QVERIFY(screen().contains(room.frameGeometry()));
     }
+
+private:
+    static QRect screen() { return QGuiApplication::primaryScreen()->availableGeometry(); }
+
+    TestSurroundings m_around{u"127.0.0.1"_s};
+    const Handlers m_handlers{[](const QString& text) { QFAIL(qPrintable(text)); }};
 };
 
 QTEST_MAIN(WindowPlacesTest)
