@@ -52,7 +52,7 @@ public:
     //   a step for the next pause, where a look is an entry: "- modes=+n".
     QString play(const QString& script);
     std::map<QString, std::function<void(const QString& argument)>> acts;
-    std::map<QString, std::function<QString()>> looks;
+    std::map<QString, std::function<QString()>> looks; // what is put together says "-> QString"
 
     // What the journal holds after a line with this markup was written: {A} {B} {C} {U} {O} stand
     // for the control characters, {N} and {0} for a line feed and code 0.
