@@ -167,6 +167,12 @@ private Q_SLOTS:
         QCOMPARE(clicks.count(), 1);
         QTest::mouseClick(topic.viewport(), Qt::LeftButton, {}, before(2));
         QCOMPARE(view().SelLength(), 0);
+        write(view(), QString(200, u'M'));
+        const auto leftEdge = [&](int scrolled) {
+            topic.horizontalScrollBar()->setValue(scrolled);
+            return topic.viewport()->grab({0, 6, 4, 40}).toImage();
+        };
+        QCOMPARE(leftEdge(100), leftEdge(105)); // the text has faded there
     }
 
 private:
