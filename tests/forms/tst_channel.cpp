@@ -5,6 +5,7 @@
 #include "room/Room.h"
 #include "support/RecordingDesk.h"
 #include "support/TestSurroundings.h"
+#include "view/ViewLook.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -141,6 +142,8 @@ private Q_SLOTS:
             u"fill|in DataOut|keys PgUp|?view up|keys PgDown|?view follows|keys Ctrl+Home|"
             "?view top|keys Ctrl+End|?view follows|keys PgUp|type my own|?view up|keys Return|"
             "?view follows"_s);
+        row("keys of the input zoom the view",
+            u"in DataOut|keys Ctrl++ Ctrl++|?zoom 120|keys Ctrl+-|?zoom 110|keys Ctrl+0|?zoom 100"_s);
         row("copying", u"line words|mark 0 4|in DataOut|type typed|keys Ctrl+C|?clip word|"
                        "keys Ctrl+A Ctrl+C|?clip typed"_s);
         row("finding", u"in DataOut|keys Ctrl+F|?focus findText"_s);
@@ -206,22 +209,6 @@ private Q_SLOTS:
         setTopic(u"MMM<b>"_s.repeated(100));
         QCOMPARE(hint(), QString("<p>"_L1 + u"MMM&lt;b&gt;"_s.repeated(100) + "</p>"_L1));
         QToolTip::hideText();
-    }
-
-    void keysZoomWhatIsPainted()
-    {
-        fillView();
-        const auto height = [this] { return view().characterRect(0).height(); };
-        const int natural = height();
-        for (int i = 0; i < 5; ++i)
-            QTest::keyClick(input(), Qt::Key_Plus, Qt::ControlModifier);
-        QVERIFY(height() > natural * 1.3);
-        QCOMPARE(view().styleAt(0).fontSize, 10);
-        for (int i = 0; i < 8; ++i)
-            QTest::keyClick(&view(), Qt::Key_Minus, Qt::ControlModifier);
-        QVERIFY(height() < natural);
-        QTest::keyClick(input(), Qt::Key_0, Qt::ControlModifier);
-        QCOMPARE(height(), natural);
     }
 
     void failingKeyIsFatal()
@@ -408,6 +395,7 @@ private:
             {u"beeps"_s, [this] { return QString::number(m_desk->around.dialogs.beeps); }},
             {u"clip"_s, [] { return QGuiApplication::clipboard()->text(); }},
             {u"font"_s, [this] { return fontOfInput(); }},
+            {u"zoom"_s, [this] { return QString::number(qRound(view().look().zoom() * 100)); }},
             {u"page"_s, [this] { return shownPage(); }},
             {u"view"_s,
              [this] {

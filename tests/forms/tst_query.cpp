@@ -123,23 +123,14 @@ struct Desk
 
 QWidget* surfaceOf(QueryForm& form)
 {
-    QWidget* view = &form.DataIn();
-    auto* area = qobject_cast<QAbstractScrollArea*>(view);
-    return (area ? area : view->findChild<QAbstractScrollArea*>())->viewport();
+    return form.DataIn().viewport();
 }
 
 // A place over the character at an offset of the view, in the view's surface.
 QPoint placeOf(QueryForm& form, qsizetype offset)
 {
-    ChatView& view = form.DataIn();
-    QWidget* surface = surfaceOf(form);
-    for (int y = 0; y < surface->height(); y += 2) {
-        for (int x = 0; x < surface->width(); ++x) {
-            if (view.offsetAt(surface->mapTo(&view, QPoint(x, y))) == offset)
-                return {x, y};
-        }
-    }
-    return {-1, -1};
+    const ChatView& view = form.DataIn();
+    return view.characterRect(view.chatText().positionOf(offset)).center();
 }
 
 void moveOver(QWidget* widget, const QPoint& place)
@@ -333,7 +324,6 @@ private Q_SLOTS:
         query.PutText(u"QUIT"_s, u"\1ACTION :now\1"_s);
         QCoreApplication::processEvents();
         const QPoint place = placeOf(form, query.DataIn().Text().indexOf(on) + 1);
-        QVERIFY(place.x() >= 0);
         QWidget* surface = surfaceOf(form);
 
         moveOver(surface, place);

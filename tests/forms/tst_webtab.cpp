@@ -81,7 +81,6 @@ private Q_SLOTS:
     {
         m_asked = 0;
         m_engine.calls.clear();
-        m_fatal.clear();
     }
 
     void engineComesWhenThePageIsSeen()
@@ -214,14 +213,6 @@ private Q_SLOTS:
         QVERIFY(!tab.findChild<xpButton*>(u"cmdRetry"_s)->isVisible());
     }
 
-    void missingModule()
-    {
-        const Modules none({u"/nowhere"_s});
-        const WebModule::Answer answer = WebModule(none).engine();
-        QVERIFY(!answer.engine);
-        QVERIFY(answer.reason.contains(u"not available in this build"_s));
-    }
-
     void realPage()
     {
         NEED_ENGINE();
@@ -341,8 +332,7 @@ private:
         return tab.findChild<QLabel*>(u"lblNoticeTitle"_s)->isVisible();
     }
 
-    QString m_fatal;
-    const Handlers m_handlers{[this](const QString& message) { m_fatal = message; }};
+    const Handlers m_handlers{[](const QString& message) { QFAIL(qPrintable(message)); }};
     QTemporaryDir m_home;
     FakeEngine m_engine;
     int m_asked = 0;

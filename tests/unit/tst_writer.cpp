@@ -112,7 +112,6 @@ private Q_SLOTS:
         QCOMPARE(view.styleAt(4).fontSize, 14);
         desk.writer.WriteView(view, RecordingDesk::coded(u"{B}c"_s));
         QCOMPARE(view.styleAt(8).fontSize, 20);
-        QCOMPARE(view.styleAt(0).fontSize, 14);
     }
 
     void selectionIsNotLeftWhereAReaderPutIt()
