@@ -282,10 +282,9 @@ private Q_SLOTS:
         m_different.clear();
         lookAtBoxes();
 
-        const QString address = u"127.9.4.1"_s;
-        m_server = std::make_unique<ScriptedServer>(address);
+        m_server = std::make_unique<ScriptedServer>(u"127.9.4.1"_s);
         QVERIFY(m_server->isListening());
-        m_client = std::make_unique<TestClient>(address, &m_events);
+        m_client = std::make_unique<TestClient>(u"127.9.4.1"_s, &m_events);
         QVERIFY(m_client->around.writeSettings("[display]\ntimes=true\nfontname=Harbour Boxes\n"
                                                "[notify]\nmention=true\n"));
         Login& login = m_client->messenger.login();
@@ -475,6 +474,9 @@ private:
         if (!m_wanted.isEmpty() && !m_wanted.contains(window))
             return;
         QCoreApplication::processEvents();
+        for (auto* view : widget->findChildren<ChatView*>()) // until it has come to rest
+            QTRY_VERIFY(
+                QThread::currentThread()->eventDispatcher()->registeredTimers(view).isEmpty());
         if (m_words.contains(window)) {
             QString words = wordsOf(*widget).simplified().replace(u"127.9.4.1"_s, u"SERVER"_s);
             words.remove(" | "_L1 + QSysInfo::machineHostName()); // it stands there, hidden
