@@ -36,7 +36,7 @@ void FramePaceTest::manySmallChanges()
     QWidget window;
     auto* label = new PaintedLabel;
     (new QVBoxLayout(&window))->addWidget(label);
-    new FramePace(window);
+    auto* pace = new FramePace(window);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     label->painted.clear();
@@ -48,6 +48,7 @@ void FramePaceTest::manySmallChanges()
     const auto paintedMeanwhile = label->painted.size();
     QTRY_COMPARE(label->painted.value(label->painted.size() - 1), QString::number(changes));
     QVERIFY2(paintedMeanwhile < changes / 2, qPrintable(QString::number(paintedMeanwhile)));
+    QTRY_VERIFY(QAbstractEventDispatcher::instance()->registeredTimers(pace).isEmpty()); // at rest
 }
 
 // It blinks while somebody is there.

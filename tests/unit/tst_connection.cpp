@@ -92,7 +92,8 @@ private Q_SLOTS:
         };
         scene("connecting, and giving up",
               "! server irc.example{0}{0}\n! connect\n"_L1 + attempt("6667") +
-                  u"! port 8867\n! connect\nLogin.cmdSignout\nmnu_Sign=Sign In\nsock.Close\n"
+                  u"? report=Connecting|||\n! port 8867\n! "
+                  u"connect\nLogin.cmdSignout\nmnu_Sign=Sign In\nsock.Close\n"
                   "ident.Close\nText1=6667\nConnect.Caption=&Connect\n"
                   "DataIn| {C}05Connection attempt cancelled\nLogin.locked=false\n"
                   "cmdCount= Total Chatters :  [ 0 ]\n? report=Cancelled|||"_s);
