@@ -162,8 +162,8 @@ private Q_SLOTS:
             "?found ✗ There is no server named no.such.name.invalid.|try irc://"_s +
                 nobody + u":6667|?found ✗ Nothing listens on port 6667.|try "_s + nobody +
                 u"|?found ✗ Nothing listens on port 6667. ✗ Nothing listens on port "
-                "8867.|limit 500|try ircs://127.0.0.1:%|"
-                "?found ✓ Port % is open. ✗ No TLS is spoken on port % within 0 seconds."_s);
+                "8867.|limit 1000|try ircs://127.0.0.1:%|"
+                "?found ✓ Port % is open. ✗ No TLS is spoken on port % within 1 seconds."_s);
         // Nothing is said of an address that is no longer there.
         row("trial that is stopped",
             u"load|server ircs://127.0.0.1:%|press cmdTry|?found ✓ Port % is open. Trying ...|"

@@ -262,7 +262,6 @@ private Q_SLOTS:
         server.close();
 
         WebTab tab(m_handlers, [this] { return m_module.engine(); }, {address, address});
-        tab.resize(400, 300);
         tab.show();
         tab.GoHome();
         QTRY_VERIFY_WITH_TIMEOUT(noticeStands(tab) && title(tab) == u"This page did not load"_s,

@@ -29,7 +29,8 @@ private Q_SLOTS:
         scene("removing", u"~! add a\n! remove A\n? records=1\n~! clear\n! remove a\n? records=0\n"
                           "? chatters=1"_s);
         // In place, flags and all; a change of rank sorts the row afresh.
-        scene("renaming", u"~! add @alice\n~! add bob\n~! add zed\n! rename BOB zzz\n- true\n"
+        scene("renaming", u"~! add x\n~! remove x\n~! add @alice\n~! add bob\n~! add zed\n! rename "
+                          u"BOB zzz\n- true\n"
                           "! rename alice amy\n- true\n? rows=@amy zzz zed\n! rank voice zzz 1\n"
                           "! rank voice zzz 0\n? rows=@amy zed zzz\n! rename nobody x\n- false\n"
                           "~! clear\n! rename zed ted\n- false\n! has TED\n- true"_s);
