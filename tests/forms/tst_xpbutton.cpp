@@ -45,7 +45,6 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("script"); // event>look, in order
 
-        QTest::newRow("hover") << u"enter>hover leave>empty"_s;
         QTest::newRow("held and dragged out and back")
             << u"enter>hover press>down leave>focus enter>down release>hover"_s;
         QTest::newRow("let go outside")
@@ -55,8 +54,6 @@ private Q_SLOTS:
             << u"disable>disabled enter>disabled leave>disabled enable>empty"_s;
         QTest::newRow("enabled under the pointer")
             << u"enter>hover disable>disabled enable>hover"_s;
-        QTest::newRow("disabled under the pointer")
-            << u"enter>hover disable>disabled leave>disabled"_s;
     }
 
     void looks()

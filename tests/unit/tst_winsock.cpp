@@ -68,6 +68,10 @@ private Q_SLOTS:
         pair.sock.Close();
         QCOMPARE(pair.sock.GetData(), QByteArray());
         QCOMPARE(pair.events.size(), 2);
+        pair.sock.Connect(); // nothing of the old end is left
+        QTRY_COMPARE(pair.server.connections(), 2);
+        pair.server.say("again");
+        QTRY_COMPARE(pair.events.mid(2), QStringList({u"connect"_s, u"again"_s}));
     }
 
     void refused()

@@ -264,7 +264,9 @@ private Q_SLOTS:
                  (QStringList{u"one two"_s, u" three"_s}));
         // One character with more marks than fit is parted all the same.
         const QString marks = u'e' + QString(400, QChar(0x301));
-        QCOMPARE(piecesOf(marks, 100, Charset()).join(QString()), marks);
+        const QStringList parts = piecesOf(marks, 100, Charset());
+        QCOMPARE(parts.join(QString()), marks);
+        QVERIFY(parts.size() > 8);
     }
 
     void longTalk()
@@ -408,7 +410,7 @@ private Q_SLOTS:
             answered.lines.setAnswerTime(0);
             answered.lines.send(u"NICK x"_s);
             answered.hear(":s "_L1 + QLatin1StringView(answer) + " me x :what it says"_L1);
-            QTest::qWait(1); // nothing may come: there is no condition to wait for
+            QCoreApplication::processEvents(); // its time would be over
             QCOMPARE(answered.told, QStringList());
         }
     }
