@@ -13,12 +13,12 @@ private Q_SLOTS:
     void linksOfALine()
     {
         const QString line =
-            u"<bob> see www.a.org/x, (http://b.org) <https://c.org>! mailto:ann@d.org. "
+            u"<bob> see www.a.org/x, (http://www.b.org) <https://c.org>! mailto:ann@d.org. "
             "page.html irc://e.org file:///etc/passwd http://f.org/y?z=1."_s;
         QStringList found;
         for (const LinkSpan& span : linksIn(line))
             found += line.sliced(span.start, span.end - span.start);
-        QCOMPARE(found, QStringList({u"www.a.org/x"_s, u"http://b.org"_s, u"https://c.org"_s,
+        QCOMPARE(found, QStringList({u"www.a.org/x"_s, u"http://www.b.org"_s, u"https://c.org"_s,
                                      u"mailto:ann@d.org"_s, u"http://f.org/y?z=1"_s}));
     }
 
