@@ -73,6 +73,8 @@ private Q_SLOTS:
             QVERIFY(!taken.contains(frame.topLeft()));
             QCOMPARE(frame.left() > room.right(), side == "right"_L1 || room.isEmpty());
             QCOMPARE(frame.right() < room.left(), side == "left"_L1);
+            if (i == 0 && room.isEmpty())
+                QVERIFY((frame.center() - whole.center()).manhattanLength() < 60); // its steps
             taken += frame.topLeft();
         }
     }
