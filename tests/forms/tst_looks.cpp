@@ -370,10 +370,10 @@ private:
         look(u"menu-nicks"_s, window().menus().nicks());
 
         QToolTip::showText({9, 9}, u"a hint"_s, &window());
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (widget->objectName() == "qtooltip_label"_L1)
-                look(u"hint"_s, widget);
-        }
+        QWidget* hint = nullptr;
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            hint = widget->objectName() == "qtooltip_label"_L1 ? widget : hint;
+        look(u"hint"_s, hint);
         hear(u":bob!u@h PRIVMSG anna :only for you :D"_s);
         view.look().setShowsTimes(false); // the window's own first line has the time of today
         look(u"private"_s, shown<QueryForm>());
@@ -444,7 +444,7 @@ private:
             for (auto* rows : form()->findChildren<QTreeWidget*>())
                 rows->setCurrentItem(rows->topLevelItem(0));
             look(QString::fromLatin1(name), form());
-            if (!window().menus().bar()->isEnabled())
+            if (qstrcmp(name, "change-nick") == 0)
                 look(u"room-held"_s, &window());
             form()->close();
         }

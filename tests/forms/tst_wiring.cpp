@@ -14,15 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QWidget* windowTitled(const QString& title)
-{
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && window->windowTitle() == title)
-            return window;
-    }
-    return nullptr;
-}
-
 // The two large windows ask before they close.
 void putAway(QWidget* window)
 {

@@ -89,12 +89,3 @@ inline void say(QueryForm& window, const QString& text)
     window.DataOut().setText(text);
     QTest::keyClick(&window.DataOut(), Qt::Key_Return);
 }
-
-inline QWidget* formTitled(const QString& title)
-{
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && window->windowTitle() == title)
-            return window;
-    }
-    return nullptr;
-}

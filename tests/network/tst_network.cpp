@@ -24,8 +24,8 @@ void fillIn(QWidget* form, const QString& name, const QString& text)
 
 void answer(const QString& title, const QString& text)
 {
-    fillIn(formTitled(title), u"Text1"_s, text);
-    press(formTitled(title), u"cmdOk"_s);
+    fillIn(windowTitled(title), u"Text1"_s, text);
+    press(windowTitled(title), u"cmdOk"_s);
 }
 
 bool privatelyReads(TestClient& client, const QString& nick, const QString& text)
@@ -255,14 +255,14 @@ private Q_SLOTS:
     void passwordOfTheNick()
     {
         const auto client = clientInRoom(u"adam"_s);
-        QTRY_VERIFY(formTitled(passwordTitle));
+        QTRY_VERIFY(windowTitled(passwordTitle));
         QVERIFY(!client->window().menus().bar()->isEnabled());
         answer(passwordTitle, u"guess"_s);
         QTRY_VERIFY(client->reads(u"Password incorrect."_s));
-        QTRY_VERIFY(formTitled(passwordTitle));
+        QTRY_VERIFY(windowTitled(passwordTitle));
         answer(passwordTitle, u"adampass"_s);
         QTRY_VERIFY(client->reads(u"Password accepted - you are now recognized."_s));
-        QVERIFY(!formTitled(passwordTitle));
+        QVERIFY(!windowTitled(passwordTitle));
         QVERIFY(client->window().menus().bar()->isEnabled() &&
                 client->window().nickRows().isEnabled());
         client->say(u"IRC IDENTIFY adampass"_s);
@@ -273,7 +273,7 @@ private Q_SLOTS:
     {
         const auto client = clientInRoom(u"newt"_s);
         client->click("mnu_register_nickname");
-        QWidget* form = formTitled(u"NickName Registration"_s);
+        QWidget* form = windowTitled(u"NickName Registration"_s);
         QVERIFY(form);
         fillIn(form, u"Text2"_s, u"salamander"_s);
         fillIn(form, u"Text3"_s, u"newt@pond.example"_s);

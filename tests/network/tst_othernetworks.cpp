@@ -86,7 +86,7 @@ private Q_SLOTS:
     {
         start(u"ircs://%"_s);
         m_client->messenger.login().findChild<QToolButton*>(u"lnkNetwork"_s)->click();
-        QWidget* form = formTitled(u"Choose a Network"_s);
+        QWidget* form = windowTitled(u"Choose a Network"_s);
         form->findChild<QComboBox*>(u"cmbServer"_s)->setEditText("ircs://"_L1 + m_host);
         form->findChild<xpButton*>(u"cmdTry"_s)->click();
         auto* found = form->findChild<QLabel*>(u"lblTrial"_s);

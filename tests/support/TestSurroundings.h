@@ -70,6 +70,15 @@ Window* shown()
     return nullptr;
 }
 
+inline QWidget* windowTitled(const QString& title)
+{
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->windowTitle() == title)
+            return window;
+    }
+    return nullptr;
+}
+
 // What one Messenger of a test is set into. Folders are its own, the network is one loopback
 // address, and the end of the program is counted.
 class TestSurroundings final
